@@ -1,0 +1,56 @@
+#include "document/ObjectIds.h"
+
+#include "core/Text.h"
+#include "document/Document.h"
+#include "document/ExtraInfo.h"
+#include "document/TreeQueries.h"
+
+namespace mw {
+
+long TakeObjectID(Document& doc) { return doc.NextObjectID++; }
+
+bool IsReferenceName(std::string_view name)
+{
+    const std::string lowered = Lower(RowName(std::string(name)));
+    return lowered.ends_with("action") || (lowered.ends_with("id") && !lowered.ends_with("trackid"));
+}
+
+bool IsReferenceValue(std::string_view value)
+{
+    const std::string lowered = Lower(Trim(value));
+    return !lowered.empty() && lowered != "none";
+}
+
+bool IsReferenceRow(std::string_view text)
+{
+    const std::string row(text);
+    return row.find('=') != std::string::npos && IsReferenceName(row) && IsReferenceValue(RowValue(row));
+}
+
+namespace {
+
+void VisitNode(DocNode& node, const ReferenceVisitor& visit)
+{
+    if (!node.HasChildren()) {
+        if (IsReferenceRow(node.Text))
+            visit.Row(node);
+        return;
+    }
+    if (!node.Tag.empty()) {
+        pugi::xml_document extraInfo;
+        if (ParseExtraInfo(node.Tag, extraInfo))
+            visit.ExtraInfo(node, extraInfo);
+    }
+    for (const auto& child : node)
+        VisitNode(*child, visit);
+}
+
+} // namespace
+
+void WalkReferences(DocNode* first, const ReferenceVisitor& visit)
+{
+    for (DocNode* node = first; node; node = node->Next())
+        VisitNode(*node, visit);
+}
+
+} // namespace mw

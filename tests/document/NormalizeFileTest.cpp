@@ -1,0 +1,153 @@
+#include "document/NormalizeFile.h"
+
+#include "IdTestTrees.h"
+#include "core/ScriptedPrompt.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using mw::test::Element;
+using mw::test::RowOf;
+using Texts = std::vector<std::string>;
+
+const char* kDone = "Normalize complete";
+
+class NormalizeFileTest : public ::testing::Test {
+protected:
+    mw::NormalizeResult Normalize() { return mw::NormalizeFile(doc_, lang_, prompt_); }
+    mw::DocNode& Node(long id) { return doc_.Tree.Item("k" + std::to_string(id)); }
+    Texts Rows(const mw::DocNode& element)
+    {
+        Texts rows;
+        for (const auto& row : element) {
+            if (!row->HasChildren())
+                rows.push_back(row->Text);
+        }
+        return rows;
+    }
+
+    mw::Document doc_;
+    mw::LangDoc lang_;
+    mw::ScriptedPrompt prompt_;
+    mw::DocNode& root_ = Element(doc_.Tree, nullptr, 1, "DivXMediaManager");
+};
+
+TEST_F(NormalizeFileTest, GapsCloseAndTheNextIdentifierFollows)
+{
+    Element(doc_.Tree, &root_, 2, "Media");
+    auto& language = Element(doc_.Tree, &root_, 5, "LanguageMenus", {"startingMenuID = 9", "rootMenuID = none"});
+    auto& menu = Element(doc_.Tree, &language, 9, "DivXMediaMenu", {"exitAction ="});
+
+    const auto result = Normalize();
+
+    EXPECT_EQ(prompt_.Texts(), Texts{kDone});
+    EXPECT_EQ(result.MissingCount, 0);
+    EXPECT_EQ(doc_.NextObjectID, 5);
+    EXPECT_EQ(result.NewNumber, (std::map<long long, long>{{1, 1}, {2, 2}, {5, 3}, {9, 4}}));
+    EXPECT_EQ(&Node(3), &language);
+    EXPECT_EQ(&Node(4), &menu);
+    EXPECT_EQ(doc_.Tree.Find("k9"), nullptr);
+    EXPECT_EQ(Rows(language), (Texts{"objectID = 3", "startingMenuID = 4", "rootMenuID = none"}));
+    EXPECT_EQ(Rows(menu), (Texts{"objectID = 4", "exitAction ="}));
+}
+
+TEST_F(NormalizeFileTest, NumbersFollowTheTextOrderAndKeysNeverCollide)
+{
+    // 1..1001 and 10000: "10000" sorts between "1000" and "1001", so object 10000 takes the
+    // number 1001 while object 1001 still holds that key.
+    for (long id = 2; id <= 1001; ++id)
+        Element(doc_.Tree, &root_, id, "Chapter");
+    auto& big = Element(doc_.Tree, &root_, 10000, "Title", {"mediaObjectID = 1001"});
+    mw::DocNode& last = Node(1001);
+
+    Normalize();
+
+    EXPECT_EQ(&Node(1001), &big);
+    EXPECT_EQ(&Node(1002), &last);
+    EXPECT_EQ(Rows(big), (Texts{"objectID = 1001", "mediaObjectID = 1002"}));
+    EXPECT_EQ(doc_.NextObjectID, 1003);
+}
+
+TEST_F(NormalizeFileTest, OnlyTheValueOfReferenceRowsChanges)
+{
+    auto& button = Element(doc_.Tree, &root_, 8, "ButtonMenu",
+                           {"OverlayID=   8", "upAction  = 0008", "leftAction = none", "rightAction =",
+                            "trackID = 0008", "sourceTrackID = 8", "valid = 1", "left = 8"});
+    button.Child(0)->Text = "objectID = 0008";
+
+    Normalize();
+
+    EXPECT_EQ(Rows(button), (Texts{"objectID = 2", "OverlayID= 2", "upAction  = 2", "leftAction = none",
+                                   "rightAction =", "trackID = 0008", "sourceTrackID = 8", "valid = 1", "left = 8"}));
+}
+
+TEST_F(NormalizeFileTest, DanglingReferencesGetNumbersBeyondTheObjects)
+{
+    auto& menu = Element(doc_.Tree, &root_, 4, "DivXMediaMenu");
+    auto& button = Element(doc_.Tree, &menu, 7, "ButtonMenu", {"overlayID = 40"});
+
+    EXPECT_EQ(Normalize().MissingCount, 1);
+    EXPECT_EQ(prompt_.Texts(), (Texts{"Error while normalize at ID 40. New ID for this will be 4", kDone}));
+    EXPECT_EQ(RowOf(button, "overlayID")->Text, "overlayID = 4");
+    EXPECT_EQ(doc_.NextObjectID, 5);
+    EXPECT_TRUE(button.Expanded);
+
+    // Two references to one missing object get a number each.
+    prompt_.Log.clear();
+    doc_.Tree.AddChild(button, "", "selectAction = 41", "prop");
+    doc_.Tree.AddChild(button, "", "upAction = 41", "prop");
+    EXPECT_EQ(Normalize().MissingCount, 3);
+    EXPECT_EQ(Rows(button), (Texts{"objectID = 3", "overlayID = 4", "selectAction = 5", "upAction = 6"}));
+    EXPECT_EQ(doc_.NextObjectID, 7);
+}
+
+TEST_F(NormalizeFileTest, ExtraInfoIsRenumberedAndWrittenBack)
+{
+    auto& tracks = Element(doc_.Tree, &root_, 20, "MenuTracks");
+    auto& video = Element(doc_.Tree, &tracks, 30, "MediaTrack");
+    video.Tag = "<Menuwright Buttons=\"1\" menuID=\"50\"/>";
+    auto& overlay = Element(doc_.Tree, &tracks, 40, "MediaTrack");
+    overlay.Tag = "<Menuwright rectID='77'/>";
+    auto& menu = Element(doc_.Tree, &root_, 50, "DivXMediaMenu");
+    menu.Tag = "not xml, menuID = 50";
+
+    Normalize();
+
+    EXPECT_EQ(video.Tag, "<Menuwright Buttons='1' menuID='5'/>");
+    EXPECT_EQ(overlay.Tag, "<Menuwright rectID='6'/>");
+    EXPECT_EQ(menu.Tag, "not xml, menuID = 50");
+    EXPECT_EQ(prompt_.Texts(),
+              (Texts{"Error while normalize at ID 77 in extra info used by MediaTrack. New ID for this will be 6", kDone}));
+    EXPECT_EQ(doc_.NextObjectID, 7);
+}
+
+TEST_F(NormalizeFileTest, MenuTrackListIsReloadedWithTheNewNumbers)
+{
+    auto& tracks = Element(doc_.Tree, &Element(doc_.Tree, &root_, 20, "Media"), 30, "MenuTracks");
+    Element(doc_.Tree, &tracks, 40, "MediaSource", {"location = C:\\menus\\intro.avi"});
+    Element(doc_.Tree, &tracks, 50, "MediaTrack",
+            {"mediaSourceID = 40", "sourceTrackID = none", "trackID = 00dc", "type = video"});
+    Element(doc_.Tree, &tracks, 60, "mediatrack", {"MediaSourceID = 70", "TrackID = 01sb", "Type = subtitle"});
+    Element(doc_.Tree, &tracks, 70, "MediaSource", {"location = /home/a/menu.divx"});
+    doc_.MenuTracks.Add("99", "stale");
+
+    Normalize();
+
+    ASSERT_EQ(doc_.MenuTracks.Count(), 2u);
+    EXPECT_EQ(doc_.MenuTracks.Entry(0).Key, "5");
+    EXPECT_EQ(doc_.MenuTracks.Entry(0).Text, "5|4(intro.avi)-video 00dc");
+    EXPECT_EQ(doc_.MenuTracks.Entry(1).Text, "6|7(menu.divx)-subtitle 01sb");
+    EXPECT_FALSE(doc_.MenuTracks.Add("6", "twice"));
+}
+
+TEST_F(NormalizeFileTest, EmptyTreeIsLeftAlone)
+{
+    doc_.Tree.Clear();
+    doc_.NextObjectID = 12;
+    EXPECT_FALSE(Normalize().Changed);
+    EXPECT_TRUE(prompt_.Texts().empty());
+    EXPECT_EQ(doc_.NextObjectID, 12);
+}
+
+} // namespace
