@@ -1,0 +1,252 @@
+#include "document/TreeViewToXml.h"
+
+#include "core/AtomicFile.h"
+#include "core/Paths.h"
+#include "core/Text.h"
+#include "document/TreeQueries.h"
+
+#include <pugixml.hpp>
+
+#include <sstream>
+#include <string_view>
+#include <vector>
+
+namespace mw {
+
+namespace {
+
+// Bytes from 0x80 up belong to UTF-8 letters, which XML names may hold.
+bool IsNameStart(unsigned char c)
+{
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == ':' || c >= 0x80;
+}
+
+bool IsNameChar(unsigned char c)
+{
+    return IsNameStart(c) || (c >= '0' && c <= '9') || c == '.' || c == '-';
+}
+
+bool IsXmlName(std::string_view name)
+{
+    if (name.empty() || !IsNameStart(static_cast<unsigned char>(name.front())))
+        return false;
+    for (const char c : name.substr(1)) {
+        if (!IsNameChar(static_cast<unsigned char>(c)))
+            return false;
+    }
+    return true;
+}
+
+// A comment may neither begin with "-" against its opening nor end with one against its
+// closing, and the reader trims it; so the text is padded with blanks before it is written.
+std::string PaddedTag(std::string tag, bool padEnd)
+{
+    if (tag.front() == '-')
+        tag.insert(0, " ");
+    if (tag.front() != ' ')
+        tag.insert(0, " ");
+    if (padEnd && tag.back() != ' ')
+        tag += ' ';
+    return tag;
+}
+
+// Comment rows are padded at both ends at once, which leaves a second blank behind a text
+// that ended in one; files have always been written so.
+std::string PaddedRowTag(std::string tag)
+{
+    if (tag.front() == '-')
+        tag = " " + tag + " ";
+    if (tag.front() != ' ')
+        tag = " " + tag + " ";
+    if (tag.back() != ' ')
+        tag += ' ';
+    return tag;
+}
+
+// A second row of one name overwrites the value in place, as the attribute keeps its position.
+void SetAttribute(pugi::xml_node element, const std::string& name, const std::string& value)
+{
+    pugi::xml_attribute attribute = element.attribute(name.c_str());
+    if (!attribute)
+        attribute = element.append_attribute(name.c_str());
+    attribute.set_value(value.c_str());
+}
+
+void AppendComment(pugi::xml_node element, const std::string& text)
+{
+    element.append_child(pugi::node_comment).set_value(text.c_str());
+}
+
+// What differs between a project file, an undo string and a template.
+struct WriteVariant {
+    bool PadEnd;                // the padding's blank behind the text
+    bool RowComments;           // comment rows come back as comments
+    const Document* Standalone; // set for a template: backgroundVideoID is resolved against it
+};
+
+class XmlWriter {
+public:
+    explicit XmlWriter(WriteVariant variant) : variant_(variant) {}
+
+    std::string Error;
+
+    pugi::xml_node CreateElement(pugi::xml_node parent, const DocNode& node);
+    // The element of a node with children, its extra info first when `withTag`, then its content.
+    bool WriteElement(DocNode& node, pugi::xml_node parent, bool withTag);
+    bool WriteChildren(DocNode& node, pugi::xml_node element);
+    // A row holding "=" becomes an attribute; one whose name is no XML name is dropped silently.
+    bool WriteRow(const DocNode& row, pugi::xml_node element);
+
+private:
+    bool WriteStandaloneBackground(pugi::xml_node element, const std::string& name, const std::string& id);
+
+    WriteVariant variant_;
+};
+
+pugi::xml_node XmlWriter::CreateElement(pugi::xml_node parent, const DocNode& node)
+{
+    if (!IsXmlName(node.Text)) {
+        Error = "The element name \"" + node.Text + "\" is not a valid XML name, so the file cannot be saved.";
+        return {};
+    }
+    return parent.append_child(node.Text.c_str());
+}
+
+bool XmlWriter::WriteElement(DocNode& node, pugi::xml_node parent, bool withTag)
+{
+    const pugi::xml_node element = CreateElement(parent, node);
+    if (!element)
+        return false;
+    if (withTag && !node.Tag.empty()) {
+        node.Tag = PaddedTag(node.Tag, variant_.PadEnd);
+        AppendComment(element, node.Tag);
+    }
+    return WriteChildren(node, element);
+}
+
+bool XmlWriter::WriteChildren(DocNode& node, pugi::xml_node element)
+{
+    for (const auto& child : node) {
+        if (child->HasChildren()) {
+            if (!WriteElement(*child, element, true))
+                return false;
+            continue;
+        }
+        if (variant_.RowComments && !child->Tag.empty()) {
+            child->Tag = PaddedRowTag(child->Tag);
+            AppendComment(element, child->Tag);
+        }
+        if (!WriteRow(*child, element))
+            return false;
+    }
+    return true;
+}
+
+bool XmlWriter::WriteRow(const DocNode& row, pugi::xml_node element)
+{
+    if (row.Text.find('=') == std::string::npos)
+        return true;
+    const std::string name = RowName(row.Text);
+    if (!IsXmlName(name))
+        return true;
+    const std::string value = RowValue(row.Text);
+    if (variant_.Standalone && EqualsNoCase(name, "backgroundVideoID"))
+        return WriteStandaloneBackground(element, name, value);
+    SetAttribute(element, name, value);
+    return true;
+}
+
+bool XmlWriter::WriteStandaloneBackground(pugi::xml_node element, const std::string& name, const std::string& id)
+{
+    const Document& doc = *variant_.Standalone;
+    const DocNode* track = doc.Tree.ObjectNode(id);
+    const DocNode* source = track ? doc.Tree.ObjectNode(GetPropertyInNode(*track, "mediaSourceID")) : nullptr;
+    if (!source) {
+        Error = "The background video " + id + " of the menu is not in the project, so the template cannot be saved.";
+        return false;
+    }
+    SetAttribute(element, "startFrame", GetPropertyInNode(*track, "startFrame"));
+    SetAttribute(element, "endFrame", GetPropertyInNode(*track, "endFrame"));
+    SetAttribute(element, name, ResolveLocation(doc.ProjectFile, GetPropertyInNode(*source, "location")));
+    return true;
+}
+
+// The outside Windows tools read these files, so lines end in CR LF.
+class CrLfWriter : public pugi::xml_writer {
+public:
+    std::string Text;
+
+    void write(const void* data, size_t size) override
+    {
+        const std::string_view bytes(static_cast<const char*>(data), size);
+        for (const char c : bytes) {
+            if (c == '\n')
+                Text += '\r';
+            Text += c;
+        }
+    }
+};
+
+bool SaveDocument(const pugi::xml_document& xml, const std::string& path, std::string& error)
+{
+    CrLfWriter writer;
+    xml.save(writer, "\t", pugi::format_indent | pugi::format_no_declaration);
+    return WriteFileAtomically(path, writer.Text, error);
+}
+
+} // namespace
+
+bool SaveTreeToFile(DocTree& tree, const std::string& path, std::string& error)
+{
+    const std::vector<DocNode*> nodes = tree.Flat();
+    if (nodes.empty()) {
+        error = "The project is empty, so there is nothing to save.";
+        return false;
+    }
+    XmlWriter writer({true, true, nullptr});
+    pugi::xml_document xml;
+    const DocNode& root = *nodes.front();
+    const pugi::xml_node rootElement = writer.CreateElement(xml, root);
+    if (!rootElement) {
+        error = writer.Error;
+        return false;
+    }
+    // The root's own content is found by the text of each node's parent; a node beside the root
+    // has no parent and is left out.
+    for (std::size_t i = 1; i < nodes.size(); ++i) {
+        DocNode& node = *nodes[i];
+        if (!node.Parent() || node.Parent()->Text != root.Text)
+            continue;
+        const bool written = node.HasChildren() ? writer.WriteElement(node, rootElement, false)
+                                                : writer.WriteRow(node, rootElement);
+        if (!written) {
+            error = writer.Error;
+            return false;
+        }
+    }
+    return SaveDocument(xml, path, error);
+}
+
+std::string NodeToXmlString(DocNode& node)
+{
+    XmlWriter writer({false, false, nullptr});
+    pugi::xml_document xml;
+    if (!writer.WriteElement(node, xml, true))
+        return "";
+    std::ostringstream out;
+    xml.save(out, "", pugi::format_raw | pugi::format_no_declaration);
+    return out.str();
+}
+
+bool SaveNodeToTemplate(const Document& doc, DocNode& node, const std::string& path, std::string& error)
+{
+    XmlWriter writer({true, false, &doc});
+    pugi::xml_document xml;
+    if (!writer.WriteElement(node, xml, true)) {
+        error = writer.Error;
+        return false;
+    }
+    return SaveDocument(xml, path, error);
+}
+
+} // namespace mw

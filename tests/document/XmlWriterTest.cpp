@@ -1,0 +1,205 @@
+#include "document/TreeViewToXml.h"
+
+#include "core/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using mw::DocNode;
+using mw::DocTree;
+using mw::Document;
+using mw::Relationship;
+using mw::test::ReadAll;
+using mw::test::ScratchFolder;
+
+DocNode& Element(DocTree& tree, DocNode* parent, const std::string& key, const std::string& text,
+                 const std::string& tag = "")
+{
+    DocNode& node = tree.Add(parent, Relationship::Child, key, text, "node");
+    node.Tag = tag;
+    return node;
+}
+
+DocNode& Row(DocTree& tree, DocNode& parent, const std::string& text, const std::string& tag = "")
+{
+    DocNode& row = tree.AddChild(parent, "", text, tag.empty() ? "prop" : "comment");
+    row.Tag = tag;
+    return row;
+}
+
+std::string CrLf(const std::vector<std::string>& lines)
+{
+    std::string text;
+    for (const std::string& line : lines)
+        text += line + "\r\n";
+    return text;
+}
+
+TEST(SaveTreeToFile, WritesTheTreeByItsRules)
+{
+    DocTree tree;
+    DocNode& root = Element(tree, nullptr, "k1", "DivXMediaManager", "<Menuwright root='1'/>");
+    Row(tree, root, "menuVersion = 1");
+    Row(tree, root, "objectID = 1");
+    Row(tree, root, "my name = 1");
+    Row(tree, root, "plain words");
+    // The root's own children are written without their extra info.
+    DocNode& media = Element(tree, &root, "k2", "Media", "<Menuwright lost='1'/>");
+    Row(tree, media, "objectID = 2");
+    DocNode& title = Element(tree, &media, "k6", "Title", "-x");
+    Row(tree, title, "objectID = 6");
+    Row(tree, title, "hand note", "hand note");
+    Row(tree, title, "a = b = c");
+    Row(tree, title, "w = 1", "w = 1");
+    tree.AddChild(title, "t9", "some text", "text");
+    DocNode& source = Element(tree, &title, "k7", "MediaSource");
+    Row(tree, source, "objectID = 7");
+    Row(tree, source, "location = C:\\a=b.avi");
+    Row(tree, title, "value = say \"hi\" & <go>");
+    Element(tree, &title, "k8", "Emptied");
+    tree.Add(nullptr, Relationship::Last, "c1", "beside", "comment").Tag = "beside";
+
+    const ScratchFolder scratch;
+    const fs::path file = scratch.Path() / "p.xml";
+    std::string error;
+    ASSERT_TRUE(mw::SaveTreeToFile(tree, file.string(), error)) << error;
+    EXPECT_EQ(ReadAll(file),
+              CrLf({
+                  R"(<DivXMediaManager menuVersion="1" objectID="1">)",
+                  R"(	<Media objectID="2">)",
+                  R"(		<Title objectID="6" a="b = c" w="1" value="say &quot;hi&quot; &amp; &lt;go>">)",
+                  R"(			<!-- -x -->)",
+                  R"(			<!-- hand note -->)",
+                  R"(			<!-- w = 1 -->)",
+                  R"(			<MediaSource objectID="7" location="C:\a=b.avi" />)",
+                  R"(		</Title>)",
+                  R"(	</Media>)",
+                  R"(</DivXMediaManager>)",
+              }));
+    EXPECT_EQ(title.Tag, " -x ");
+    EXPECT_EQ(media.Tag, "<Menuwright lost='1'/>");
+    EXPECT_EQ(root.Tag, "<Menuwright root='1'/>");
+    EXPECT_EQ(tree.Count(), 19u);
+    EXPECT_EQ(fs::directory_iterator(scratch.Path())->path(), file); // no temporary left behind
+}
+
+TEST(SaveTreeToFile, PadsCommentsAndStoresThePaddingBack)
+{
+    struct Case {
+        std::string Tag;
+        std::string Element;
+        std::string Row;
+        std::string Undo;
+    };
+    const std::vector<Case> cases{
+        {"<x/>", " <x/> ", " <x/> ", " <x/>"},
+        {"-x", " -x ", " -x ", " -x"},
+        {"abc ", " abc ", " abc  ", " abc "},
+        {" abc", " abc ", " abc ", " abc"},
+        {" ", " ", " ", " "},
+    };
+    for (const Case& c : cases) {
+        DocTree tree;
+        DocNode& root = Element(tree, nullptr, "k1", "DivXMediaManager");
+        DocNode& media = Element(tree, &root, "k2", "Media");
+        DocNode& title = Element(tree, &media, "k6", "Title", c.Tag);
+        DocNode& row = Row(tree, title, "comment", c.Tag);
+        DocNode& menu = Element(tree, &root, "k3", "DivXMediaMenu", c.Tag);
+        Row(tree, menu, "objectID = 3");
+
+        const ScratchFolder scratch;
+        std::string error;
+        ASSERT_TRUE(mw::SaveTreeToFile(tree, (scratch.Path() / "p.xml").string(), error)) << error;
+        EXPECT_EQ(title.Tag, c.Element) << "'" << c.Tag << "'";
+        EXPECT_EQ(row.Tag, c.Row) << "'" << c.Tag << "'";
+        mw::NodeToXmlString(menu);
+        EXPECT_EQ(menu.Tag, c.Undo) << "'" << c.Tag << "'";
+    }
+}
+
+TEST(NodeToXmlString, WritesRawXmlWithoutCommentRows)
+{
+    DocTree tree;
+    DocNode& menu = Element(tree, nullptr, "k20", "DivXMediaMenu", "<Menuwright Color1='1'/>");
+    Row(tree, menu, "objectID = 20");
+    Row(tree, menu, "a = b", "a = b");
+    DocNode& button = Element(tree, &menu, "k21", "buttonmenu", "-y");
+    Row(tree, button, "objectID = 21");
+    Row(tree, button, "kept", "kept");
+    Row(tree, menu, "menuName = x < y");
+    EXPECT_EQ(mw::NodeToXmlString(menu), R"(<DivXMediaMenu objectID="20" a="b" menuName="x &lt; y">)"
+                                         R"(<!-- <Menuwright Color1='1'/>--><buttonmenu objectID="21"><!-- -y-->)"
+                                         R"(</buttonmenu></DivXMediaMenu>)");
+}
+
+TEST(NodeToXmlString, EmptyWhenAnElementNameIsNoXmlName)
+{
+    DocTree tree;
+    DocNode& menu = Element(tree, nullptr, "k20", "DivXMediaMenu");
+    DocNode& bad = Element(tree, &menu, "k21", "1st");
+    Row(tree, bad, "objectID = 21");
+    EXPECT_EQ(mw::NodeToXmlString(menu), "");
+}
+
+TEST(SaveTreeToFile, ReadOnlyFileAndMissingFolderAreRefused)
+{
+    const ScratchFolder scratch;
+    const fs::path file = scratch.Write("p.xml", "old contents");
+    fs::permissions(file, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    DocTree tree;
+    Row(tree, Element(tree, nullptr, "k1", "DivXMediaManager"), "objectID = 1");
+
+    std::string error;
+    EXPECT_FALSE(mw::SaveTreeToFile(tree, file.string(), error));
+    EXPECT_EQ(error, "Could not save " + file.string() + ": the file is read-only.");
+    EXPECT_EQ(ReadAll(file), "old contents");
+
+    const std::string elsewhere = (scratch.Path() / "missing" / "p.xml").string();
+    EXPECT_FALSE(mw::SaveTreeToFile(tree, elsewhere, error));
+    EXPECT_EQ(error, "Could not save " + elsewhere + ": No such file or directory.");
+    EXPECT_EQ(std::distance(fs::directory_iterator(scratch.Path()), {}), 1);
+}
+
+TEST(SaveNodeToTemplate, BackgroundVideoBecomesThePathOfItsFile)
+{
+    Document doc;
+    doc.ProjectFile = "/home/u/proj/p.xml";
+    DocTree& tree = doc.Tree;
+    DocNode& tracks = Element(tree, nullptr, "k13", "MenuTracks");
+    DocNode& source = Element(tree, &tracks, "k19", "MediaSource");
+    Row(tree, source, "objectID = 19");
+    Row(tree, source, "location = menus\\bg.avi");
+    DocNode& track = Element(tree, &tracks, "k16", "MediaTrack");
+    for (const char* row : {"objectID = 16", "mediaSourceID = 19", "startFrame = 0", "endFrame = 99"})
+        Row(tree, track, row);
+    DocNode& menu = Element(tree, nullptr, "k30", "DivXMediaMenu", "<Menuwright frame='3'/>");
+    Row(tree, menu, "objectID = 30");
+    Row(tree, menu, "backgroundVideoID = 16");
+    Row(tree, menu, "menuType = title");
+    Row(tree, menu, "by hand", "by hand");
+    Row(tree, Element(tree, &menu, "k31", "ButtonMenu"), "objectID = 31");
+
+    const ScratchFolder scratch;
+    const fs::path file = scratch.Path() / "t.xml";
+    std::string error;
+    ASSERT_TRUE(mw::SaveNodeToTemplate(doc, menu, file.string(), error)) << error;
+    EXPECT_EQ(ReadAll(file), CrLf({
+                                 R"(<DivXMediaMenu objectID="30" startFrame="0" endFrame="99" )"
+                                 R"(backgroundVideoID="/home/u/proj/menus/bg.avi" menuType="title">)",
+                                 R"(	<!-- <Menuwright frame='3'/> -->)",
+                                 R"(	<ButtonMenu objectID="31" />)",
+                                 R"(</DivXMediaMenu>)",
+                             }));
+
+    tree.Remove(source);
+    EXPECT_FALSE(mw::SaveNodeToTemplate(doc, menu, file.string(), error));
+    EXPECT_NE(error.find("background video 16"), std::string::npos) << error;
+}
+
+} // namespace
