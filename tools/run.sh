@@ -1,0 +1,8 @@
+#!/usr/bin/env bash
+# Installs what is needed, builds Menuwright and starts it.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash tools/install-deps.sh
+cmake -S . -B build-release -G Ninja -DCMAKE_BUILD_TYPE=Release -DMENUWRIGHT_BUILD_TESTS=OFF -DMENUWRIGHT_BUILD_BENCH=OFF
+cmake --build build-release
+exec ./build-release/src/cli/menuwright-cli --help
