@@ -9,7 +9,7 @@ packages=(
   qt6-base-dev libgl-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-liberation2
-  libxml2-utils
+  libxml2-utils dvdauthor
 )
 
 missing=()
