@@ -122,4 +122,4 @@ BENCHMARK(BM_Normalize)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Process_XmllintNoout)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Process_CliResave)->Unit(benchmark::kMillisecond);
 
-BENCHMARK_MAIN();
+

@@ -1,0 +1,8 @@
+#!/usr/bin/env bash
+# Builds the benchmarks in release mode (folder build-release) and runs those whose name matches
+# the optional filter, e.g. `bash bench/run_bench.sh Project`.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+cmake -S . -B build-release -G Ninja -DCMAKE_BUILD_TYPE=Release -DMENUWRIGHT_BUILD_TESTS=OFF >/dev/null
+cmake --build build-release --target menuwright_bench
+MENUWRIGHT_HOME=$(mktemp -d) ./build-release/bench/menuwright_bench --benchmark_filter="${1:-.}" --benchmark_min_time=1

@@ -1,0 +1,64 @@
+#pragma once
+
+// Media files for tests, made at test time by the ffmpeg command and kept for the run in one
+// folder, so that several tests share a file without making it twice.
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include <unistd.h>
+
+namespace mw::test {
+
+inline bool HaveTool(const std::string& tool)
+{
+    return std::system(("command -v " + tool + " >/dev/null 2>&1").c_str()) == 0;
+}
+
+// The folder of this test run's media files; removed by nobody, it lives under the system's
+// temporary folder and is named after the process.
+inline const std::filesystem::path& MediaFixtureFolder()
+{
+    static const std::filesystem::path folder = [] {
+        auto f = std::filesystem::temp_directory_path() / ("mw-media-" + std::to_string(::getpid()));
+        std::filesystem::create_directories(f);
+        return f;
+    }();
+    return folder;
+}
+
+// Runs `ffmpeg -y -loglevel error <arguments> <file>` once per file name and returns the file's
+// path, or an empty path when ffmpeg is missing or fails. The arguments name the inputs and
+// codecs; the output file comes last.
+inline std::filesystem::path FfmpegFixture(const std::string& name, const std::string& arguments)
+{
+    const auto file = MediaFixtureFolder() / name;
+    if (std::filesystem::exists(file))
+        return file;
+    if (!HaveTool("ffmpeg"))
+        return {};
+    const std::string command = "ffmpeg -nostdin -y -loglevel error " + arguments + " '" + file.string() + "'";
+    if (std::system(command.c_str()) != 0) {
+        std::filesystem::remove(file);
+        return {};
+    }
+    return file;
+}
+
+// Output of a shell command, or empty when it fails.
+inline std::string CommandOutput(const std::string& command)
+{
+    std::string out;
+    if (FILE* pipe = ::popen(command.c_str(), "r")) {
+        char buffer[4096];
+        std::size_t n = 0;
+        while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0)
+            out.append(buffer, n);
+        if (::pclose(pipe) != 0)
+            out.clear();
+    }
+    return out;
+}
+
+} // namespace mw::test
