@@ -178,12 +178,12 @@ public:
 
     void write(const void* data, size_t size) override
     {
-        const std::string_view bytes(static_cast<const char*>(data), size);
-        for (const char c : bytes) {
-            if (c == '\n')
-                Text += '\r';
-            Text += c;
+        std::string_view bytes(static_cast<const char*>(data), size);
+        for (auto nl = bytes.find('\n'); nl != std::string_view::npos; nl = bytes.find('\n')) {
+            Text.append(bytes.substr(0, nl)).append("\r\n");
+            bytes.remove_prefix(nl + 1);
         }
+        Text.append(bytes);
     }
 };
 
