@@ -1,0 +1,18 @@
+#pragma once
+
+namespace mw {
+
+struct NewTitleForm;
+struct ChapForm;
+
+// Shows the modal dialogs whose fields a command fills before it asks the user: the window
+// shows real dialogs, the command line and tests accept or cancel them as told. Each call
+// returns true when the user accepted the form (the dialog's accepted flag).
+class FormHost {
+public:
+    virtual ~FormHost() = default;
+    virtual bool ShowNewTitle(NewTitleForm& form) = 0; // frmNewTitle
+    virtual bool ShowChap(ChapForm& form) = 0;         // frmChap
+};
+
+} // namespace mw
