@@ -6,7 +6,7 @@ packages=(
   build-essential cmake ninja-build pkg-config
   libpugixml-dev
   libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev ffmpeg
-  qt6-base-dev libgl-dev
+  qt6-base-dev libgl-dev qt6-image-formats-plugins
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-liberation2
   libxml2-utils dvdauthor

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "render/cDIB.h"
+
+namespace mw::test {
+
+// A bitmap whose pixels differ from their neighbours and from row to row, so that swapped rows,
+// columns or nibbles show.
+inline cDIB Patterned(int width, int height, int bpp)
+{
+    cDIB dib;
+    dib.Create(width, height, bpp);
+    const std::uint32_t mask = bpp == 24 ? 0xFFFFFF : (1u << bpp) - 1;
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x)
+            dib.SetPixel(x, y, (std::uint32_t(x) * 0x3D1F07 + std::uint32_t(y) * 0x11C03 + 5) & mask);
+    }
+    return dib;
+}
+
+} // namespace mw::test
