@@ -47,6 +47,7 @@ public:
 private:
     AviFileInfo fileInfo_;
     std::vector<AviStream> streams_;
+    std::vector<std::vector<long>> keyFrames_; // per stream, ascending, for FindSample
 };
 
 } // namespace mw
