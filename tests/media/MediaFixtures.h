@@ -3,10 +3,12 @@
 // Media files for tests, made at test time by the ffmpeg command and kept for the run in one
 // folder, so that several tests share a file without making it twice.
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace mw::test {
@@ -59,6 +61,26 @@ inline std::string CommandOutput(const std::string& command)
             out.clear();
     }
     return out;
+}
+
+struct CommandResult {
+    int Exit = -1;
+    std::string Out;
+};
+
+// Exit status and standard output of a shell command.
+inline CommandResult RunCommand(const std::string& command)
+{
+    CommandResult result;
+    if (FILE* pipe = ::popen(command.c_str(), "r")) {
+        char buffer[4096];
+        std::size_t n = 0;
+        while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0)
+            result.Out.append(buffer, n);
+        const int status = ::pclose(pipe);
+        result.Exit = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    return result;
 }
 
 } // namespace mw::test
