@@ -2,12 +2,16 @@
 
 #include "cli/CliOptions.h"
 
+#include <functional>
 #include <iosfwd>
 
 namespace mw {
 
+class ConsoleFormHost;
 class Language;
+class Project;
 class Prompt;
+struct ProgramState;
 
 enum CliExit : int { kExitOk = 0, kExitFaults = 1, kExitUnreadable = 2, kExitUnsaved = 3 };
 
@@ -16,10 +20,29 @@ struct CliContext {
     const Language& Lang;
     Prompt& Ask;
     std::ostream& Err;
+    ProgramState& Program; // the settings in memory, for commands that open a project
+    ConsoleFormHost& Forms;
 };
 
 int RunResave(const CliOptions& options, CliContext& context);
 int RunCheck(const CliOptions& options, CliContext& context);
 int RunNormalize(const CliOptions& options, CliContext& context);
+
+// Opens the project named by the first argument as the window opens a file, runs the command
+// on it and saves it back in place, or to -o OUT. A command that returns anything but kExitOk
+// is not saved. Exit 2 when the project cannot be read, 3 when it cannot be saved.
+int RunOnProject(const CliOptions& options, CliContext& context, const std::function<int(Project&)>& command);
+
+// A new project around a movie, saved to -o PROJECT.xml.
+int RunNew(const CliOptions& options, CliContext& context);
+
+// Movie files: track rows, key frames, frame grabs and stream names.
+int RunTracks(const CliOptions& options, CliContext& context);
+int RunKeyframe(const CliOptions& options, CliContext& context);
+int RunGrab(const CliOptions& options, CliContext& context);
+int RunStreamName(const CliOptions& options, CliContext& context);
+
+// Pictures made into a menu video by our own encoder.
+int RunPic2Avi(const CliOptions& options, CliContext& context);
 
 } // namespace mw

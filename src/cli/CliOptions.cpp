@@ -2,7 +2,39 @@
 
 #include "core/Text.h"
 
+#include <charconv>
+
 namespace mw {
+
+namespace {
+
+// "-1" is a frame number, not an option.
+bool IsNegativeNumber(const std::string& a)
+{
+    return a.size() > 1 && a[0] == '-' && a.find_first_not_of("0123456789", 1) == std::string::npos;
+}
+
+// A stream number of --default-audio or --default-subtitle: digits, or "none" for -1.
+std::optional<int> StreamChoice(const std::string& value)
+{
+    if (Lower(value) == "none")
+        return -1;
+    if (value.empty() || value.size() > 4 || value.find_first_not_of("0123456789") != std::string::npos)
+        return std::nullopt;
+    return std::stoi(value);
+}
+
+// A frame rate such as "25" or "29.97".
+std::optional<double> FpsValue(const std::string& value)
+{
+    double fps = 0;
+    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), fps);
+    if (error != std::errc() || end != value.data() + value.size())
+        return std::nullopt;
+    return fps;
+}
+
+} // namespace
 
 CliParseResult ParseCliOptions(const std::vector<std::string>& args)
 {
@@ -33,7 +65,46 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
                 result.Error = "--answer takes yes, no or cancel";
                 return result;
             }
-        } else if (a.size() > 1 && a[0] == '-') {
+        } else if (a == "--next") {
+            o.Next = true;
+        } else if (a == "--fps") {
+            o.Fps = hasValue ? FpsValue(args[++i]) : std::nullopt;
+            if (!o.Fps) {
+                result.Error = "--fps takes a number of frames per second";
+                return result;
+            }
+        } else if (a == "--audio") {
+            if (!hasValue) {
+                result.Error = "--audio needs a file name";
+                return result;
+            }
+            o.Audio = args[++i];
+        } else if (a == "--default-audio" || a == "--default-subtitle") {
+            const std::optional<int> stream = hasValue ? StreamChoice(args[++i]) : std::nullopt;
+            if (!stream) {
+                result.Error = a + " takes a stream number or none";
+                return result;
+            }
+            (a == "--default-audio" ? o.DefaultAudio : o.DefaultSubtitle) = stream;
+        } else if (a == "--lang") {
+            if (!hasValue || args[i + 1].empty()) {
+                result.Error = "--lang needs a language code";
+                return result;
+            }
+            o.DefLang = args[++i];
+        } else if (a == "--count" || a == "--every" || a == "--import" || a == "--manual") {
+            if (!hasValue) {
+                result.Error = a + " needs a value";
+                return result;
+            }
+            std::optional<std::string>& value = a == "--count"    ? o.ChapCount
+                                                : a == "--every"  ? o.ChapEvery
+                                                : a == "--import" ? o.ChapImport
+                                                                  : o.ChapManual;
+            value = args[++i];
+        } else if (a == "--all") {
+            o.AllTitles = true;
+        } else if (a.size() > 1 && a[0] == '-' && !IsNegativeNumber(a)) {
             result.Error = "unknown option " + a;
             return result;
         } else if (o.Command.empty()) {
@@ -50,18 +121,45 @@ std::string CliUsage()
     return "Usage: menuwright-cli COMMAND [ARGUMENTS] [OPTIONS]\n"
            "\n"
            "Commands:\n"
+           "  new MOVIE.avi -o PROJECT.xml      a new project around a movie\n"
+           "      [--default-audio N|none] [--default-subtitle N|none] [--lang CODE]\n"
            "  resave IN.xml [-o OUT.xml]        read a project and write it again\n"
            "  check PROJECT.xml                 report dangling references and missing media\n"
            "  normalize PROJECT.xml [-o OUT.xml] renumber all objects 1..N, then save\n"
+           "  tracks MOVIE.avi                  list the streams as track rows, then the fps\n"
+           "  keyframe MOVIE.avi FRAME [--next] the key frame nearest to FRAME (or the next one)\n"
+           "  grab MOVIE.avi FRAME -o OUT.bmp   save a frame as a 24-bit bitmap (-1: the first)\n"
+           "  streamname MOVIE.avi INDEX NAME   write a stream's name into the file\n"
+           "  add-title PROJECT.xml MOVIE...    add each movie as a title, with its default tracks\n"
+           "  chapters PROJECT.xml TITLE_ID (--count N | --every MINUTES | --import FILE.txt |\n"
+           "      --manual START-END[:NAME],...) [--all]\n"
+           "                                    make the chapters of a title, or of all titles\n"
+           "  refresh-title PROJECT.xml TITLE_ID read a title's movie again\n"
+           "  remove-title PROJECT.xml TITLE_ID remove a title and the first menu per language using it\n"
+           "  pic2avi PICTURE... -o OUT.avi --fps F [--audio FILE]\n"
+           "                                    a menu video: five seconds of one picture, or one\n"
+           "                                    frame per picture, MPEG-4 by our own encoder\n"
            "\n"
            "Options:\n"
            "  -o, --output FILE          where to save; without it the project is saved in place\n"
            "  --answer yes|no|cancel     the answer to every question (default: its default button)\n"
+           "  --next                     keyframe: the first key frame at or after FRAME\n"
+           "  --default-audio N|none     new: the default audio track, by stream number\n"
+           "  --default-subtitle N|none  new: the default subtitle track, by stream number\n"
+           "  --lang CODE                new: the menu language instead of the setting defLang\n"
+           "  --fps F                    pic2avi: frames per second, such as 25 or 29.97\n"
+           "  --audio FILE               pic2avi: an audio file to add as a second stream\n"
+           "  --count N                  chapters: N chapters of equal length\n"
+           "  --every MINUTES            chapters: a chapter every MINUTES minutes\n"
+           "  --import FILE.txt          chapters: the times after [CHAPTERS] in the file\n"
+           "  --manual LIST              chapters: START-END[:NAME],... in place of the chapters\n"
+           "  --all                      chapters: the same for every title\n"
            "  --help                     show this text\n"
            "  --version                  show the version\n"
            "\n"
-           "Messages go to standard output in order. Exit status: 0 success, 1 check found faults,\n"
-           "2 the command line or the input could not be read, 3 the result could not be saved.\n"
+           "Messages go to standard output in order. Exit status: 0 success, 1 check found faults\n"
+           "or a media command failed, 2 the command line or the input could not be read, 3 the\n"
+           "result could not be saved.\n"
            "The program folder is $MENUWRIGHT_HOME when set.\n";
 }
 

@@ -1,5 +1,7 @@
 #include "cli/CliCommands.h"
 #include "cli/CliOptions.h"
+#include "cli/CliTitleCommands.h"
+#include "cli/ConsoleFormHost.h"
 #include "cli/ConsolePrompt.h"
 #include "core/ProgramFolder.h"
 #include "core/Version.h"
@@ -29,7 +31,8 @@ int main(int argc, char** argv)
     ProgramState program(ResolveProgramFolder(ExecutablePath()));
     StartProgram(program);
     ConsolePrompt prompt(std::cout, std::cerr, options.Answer);
-    CliContext context{program.Lang, prompt, std::cerr};
+    ConsoleFormHost forms;
+    CliContext context{program.Lang, prompt, std::cerr, program, forms};
 
     if (options.Command == "resave")
         return RunResave(options, context);
@@ -37,6 +40,26 @@ int main(int argc, char** argv)
         return RunCheck(options, context);
     if (options.Command == "normalize")
         return RunNormalize(options, context);
+    if (options.Command == "new")
+        return RunNew(options, context);
+    if (options.Command == "tracks")
+        return RunTracks(options, context);
+    if (options.Command == "keyframe")
+        return RunKeyframe(options, context);
+    if (options.Command == "grab")
+        return RunGrab(options, context);
+    if (options.Command == "streamname")
+        return RunStreamName(options, context);
+    if (options.Command == "pic2avi")
+        return RunPic2Avi(options, context);
+    if (options.Command == "add-title")
+        return RunAddTitle(options, context);
+    if (options.Command == "chapters")
+        return RunChapters(options, context);
+    if (options.Command == "refresh-title")
+        return RunRefreshTitle(options, context);
+    if (options.Command == "remove-title")
+        return RunRemoveTitle(options, context);
     std::cerr << "menuwright-cli: unknown command " << options.Command << "\n\n" << CliUsage();
     return kExitUnreadable;
 }

@@ -4,13 +4,49 @@
 #include "core/ProgramStart.h"
 #include "core/Prompt.h"
 #include "document/Document.h"
+#include "document/NormalizeFile.h"
+#include "document/TreeQueries.h"
+#include "document/UndoHistory.h"
 #include "i18n/LangDoc.h"
 
 #include <chrono>
+#include <cstddef>
+#include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace mw {
+
+// The title of the dialog in which CreateNewFile asks for the movie.
+inline constexpr const char* kNewFileDialogTitle = "Select new titles/movies";
+
+// The menu commands whose enabled state follows the project; the window shows these values.
+// The commands that EnableItems switches as a group are behind ItemsEnabled instead, except
+// those that the project's steps also switch one by one.
+struct CommandStates {
+    bool mnuUndo = false;
+    bool mnuNormalize = false;
+    bool mnuCheck = false;
+    bool mnuNextNode = false;
+    bool mnuPreviusNode = false;
+    bool mnuExportToTemplate = false;
+    bool mnuInsertTemplate = false;
+    bool mnuRefreshTitle = false;
+    bool mnuAddButton = false;
+    bool mnuRemoveTitle = false;
+    bool mnuRemoveButton = false;
+    bool mnuRemoveLang = false;
+    bool mnuRemoveMenu = false;
+    bool mnuShowButtonProp = false;
+    bool mnuShowMenuProp = false;
+    bool mnuCopyButtons2 = false;
+    bool mnuPasteButtons2 = false;
+    bool mnuCopySize2 = false;
+    bool mnuPasteSize2 = false;
+
+    bool operator==(const CommandStates&) const = default;
+};
 
 // The open project of one main window, and everything the window owned about it that is not a
 // widget: the document, its flags, the undo list, the auto-save state, the canvas state and the
@@ -28,6 +64,21 @@ public:
     bool FileIsNew = false;
     double MovieFps = 23.976;
 
+    // Auto-save. Whoever owns the one-minute timer calls AutoSaveTick while it runs.
+    int AutoSaveTicks = 0;
+    int AutoSaveSlot = 0;
+    bool AutoSaveRunning = false;
+
+    UndoHistory Undo;
+
+    // The canvas: the menu shown (its objectID, empty for none) and its buttons.
+    std::string CurrentMenuID;
+    std::vector<ButtonShape> Buttons;
+
+    std::string WindowTitle;
+    bool ItemsEnabled = false; // EnableItems: the document commands and toolbar buttons
+    CommandStates Commands;
+
     ProgramState& Program() { return program_; }
     Settings& Values() { return program_.Values; }
     const LangDoc& Lang() const { return program_.Lang.LangDoc(); }
@@ -35,15 +86,58 @@ public:
     Prompt& Ask() { return prompt_; }
     FormHost& Forms() { return forms_; }
     std::chrono::system_clock::time_point Now() const { return clock_(); }
+    const std::filesystem::path& ProgramFolder() const { return program_.Lang.ProgramFolder(); }
 
     // Every change by a user command marks the project dirty.
     void MarkDirty() { FileIsDirty = true; }
 
+    // Offers to save unsaved work. False when the user cancelled: the caller must not go on.
+    bool AskToSave();
+    // A new project around one movie, asked for when preset is empty. False when anything was
+    // cancelled; the open project then stays as it was.
+    bool CreateNewFile(const std::string& preset = {}, const std::string& dialogTitle = kNewFileDialogTitle);
+    // False when the user cancelled or the file could not be read; the old project stays open.
+    bool OpenFile(const std::string& path);
+    // Saves under the project's name; a new project, saveAs or an empty name ask for one, and a
+    // given path is taken as the answer. An auto-save writes to the path and leaves the name,
+    // the recent files and the flags alone. False when cancelled or failed (the user was told).
+    bool SaveFile(bool saveAs, bool autoSave, const std::string& path = {});
+    // False when the user cancelled at the unsaved question.
+    bool CloseOpenFile();
+
+    void AddFileToRecent(const std::string& path);
+    const std::vector<std::string>& RecentFiles() const { return program_.Values.RecentFiles; }
+    // A click on a recent entry. A vanished file is said so and stays in the list.
+    bool OpenRecentFile(std::size_t index);
+
+    // One minute of the auto-save timer.
+    void AutoSaveTick();
+
+    // Before a command changes the menu on the canvas: keeps the menu and MenuTracks.
+    void UndoAdd();
+    // Puts back the last snapshot.
+    void UndoDo();
+
+    // The commands that renumber or check the whole project, with the window's part after them.
+    NormalizeResult Normalize();
+    bool Check(bool showMessage);
+
+    void EnableItems(bool state);
+
 private:
+    void RestartAutoSave();
+    void ClearUndo();
+    void ForgetCanvas();
+    void ReadMovieFps();
+
     ProgramState& program_;
     Prompt& prompt_;
     FormHost& forms_;
     Clock clock_;
 };
+
+// The main window's caption: "<file name> - Menuwright ver. <version> by Ostrander", or without
+// the file name when no project is open.
+std::string WindowTitleFor(const std::string& projectFile);
 
 } // namespace mw

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "core/Prompt.h"
+#include "core/settings/Settings.h"
+#include "i18n/LangDoc.h"
+
+#include <string>
+#include <vector>
+
+namespace mw {
+
+// Our own route from pictures to a menu video (MethodForPicToMenu 2): the pictures are
+// encoded to MPEG-4 under the FourCC "divx" and written straight into the output, with the
+// audio file, when given and present, as a second stream. The caller has settled the names
+// and deleted an old output. True on success; on failure the message has been shown and no
+// output is left behind.
+
+// One frame per picture, in order.
+bool BuiltInAviFromPics(const std::vector<std::string>& pictures, const std::string& output, double fps,
+                        const std::string& audio, const Settings& settings, const LangDoc& lang, Prompt& prompt);
+// Five seconds of one picture: Round(fps) * 5 frames.
+bool BuiltInAviFromaPic(const std::string& picture, const std::string& output, double fps, const std::string& audio,
+                        const Settings& settings, const LangDoc& lang, Prompt& prompt);
+
+} // namespace mw

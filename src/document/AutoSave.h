@@ -1,0 +1,18 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+
+namespace mw {
+
+// How many auto-save files take turns.
+inline constexpr int kAutoSaveSlots = 3;
+
+// "_tmpFile_<slot + 1>_<dd.mm.yyyy>_<hh.mm.ss>.xml" in local time.
+std::string AutoSaveFileName(int slot, std::chrono::system_clock::time_point when);
+
+// Deletes the files "_tmpFile_<slot + 1>*.xml" of the folder: the slot's earlier auto-save.
+void DeleteAutoSaveSlot(const std::filesystem::path& folder, int slot);
+
+} // namespace mw

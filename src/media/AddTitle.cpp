@@ -1,0 +1,107 @@
+#include "media/AddTitle.h"
+
+#include "core/NumberText.h"
+#include "core/Paths.h"
+#include "core/Text.h"
+#include "document/Project.h"
+#include "document/SchemaNodes.h"
+#include "document/TreeQueries.h"
+#include "media/NewTitleForm.h"
+#include "media/TitleNodes.h"
+
+namespace mw {
+
+namespace {
+
+// "01wb" for the stream a default-track combo stands at, "none" for "<none>".
+std::string DefaultTrack(const ComboList& combo, const char* suffix)
+{
+    const int stream = ChosenStream(combo);
+    return stream < 0 ? "none" : PadZeros(stream, 2) + suffix;
+}
+
+} // namespace
+
+void mnuAddTitle(Project& project)
+{
+    FileDialogRequest request;
+    request.Title = "Select new titles/movies";
+    request.Filter = "*.avi;*.divx|*.avi;*.divx";
+    request.InitialDir = project.Values().LastFolderUsed;
+    request.MultiSelect = true;
+    const std::vector<std::string> files = project.Ask().OpenFiles(request);
+    if (files.empty())
+        return;
+    project.Values().LastFolderUsed = FolderOf(files.front());
+    for (const std::string& file : files) {
+        if (file.empty())
+            break;
+        AddTitle(project, file);
+    }
+}
+
+void AddTitle(Project& project, const std::string& fileName)
+{
+    NewTitleForm form;
+    double fps = project.MovieFps;
+    FillNewTitleForm(form, fileName, fps, project.Ask());
+    if (!project.Forms().ShowNewTitle(form))
+        return;
+
+    project.MarkDirty();
+    Document& doc = project.Doc;
+    DocTree& tree = doc.Tree;
+    DocNode* media = FindMediaNode(doc);
+    if (!media)
+        return;
+    const std::string& defLang = project.Values().defLang;
+    const long titleId = doc.NextObjectID;
+    DocNode& title = AddNextObjectNode(doc, *media, "Title", "movie");
+    AddPropRow(tree, title, "translationLookupID", std::to_string(titleId + 1));
+    AddPropRow(tree, title, "defaultAudioTrack", "none");
+    AddPropRow(tree, title, "defaultSubtitleTrack", "none");
+
+    // A project without a translation table keeps the title as far as it got.
+    DocNode* table = tree.ObjectNode(Get1NodeInNode(*tree.Root(), "translationtable"));
+    if (!table)
+        return;
+    AddTranslationLookup(tree, *table, doc.NextObjectID, defLang, "<an other title " + std::to_string(titleId) + ">");
+    doc.NextObjectID += 2;
+    const std::string sourceId = std::to_string(doc.NextObjectID);
+    DocNode& source = AddNextObjectNode(doc, title, "MediaSource", "movie");
+    AddPropRow(tree, source, "mediaType", "featureAvi");
+    AddPropRow(tree, source, "location", fileName);
+
+    AddTitleTracks(doc, title, *table, sourceId, form.Tracks, true, defLang);
+    UpdatePropertyInNode(tree, title, "defaultAudioTrack", DefaultTrack(form.Combo1, "wb"), false);
+    UpdatePropertyInNode(tree, title, "defaultSubtitleTrack", DefaultTrack(form.Combo2, "sb"), false);
+}
+
+void AddTitleTracks(Document& doc, DocNode& title, DocNode& table, const std::string& sourceId,
+                    const TrackRows& rows, bool languageFromName, const std::string& defLang)
+{
+    DocTree& tree = doc.Tree;
+    long id = doc.NextObjectID;
+    for (const TrackRow& row : rows) {
+        const std::string kind = Lower(row.Kind);
+        DocNode& track = AddObjectNode(tree, title, id, "MediaTrack", TrackNodeKind(kind));
+        AddPropRow(tree, track, "mediaSourceID", sourceId);
+        AddPropRow(tree, track, "trackID", row.TrackID);
+        if (kind == "video") {
+            AddPropRow(tree, track, "startFrame", row.StartFrame);
+            AddPropRow(tree, track, "endFrame", row.EndFrame);
+        } else {
+            const std::string code = languageFromName ? TrackLanguage(row.NameLanguage, defLang) : defLang;
+            AddPropRow(tree, track, "languageCode", code);
+            AddPropRow(tree, track, "strn", row.NameLanguage);
+            AddPropRow(tree, track, "translationLookupID", std::to_string(id + 1));
+            AddTranslationLookup(tree, table, id + 1, code, row.NameLanguage);
+            id += 2;
+        }
+        AddPropRow(tree, track, "type", kind);
+        ++id;
+    }
+    doc.NextObjectID = id;
+}
+
+} // namespace mw

@@ -1,0 +1,157 @@
+#include "media/Chapters.h"
+
+#include "core/Text.h"
+#include "core/settings/Settings.h"
+#include "document/Project.h"
+#include "document/SchemaNodes.h"
+#include "document/TreeQueries.h"
+#include "media/ChapForm.h"
+#include "media/ChapterNodes.h"
+#include "media/TitleNodes.h"
+#include "media/mAVIDecs.h"
+
+#include <algorithm>
+
+namespace mw {
+
+namespace {
+
+// The ranges of the regular division: each chapter ends one frame before the key frame nearest
+// its ideal end, when that key frame lies past its start.
+std::vector<ChapterRange> RegularRanges(const ChapForm& form, const std::string& file, Prompt& prompt)
+{
+    const bool perMinutes = form.Mode == ChapMode::PerMinutes;
+    const long long count = LeadingNumber(perMinutes ? form.lblCountChapters.Caption : form.txtChapters);
+    const long step = static_cast<long>(LeadingNumber(perMinutes ? form.lblCountChapters.Tag : form.lblCountTime.Tag));
+    std::vector<ChapterRange> ranges;
+    long start = 0;
+    for (long long i = 0; i < count; ++i) {
+        long end = start + step - 1;
+        const long key = FindNearestKeyFrame(file, end, true, prompt);
+        if (key > start)
+            end = key - 1;
+        end = std::min(end, form.lblEndFrame);
+        ranges.push_back({start, end, ""});
+        start = end + 1;
+    }
+    return ranges;
+}
+
+// Each imported frame starts a chapter after the first; the last chapter runs to the end.
+std::vector<ChapterRange> ImportedRanges(const ChapForm& form)
+{
+    std::vector<ChapterRange> ranges;
+    long start = 0;
+    for (std::size_t i = 0; i <= form.List1.size(); ++i) {
+        const long end = std::min(i < form.List1.size() ? form.List1[i] - 1 : form.lblEndFrame, form.lblEndFrame);
+        ranges.push_back({start, end, ""});
+        start = end + 1;
+    }
+    return ranges;
+}
+
+std::vector<ChapterRange> ChapterRanges(const ChapForm& form, const std::string& file, Prompt& prompt)
+{
+    if (form.Mode == ChapMode::Manual) {
+        std::vector<ChapterRange> ranges;
+        for (const ChapterRow& row : form.ListView1)
+            ranges.push_back({row.Start, std::min(row.End, form.lblEndFrame), row.Name});
+        return ranges;
+    }
+    if (form.Imported)
+        return ImportedRanges(form);
+    return RegularRanges(form, file, prompt);
+}
+
+// The chapters of the form's chosen title. False when the run must stop: the user cancelled
+// or the title's tracks could not be read.
+bool CreateChapsForTitle(Project& project, ChapForm& form)
+{
+    Document& doc = project.Doc;
+    Prompt& prompt = project.Ask();
+    DocNode* title = doc.Tree.ObjectNode(ChosenTitleID(form));
+    if (!IsTitleNode(title))
+        return false;
+    const std::string file = ChosenTitleFile(form);
+
+    std::vector<std::string> oldIds;
+    const std::vector<DocNode*> oldChapters = ChapterNodesOf(*title);
+    if (!oldChapters.empty()) {
+        // Hand-made lists replace what was there without asking.
+        PromptAnswer answer = PromptAnswer::Yes;
+        if (form.Mode != ChapMode::Manual)
+            answer = prompt.Ask("Seems that this title has chapters. Delete them first?\r\n" + file,
+                                PromptButtons::YesNoCancel, PromptAnswer::Yes);
+        if (answer == PromptAnswer::Cancel)
+            return false;
+        if (answer == PromptAnswer::Yes) {
+            for (DocNode* chapter : oldChapters) {
+                oldIds.push_back(ObjectIdOf(*chapter));
+                RemoveChapter(doc.Tree, *chapter);
+            }
+            project.MarkDirty();
+        }
+    }
+
+    DocNode& table = GetOrCreateTransNode(doc);
+    const DocNode* source = MediaSourceOf(*title);
+    const std::string sourceId = source ? ObjectIdOf(*source) : "";
+    if (form.lstTracks.empty()) {
+        prompt.Message("An error occured loading tracks");
+        return false;
+    }
+
+    const std::vector<ChapterRange> ranges = ChapterRanges(form, file, prompt);
+    const FormTexts texts = project.Texts();
+    SharedLookups shared;
+    std::vector<long> newIds;
+    for (std::size_t i = 0; i < ranges.size(); ++i)
+        newIds.push_back(AddChapterNodes(doc, *title, table, sourceId, form.lstTracks, static_cast<int>(i) + 1,
+                                         ranges[i], project.Values().defLang, shared, texts, prompt));
+    RepairChapterReferences(doc.Tree, oldIds, newIds, texts, prompt);
+    project.MarkDirty();
+    return true;
+}
+
+} // namespace
+
+std::string ChapSettingsFile(const Project& project)
+{
+    return SettingsFilePath(project.ProgramFolder()).string();
+}
+
+void mnuCreateChapters(Project& project)
+{
+    ChapForm form;
+    LoadChapForm(form, project.Doc, ChapSettingsFile(project), project.Ask());
+    CreateChaps(project, form, true);
+}
+
+void CreateChaps(Project& project, ChapForm& form, bool showForm)
+{
+    Prompt& prompt = project.Ask();
+    if (showForm) {
+        form.Combo1.ListIndex = form.Combo1.Items.empty() ? -1 : 0;
+        if (form.Combo1.ListIndex == 0)
+            Combo1_Click(form, project.Doc, prompt);
+        form.chkAll = false;
+        form.Accepted = false;
+        if (!project.Forms().ShowChap(form))
+            return;
+    }
+    if (!form.chkAll) {
+        CreateChapsForTitle(project, form);
+        return;
+    }
+    // Every title is loaded in turn; a regular division is worked out again for its length.
+    for (std::size_t i = 0; i < form.Combo1.Items.size(); ++i) {
+        form.Combo1.ListIndex = static_cast<int>(i);
+        LoadChosenTitle(form, prompt);
+        if (form.Mode != ChapMode::Manual && !form.Imported)
+            CalcChapters(form, prompt);
+        if (!CreateChapsForTitle(project, form))
+            return;
+    }
+}
+
+} // namespace mw

@@ -1,0 +1,88 @@
+#include "media/TitleNodes.h"
+
+#include "core/Paths.h"
+#include "core/Text.h"
+#include "document/TreeQueries.h"
+#include "media/StreamLanguage.h"
+
+namespace mw {
+
+DocNode* FindMediaNode(const Document& doc)
+{
+    const DocNode* root = doc.Tree.Root();
+    if (!root)
+        return nullptr;
+    for (const auto& child : *root) {
+        if (Lower(child->Text) == "media")
+            return child.get();
+    }
+    return nullptr;
+}
+
+std::vector<DocNode*> TitleNodes(const Document& doc)
+{
+    std::vector<DocNode*> titles;
+    if (const DocNode* media = FindMediaNode(doc)) {
+        for (const auto& child : *media) {
+            if (IsTitleNode(child.get()))
+                titles.push_back(child.get());
+        }
+    }
+    return titles;
+}
+
+bool IsTitleNode(const DocNode* node)
+{
+    return node && node->HasChildren() && EqualsNoCase(node->Text, "Title");
+}
+
+DocNode* MediaSourceOf(const DocNode& title)
+{
+    for (const auto& child : title) {
+        if (EqualsNoCase(child->Text, "MediaSource"))
+            return child.get();
+    }
+    return nullptr;
+}
+
+std::string TitleFile(const Document& doc, const DocNode& title)
+{
+    const DocNode* source = MediaSourceOf(title);
+    if (!source)
+        return "";
+    return ResolveLocation(doc.ProjectFile, GetPropertyInNode(*source, "location"));
+}
+
+std::string ObjectIdOf(const DocNode& node)
+{
+    return GetPropertyInNode(node, "objectID");
+}
+
+std::string TrackNodeKind(const std::string& kindWord)
+{
+    const std::string kind = Lower(kindWord);
+    if (kind == "video")
+        return "movielink";
+    if (kind == "audio")
+        return "audiolink";
+    if (kind == "subtitle")
+        return "sublink";
+    return "node";
+}
+
+std::string TrackLanguage(const std::string& strn, const std::string& defLang)
+{
+    std::string code = StreamLanguageCode(strn);
+    return code.empty() ? defLang : code;
+}
+
+void RemoveLookups(DocTree& tree, const std::vector<std::string>& ids)
+{
+    for (const std::string& id : ids) {
+        DocNode* found = id.empty() ? nullptr : tree.ObjectNode(id);
+        if (found && EqualsNoCase(found->Text, "TranslationLookup"))
+            tree.Remove(*found);
+    }
+}
+
+} // namespace mw

@@ -1,0 +1,237 @@
+// Pictures made into a menu video by our own route: frame counts and rates, the messages of
+// the run, the output file and the audio beside the video.
+#include "build/PicturesToMenuVideo.h"
+
+#include "build/BuildTestFiles.h"
+#include "build/PicToMenuSteps.h"
+#include "core/ScratchFolder.h"
+#include "core/ScriptedPrompt.h"
+#include "media/AviFile.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using mw::Rgb;
+
+constexpr const char* kTooBig = "Be sure that image size is not more than 720x576 pixels";
+
+TEST(MenuVideoNumbers, RateAndFramesRoundHalvesToEven)
+{
+    struct Case {
+        double Fps;
+        std::uint32_t Rate;
+        long Frames;
+    };
+    const Case cases[] = {
+        {25, 25000, 125},  {29.97, 29970, 150}, {23.976, 23976, 120}, {2.5, 2500, 10},
+        {3.5, 3500, 20},   {0.0005, 0, 0},      {0, 0, 0},            {-25, 0, 0},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(mw::MenuVideoRate(c.Fps), c.Rate) << c.Fps;
+        EXPECT_EQ(mw::SinglePictureFrames(c.Fps), c.Frames) << c.Fps;
+    }
+}
+
+TEST(MenuVideoNames, OutputGetsAviEndingAndIsAskedForWhenEmpty)
+{
+    mw::ScriptedPrompt prompt;
+    EXPECT_EQ(mw::AskAviOutputName("/m/menu", prompt), "/m/menu.avi");
+    EXPECT_EQ(mw::AskAviOutputName("/m/menu.AVI", prompt), "/m/menu.AVI");
+    EXPECT_TRUE(prompt.Log.empty());
+
+    prompt.SavedFiles.push_back(std::string("/m/chosen"));
+    EXPECT_EQ(mw::AskAviOutputName("", prompt), "/m/chosen.avi");
+    ASSERT_EQ(prompt.Log.size(), 1u);
+    EXPECT_EQ(prompt.Log[0].Kind, "save");
+    EXPECT_EQ(prompt.Log[0].Title, "Select avi file name to create");
+    EXPECT_EQ(prompt.Log[0].Text, "*.avi|*.avi"); // the filter
+    EXPECT_EQ(mw::AskAviOutputName("", prompt), std::nullopt); // cancelled
+
+    EXPECT_EQ(mw::AskPictureName("", prompt), std::nullopt);
+    EXPECT_EQ(prompt.Log.back().Title, "Select a picture");
+}
+
+class MenuVideo : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (!mw::test::HaveTool("ffprobe") || !mw::test::HaveTool("ffmpeg"))
+            GTEST_SKIP() << "ffmpeg and ffprobe are needed to check the videos";
+    }
+
+    fs::path Picture(const std::string& name, int width, int height, mw::Colour colour) const
+    {
+        return mw::test::SavePicture(scratch_.Path() / name, width, height, colour);
+    }
+    fs::path Output() const { return scratch_.Path() / "menu.avi"; }
+
+    bool FromPicture(const fs::path& picture, double fps, const std::string& audio = {})
+    {
+        return mw::CreateAviFromaPic(picture.string(), Output().string(), fps, audio, mw::kPicToMenuBuiltIn,
+                                     settings_, lang_, prompt_);
+    }
+
+    mw::Settings settings_;
+    mw::LangDoc lang_;
+    mw::ScriptedPrompt prompt_;
+    mw::test::ScratchFolder scratch_;
+};
+
+TEST_F(MenuVideo, OnePictureMakesFiveSecondsAtTheGivenRate)
+{
+    ASSERT_TRUE(FromPicture(Picture("still.bmp", 720, 576, Rgb(0, 0, 255)), 29.97));
+    EXPECT_TRUE(prompt_.Texts().empty());
+
+    const auto read = mw::AviFile::Open(Output().string());
+    ASSERT_TRUE(read);
+    const mw::AviStreamInfo& info = read->Stream(0).Info;
+    EXPECT_EQ(info.dwRate, 29970u);
+    EXPECT_EQ(info.dwScale, 1000u);
+    EXPECT_EQ(info.fccHandler, mw::FourCCFromString("divx"));
+    EXPECT_EQ(info.szName, "video from Menuwright");
+    EXPECT_EQ(read->Stream(0).Chunks.size(), 150u);
+
+    const auto probe = mw::test::ProbeStream(Output(), "v:0");
+    EXPECT_EQ(probe.at("codec_name"), "mpeg4");
+    EXPECT_EQ(probe.at("codec_tag_string"), "divx");
+    EXPECT_EQ(probe.at("width"), "720");
+    EXPECT_EQ(probe.at("height"), "576");
+    EXPECT_EQ(probe.at("nb_read_packets"), "150");
+}
+
+TEST_F(MenuVideo, AListMakesOneFramePerPictureInOrder)
+{
+    const std::vector<std::string> pictures = {Picture("red.bmp", 64, 48, Rgb(255, 0, 0)).string(),
+                                               Picture("green.bmp", 64, 48, Rgb(0, 255, 0)).string(),
+                                               Picture("blue.bmp", 64, 48, Rgb(0, 0, 255)).string()};
+    ASSERT_TRUE(mw::CreateAviFromPics(pictures, Output().string(), 25, "", mw::kPicToMenuBuiltIn, settings_, lang_,
+                                      prompt_));
+    EXPECT_EQ(mw::test::ProbeStream(Output(), "v:0").at("nb_read_packets"), "3");
+
+    const std::string pixels = mw::test::DecodedFramePixels(Output());
+    ASSERT_EQ(pixels.size(), 9u);
+    for (int frame = 0; frame < 3; ++frame) {
+        for (int channel = 0; channel < 3; ++channel) {
+            const int value = static_cast<unsigned char>(pixels[static_cast<std::size_t>(3 * frame + channel)]);
+            if (channel == frame)
+                EXPECT_GT(value, 180) << frame;
+            else
+                EXPECT_LT(value, 90) << frame;
+        }
+    }
+}
+
+TEST_F(MenuVideo, AnOversizedPictureIsReportedAndTheRunGoesOn)
+{
+    const std::vector<std::string> pictures = {Picture("small.bmp", 320, 240, Rgb(1, 2, 3)).string(),
+                                               Picture("wide.bmp", 800, 200, Rgb(4, 5, 6)).string(),
+                                               Picture("tall.bmp", 100, 600, Rgb(7, 8, 9)).string()};
+    ASSERT_TRUE(mw::CreateAviFromPics(pictures, Output().string(), 25, "", mw::kPicToMenuBuiltIn, settings_, lang_,
+                                      prompt_));
+    EXPECT_EQ(prompt_.Texts(), (std::vector<std::string>{kTooBig, kTooBig}));
+    const auto probe = mw::test::ProbeStream(Output(), "v:0");
+    EXPECT_EQ(probe.at("nb_read_packets"), "3");
+    EXPECT_EQ(probe.at("width"), "320");
+
+    mw::ScriptedPrompt prompt;
+    ASSERT_TRUE(mw::CreateAviFromaPic(Picture("big.bmp", 721, 576, Rgb(1, 1, 1)).string(), Output().string(), 5, "",
+                                      mw::kPicToMenuBuiltIn, settings_, lang_, prompt));
+    EXPECT_EQ(prompt.Texts(), std::vector<std::string>{kTooBig}); // once, not once per frame
+}
+
+TEST_F(MenuVideo, AMissingPictureEndsTheRunWithImageNotFound)
+{
+    ASSERT_TRUE(FromPicture(Picture("old.bmp", 32, 32, Rgb(0, 0, 0)), 25));
+    EXPECT_FALSE(FromPicture(scratch_.Path() / "missing.png", 25));
+    EXPECT_EQ(prompt_.Texts(), std::vector<std::string>{"Image not found"});
+    EXPECT_FALSE(fs::exists(Output())); // the old output was deleted first
+
+    const std::vector<std::string> pictures = {Picture("one.bmp", 32, 32, Rgb(0, 0, 0)).string(),
+                                               (scratch_.Path() / "gone.bmp").string()};
+    mw::ScriptedPrompt prompt;
+    EXPECT_FALSE(mw::CreateAviFromPics(pictures, Output().string(), 25, "", mw::kPicToMenuBuiltIn, settings_, lang_,
+                                       prompt));
+    EXPECT_EQ(prompt.Texts(), std::vector<std::string>{"An error occurred whilst creating the AVI: File not found"});
+    EXPECT_FALSE(fs::exists(Output()));
+}
+
+TEST_F(MenuVideo, AnOutputThatCannotBeDeletedStopsTheRun)
+{
+    fs::create_directories(Output() / "inside");
+    EXPECT_FALSE(FromPicture(Picture("p.bmp", 32, 32, Rgb(0, 0, 0)), 25));
+    EXPECT_EQ(prompt_.Texts(), std::vector<std::string>{"Can not delete file " + Output().string()});
+}
+
+TEST_F(MenuVideo, AFailedStreamIsReportedAndLeavesNoOutput)
+{
+    EXPECT_FALSE(FromPicture(Picture("p.bmp", 32, 32, Rgb(0, 0, 0)), 0));
+    EXPECT_EQ(prompt_.Texts(),
+              std::vector<std::string>{"An error occurred whilst creating the AVI: Failed to create a new AVI stream"});
+    EXPECT_FALSE(fs::exists(Output()));
+}
+
+TEST_F(MenuVideo, DebugCheckpointsComeInTheirOrder)
+{
+    settings_.ShowDebugMessage = true;
+    ASSERT_TRUE(FromPicture(Picture("p.bmp", 32, 32, Rgb(0, 0, 0)), 29.97));
+    EXPECT_EQ(prompt_.Texts(),
+              (std::vector<std::string>{"Before create avi", "After create", "After load", "Before stream create",
+                                        "Before AVI open", "Before AVI stream", "Before AVI compressed stream",
+                                        "Before AVI add frame", "After AVI add frame", "FPS 29.97",
+                                        "After stream close"}));
+}
+
+TEST_F(MenuVideo, AudioGoesInAsASecondStreamWithItsCodecUntouched)
+{
+    struct Case {
+        const char* File;
+        const char* Encode;
+        const char* Codec;
+    };
+    const Case cases[] = {
+        {"tone.wav", "-c:a pcm_s16le", "pcm_s16le"},
+        {"tone.mp2", "-c:a mp2", "mp2"},
+        {"tone.mp3", "-c:a libmp3lame", "mp3"},
+        {"tone.ac3", "-c:a ac3", "ac3"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.File);
+        const fs::path audio =
+            mw::test::FfmpegFixture(c.File, std::string("-f lavfi -i sine=frequency=440:duration=3 -ar 48000 ") + c.Encode);
+        if (audio.empty())
+            continue; // this ffmpeg lacks the encoder
+        const std::string sourcePackets = mw::test::ProbeStream(audio, "a:0").at("nb_read_packets");
+        ASSERT_TRUE(FromPicture(Picture("p.bmp", 64, 48, Rgb(0, 0, 0)), 25, audio.string()));
+        EXPECT_EQ(mw::test::ProbeStream(Output(), "v:0").at("nb_read_packets"), "125");
+        const auto probe = mw::test::ProbeStream(Output(), "a:0");
+        EXPECT_EQ(probe.at("codec_name"), c.Codec);
+        EXPECT_EQ(probe.at("sample_rate"), "48000");
+        if (std::string(c.Codec) != "pcm_s16le") { // PCM packets are cut anew by the reader
+            EXPECT_EQ(probe.at("nb_read_packets"), sourcePackets);
+        }
+    }
+}
+
+TEST_F(MenuVideo, OtherAudioIsEncodedToMpegAudio)
+{
+    const fs::path audio = mw::test::FfmpegFixture("tone.flac", "-f lavfi -i sine=duration=2 -ac 2 -c:a flac");
+    ASSERT_FALSE(audio.empty());
+    ASSERT_TRUE(FromPicture(Picture("p.bmp", 64, 48, Rgb(0, 0, 0)), 25, audio.string()));
+    const auto probe = mw::test::ProbeStream(Output(), "a:0");
+    EXPECT_TRUE(probe.at("codec_name") == "mp3" || probe.at("codec_name") == "mp2") << probe.at("codec_name");
+    EXPECT_EQ(probe.at("channels"), "2");
+    const std::string duration = mw::test::CommandOutput(
+        "ffprobe -v error -select_streams a:0 -show_entries stream=duration -of csv=p=0 '" + Output().string() + "'");
+    EXPECT_NEAR(std::stod(duration), 2.0, 0.1);
+}
+
+TEST_F(MenuVideo, AMissingAudioFileIsLeftOut)
+{
+    ASSERT_TRUE(FromPicture(Picture("p.bmp", 64, 48, Rgb(0, 0, 0)), 25, (scratch_.Path() / "none.wav").string()));
+    EXPECT_TRUE(prompt_.Texts().empty());
+    EXPECT_TRUE(mw::test::ProbeStream(Output(), "a:0").empty());
+}
+
+} // namespace

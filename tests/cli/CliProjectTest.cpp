@@ -1,0 +1,85 @@
+// The command line's project commands: what they write, print and how they exit.
+#include "core/ScratchFolder.h"
+#include "media/TitleTestKit.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using mw::test::CommandResult;
+
+class CliProject : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        const fs::path fixture = mw::test::ShortMovie();
+        if (fixture.empty())
+            GTEST_SKIP() << "ffmpeg is not available";
+        movie = folder.Path() / "movie.avi";
+        fs::copy_file(fixture, movie);
+    }
+    // Standard error is dropped: the contract is standard output, the exit status and the files.
+    CommandResult Cli(const std::string& arguments) const
+    {
+        return mw::test::RunCommand("cd '" + folder.Path().string() + "' && MENUWRIGHT_HOME='" +
+                                    folder.Path().string() + "' '" MENUWRIGHT_CLI_PATH "' " + arguments +
+                                    " 2>/dev/null");
+    }
+    std::string Saved(const std::string& name) const { return mw::test::ReadAll(folder.Path() / name); }
+
+    mw::test::ScratchFolder folder;
+    fs::path movie;
+};
+
+TEST_F(CliProject, NewTakesTheDialogsDefaults)
+{
+    const CommandResult r = Cli("new movie.avi -o project");
+    EXPECT_EQ(r.Exit, 0);
+    EXPECT_EQ(r.Out, "");
+    const std::string xml = Saved("project.xml"); // the name gets its extension
+    EXPECT_NE(xml.find("defaultMenuLanguage=\"en\""), std::string::npos) << xml;
+    EXPECT_NE(xml.find("defaultAudioTrack=\"01wb\" defaultSubtitleTrack=\"none\""), std::string::npos);
+    EXPECT_NE(xml.find("location=\"" + movie.string() + "\""), std::string::npos);
+    EXPECT_NE(xml.find("strn=\"Audio - en-US;02\""), std::string::npos);
+
+    const CommandResult check = Cli("check project.xml");
+    EXPECT_EQ(check.Exit, 0) << check.Out;
+}
+
+TEST_F(CliProject, NewTakesTheChosenStreamsAndLanguage)
+{
+    struct Case {
+        const char* Options;
+        const char* Expected;
+    };
+    for (const Case& c : {Case{"--default-audio none --lang de", "defaultMenuLanguage=\"de\""},
+                          Case{"--default-audio none", "defaultAudioTrack=\"none\""},
+                          Case{"--default-audio 1 --default-subtitle none", "defaultAudioTrack=\"01wb\""}}) {
+        SCOPED_TRACE(c.Options);
+        ASSERT_EQ(Cli(std::string("new movie.avi -o chosen.xml ") + c.Options).Exit, 0);
+        EXPECT_NE(Saved("chosen.xml").find(c.Expected), std::string::npos) << Saved("chosen.xml");
+    }
+    EXPECT_NE(Saved("chosen.xml").find("defaultMenuLanguage=\"en\""), std::string::npos); // --lang was for one run
+}
+
+TEST_F(CliProject, NewRefusesWhatItCannotDo)
+{
+    for (const char* arguments :
+         {"new movie.avi", "new -o x.xml", "new gone.avi -o x.xml", "new movie.avi -o x.xml --default-audio 0",
+          "new movie.avi -o x.xml --default-subtitle 1", "new movie.avi -o x.xml --default-audio one",
+          "new movie.avi -o x.xml --lang", "new movie.avi movie.avi -o x.xml"}) {
+        SCOPED_TRACE(arguments);
+        EXPECT_EQ(Cli(arguments).Exit, 2);
+        EXPECT_FALSE(fs::exists(folder.Path() / "x.xml"));
+    }
+}
+
+TEST_F(CliProject, NewThatCannotBeSavedExitsThree)
+{
+    const CommandResult r = Cli("new movie.avi -o no/such/folder/x.xml");
+    EXPECT_EQ(r.Exit, 3);
+    EXPECT_NE(r.Out.find("Could not save"), std::string::npos) << r.Out;
+}
+
+} // namespace

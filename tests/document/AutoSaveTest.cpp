@@ -1,0 +1,106 @@
+#include "ProjectFixture.h"
+
+#include "document/AutoSave.h"
+#include "document/XmlToTreeView.h"
+
+#include <algorithm>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
+
+TEST(AutoSaveNameTest, SlotDateAndTimeInLocalTime)
+{
+    const auto when = mw::test::LocalTime(2004, 3, 5, 18, 22, 1);
+    EXPECT_EQ(mw::AutoSaveFileName(1, when), "_tmpFile_2_05.03.2004_18.22.01.xml");
+    EXPECT_EQ(mw::AutoSaveFileName(0, mw::test::LocalTime(2023, 12, 31, 0, 0, 9)),
+              "_tmpFile_1_31.12.2023_00.00.09.xml");
+}
+
+class AutoSaveTest : public mw::test::ProjectFixture {
+protected:
+    // The auto-save files of the program folder, sorted.
+    Texts Files()
+    {
+        Texts names;
+        for (const auto& entry : fs::directory_iterator(home.Path())) {
+            const std::string name = entry.path().filename().string();
+            if (name.starts_with("_tmpFile_"))
+                names.push_back(name);
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+    // One timer tick, a minute after the last.
+    void Tick()
+    {
+        now += std::chrono::minutes(1);
+        project.AutoSaveTick();
+    }
+};
+
+TEST_F(AutoSaveTest, SavesEveryAutoSaveMinTicks)
+{
+    for (int minutes : {1, 5}) {
+        SCOPED_TRACE(minutes);
+        for (const std::string& file : Files())
+            fs::remove(home.Path() / file);
+        program.Values.AutoSaveMin = minutes;
+        Open("p.xml");
+        std::vector<int> savedAt;
+        for (int tick = 1; tick <= 10; ++tick) {
+            const int slot = project.AutoSaveSlot;
+            Tick();
+            if (project.AutoSaveSlot == slot)
+                continue;
+            savedAt.push_back(tick);
+            EXPECT_TRUE(fs::exists(home.Path() / mw::AutoSaveFileName(slot, now)));
+        }
+        const std::vector<int> expected = minutes == 1 ? std::vector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10}
+                                                       : std::vector<int>{5, 10};
+        EXPECT_EQ(savedAt, expected);
+    }
+}
+
+TEST_F(AutoSaveTest, ThreeFilesTakeTurnsAndTheProjectStaysAsItWas)
+{
+    program.Values.AutoSaveMin = 1;
+    Open("p.xml");
+    project.MarkDirty();
+    const std::string title = project.WindowTitle;
+    const Texts recent = project.RecentFiles();
+    now = mw::test::LocalTime(2004, 3, 5, 18, 21, 1);
+
+    for (int tick = 0; tick < 4; ++tick)
+        Tick();
+
+    // The fourth save went into slot 1 and took the place of the first.
+    EXPECT_EQ(Files(), (Texts{"_tmpFile_1_05.03.2004_18.25.01.xml", "_tmpFile_2_05.03.2004_18.23.01.xml",
+                              "_tmpFile_3_05.03.2004_18.24.01.xml"}));
+    EXPECT_EQ(project.AutoSaveSlot, 1);
+    mw::Document saved;
+    ASSERT_TRUE(mw::LoadXmlFile((home.Path() / "_tmpFile_1_05.03.2004_18.25.01.xml").string(), saved, prompt));
+    EXPECT_EQ(mw::NodeToXmlString(*saved.Tree.Root()), Xml());
+    EXPECT_TRUE(project.FileIsDirty);
+    EXPECT_FALSE(project.FileIsNew);
+    EXPECT_EQ(project.Doc.ProjectFile, (work.Path() / "p.xml").string());
+    EXPECT_EQ(project.WindowTitle, title);
+    EXPECT_EQ(project.RecentFiles(), recent);
+    EXPECT_TRUE(prompt.Log.empty());
+}
+
+TEST_F(AutoSaveTest, NoTimerNoSave)
+{
+    program.Values.AutoSaveMin = 0;
+    Open("off.xml");
+    EXPECT_FALSE(project.AutoSaveRunning);
+    Tick();
+    program.Values.AutoSaveMin = 1;
+    Open("on.xml");
+    ASSERT_TRUE(project.CloseOpenFile());
+    Tick();
+    EXPECT_EQ(Files(), Texts{});
+}
+
+} // namespace

@@ -1,0 +1,80 @@
+#pragma once
+
+// An open project for the project-life tests: a program folder of its own, a scripted prompt,
+// scripted dialogs and a clock that the test sets.
+
+#include "core/ProgramStart.h"
+#include "core/ScratchFolder.h"
+#include "core/ScriptedPrompt.h"
+#include "document/Project.h"
+#include "document/TreeViewToXml.h"
+#include "media/TitleTestKit.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <ctime>
+
+namespace mw::test {
+
+// A project with one title, MenuTracks with a video track, a menu in "en" using it, and an
+// empty "de" set.
+inline const char* kMenuProject =
+    R"(<DivXMediaManager menuVersion="1" objectID="1" defaultMenuLanguage="en" version="1.0">
+<TranslationTable objectID="3"/>
+<Media objectID="2">
+<Title objectID="6">
+<MediaSource objectID="7" mediaType="featureAvi" location="movie.avi"/>
+</Title>
+<MenuTracks objectID="20">
+<MediaSource objectID="21" mediaType="menuAvi" location="menu.avi"/>
+<MediaTrack objectID="22" mediaSourceID="21" trackID="00dc" startFrame="0" endFrame="10" type="video"/>
+</MenuTracks>
+</Media>
+<LanguageMenus objectID="9" languageCode="en" startingMenuID="12" rootMenuID="none">
+<DivXMediaMenu objectID="12" backgroundVideoID="22" backgroundAudioID="none" menuType="title" menuName="Main"/>
+</LanguageMenus>
+<LanguageMenus objectID="30" languageCode="de" startingMenuID="none" rootMenuID="none"/>
+</DivXMediaManager>
+)";
+
+// A local time as the clock gives it.
+inline std::chrono::system_clock::time_point LocalTime(int year, int month, int day, int hour, int minute,
+                                                       int second)
+{
+    std::tm tm{};
+    tm.tm_year = year - 1900;
+    tm.tm_mon = month - 1;
+    tm.tm_mday = day;
+    tm.tm_hour = hour;
+    tm.tm_min = minute;
+    tm.tm_sec = second;
+    tm.tm_isdst = -1;
+    return std::chrono::system_clock::from_time_t(std::mktime(&tm));
+}
+
+class ProjectFixture : public ::testing::Test {
+protected:
+    // Writes a project file into the work folder and returns its path.
+    std::string WriteProject(const std::string& name, const std::string& xml = kMenuProject)
+    {
+        return work.Write(name, xml).string();
+    }
+    // Opens a file of the work folder, which must succeed.
+    void Open(const std::string& name, const std::string& xml = kMenuProject)
+    {
+        ASSERT_TRUE(project.OpenFile(WriteProject(name, xml))) << ::testing::PrintToString(prompt.Texts());
+        prompt.Log.clear();
+    }
+    std::string Xml() { return project.Doc.Tree.Empty() ? "" : NodeToXmlString(*project.Doc.Tree.Root()); }
+
+    ScratchFolder home; // the program folder
+    ScratchFolder work; // where the user keeps projects and movies
+    ProgramState program{home.Path()};
+    ScriptedPrompt prompt;
+    ScriptedForms forms;
+    std::chrono::system_clock::time_point now = LocalTime(2004, 3, 5, 18, 22, 1);
+    Project project{program, prompt, forms, [this] { return now; }};
+};
+
+} // namespace mw::test

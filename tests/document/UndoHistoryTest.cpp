@@ -1,0 +1,122 @@
+#include "ProjectFixture.h"
+
+#include "document/SchemaNodes.h"
+#include "document/TreeQueries.h"
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class UndoHistoryTest : public mw::test::ProjectFixture {
+protected:
+    void SetUp() override
+    {
+        Open("menus.xml");
+        project.CurrentMenuID = "12";
+    }
+    mw::DocNode& Menu() { return project.Doc.Tree.Item("k12"); }
+    std::string MenuName() { return mw::GetPropertyInNode(Menu(), "menuname"); }
+    // One edit of the menu, as a command makes it: the undo step, then a new name and a new
+    // track for the menu.
+    void Edit(int step)
+    {
+        project.UndoAdd();
+        mw::UpdatePropertyInNode(project.Doc.Tree, Menu(), "menuName", "step " + std::to_string(step), false);
+        mw::DocNode& tracks = mw::GetMenuTracksOrCreate(project.Doc);
+        mw::AddNextObjectNode(project.Doc, tracks, "MediaTrack", "movielink");
+    }
+    std::size_t TrackCount()
+    {
+        std::size_t count = 0;
+        for (const auto& child : mw::GetMenuTracksOrCreate(project.Doc))
+            count += child->Text == "MediaTrack" ? 1 : 0;
+        return count;
+    }
+};
+
+TEST_F(UndoHistoryTest, EightStepsComeBackInOrderAndTheNinthPushesTheOldestOut)
+{
+    const std::size_t tracksAtStart = TrackCount();
+    for (int step = 1; step <= 9; ++step)
+        Edit(step);
+    EXPECT_EQ(project.Undo.Count(), 8u);
+    EXPECT_TRUE(project.Commands.mnuUndo);
+
+    // Undo k restores the name that stood before edit 10 - k, with its tracks.
+    for (int k = 1; k <= 8; ++k) {
+        SCOPED_TRACE(k);
+        project.UndoDo();
+        EXPECT_EQ(MenuName(), "step " + std::to_string(9 - k));
+        EXPECT_EQ(TrackCount(), tracksAtStart + static_cast<std::size_t>(9 - k));
+        EXPECT_EQ(project.Doc.MenuTracks.Count(), TrackCount());
+        EXPECT_EQ(project.Commands.mnuUndo, k < 8);
+        EXPECT_EQ(project.CurrentMenuID, "12");
+    }
+    project.UndoDo(); // the first edit is beyond reach
+    EXPECT_EQ(MenuName(), "step 1");
+    EXPECT_TRUE(prompt.Texts().empty());
+}
+
+TEST_F(UndoHistoryTest, UndoBringsBackTheSelectionAndTheExtraInfo)
+{
+    Menu().Tag = "<Menuwright Color1='255' Color2='65535' Color3='16777215' frame='4'/>";
+    mw::DocNode* row = Menu().Child(1);
+    project.Doc.Tree.Select(row); // a row has no key: the menu stands for it
+    Edit(1);
+    project.Doc.Tree.Select(nullptr);
+    project.UndoDo();
+    EXPECT_EQ(project.Doc.Tree.Selected(), &Menu());
+    EXPECT_EQ(Menu().Tag, "<Menuwright Color1='255' Color2='65535' Color3='16777215' frame='4'/>");
+    EXPECT_EQ(Menu().Parent(), &project.Doc.Tree.Item("k9"));
+    EXPECT_TRUE(project.FileIsDirty);
+}
+
+TEST_F(UndoHistoryTest, AMissingMenuIsAnErrorInUndoAndNoStep)
+{
+    project.CurrentMenuID = "77";
+    project.UndoAdd();
+    EXPECT_EQ(prompt.Texts(), Texts{"Error in undo"});
+    EXPECT_TRUE(project.Undo.Empty());
+    EXPECT_FALSE(project.Commands.mnuUndo);
+
+    prompt.Log.clear();
+    project.CurrentMenuID.clear(); // nothing on the canvas: nothing to keep
+    project.UndoAdd();
+    EXPECT_TRUE(prompt.Log.empty());
+    EXPECT_TRUE(project.Undo.Empty());
+}
+
+TEST_F(UndoHistoryTest, AParentThatVanishedEndsTheHistory)
+{
+    Edit(1);
+    Edit(2);
+    project.Doc.Tree.Remove(project.Doc.Tree.Item("k9"));
+    project.UndoDo();
+    EXPECT_EQ(prompt.Texts(), Texts{"Error trying to undo"});
+    EXPECT_TRUE(project.Undo.Empty());
+    EXPECT_FALSE(project.Commands.mnuUndo);
+}
+
+TEST_F(UndoHistoryTest, NewOpenAndCloseStartTheHistoryAnew)
+{
+    const std::string movie = work.Write("junk.avi", "").string();
+    const std::string other = WriteProject("other.xml");
+    const std::vector<std::pair<const char*, std::function<bool()>>> cases = {
+        {"open", [&] { return project.OpenFile(other); }},
+        {"new", [&] { return project.CreateNewFile(movie); }},
+        {"close", [&] { return project.CloseOpenFile(); }},
+    };
+    for (const auto& [name, run] : cases) {
+        SCOPED_TRACE(name);
+        Open("menus.xml");
+        project.CurrentMenuID = "12";
+        Edit(1);
+        project.FileIsDirty = false;
+        ASSERT_TRUE(project.Commands.mnuUndo);
+        ASSERT_TRUE(run());
+        EXPECT_TRUE(project.Undo.Empty());
+        EXPECT_FALSE(project.Commands.mnuUndo);
+    }
+}
+
+} // namespace

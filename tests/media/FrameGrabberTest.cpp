@@ -1,0 +1,139 @@
+// Frame grabs through FFmpeg, with frame numbers from our own index.
+#include "media/FrameGrabber.h"
+
+#include "core/ScratchFolder.h"
+#include "core/ScriptedPrompt.h"
+#include "i18n/LangDoc.h"
+#include "media/AviBytes.h"
+#include "media/MovieFixtures.h"
+#include "render/cDIB.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+using namespace mw;
+using namespace mw::test;
+
+namespace {
+
+class FrameGrab : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (!HaveTool("ffmpeg"))
+            GTEST_SKIP() << "ffmpeg is not installed";
+    }
+    bool Grab(const std::filesystem::path& file, long& frame, bool fit = true)
+    {
+        return GrabFrameToPicture(file.string(), picture, frame, fit, prompt, lang, &statistics);
+    }
+
+    cDIB picture;
+    ScriptedPrompt prompt;
+    LangDoc lang;
+    GrabStatistics statistics;
+};
+
+} // namespace
+
+TEST_F(FrameGrab, DroppedFramesShowThePictureBeforeThem)
+{
+    const auto movie = DroppedFramesMovie();
+    ASSERT_FALSE(movie.empty());
+    // The grey level of a picture tells its frame: 16 + 8 n. Frames 10 to 14 are empty chunks;
+    // FFmpeg's packets skip them, so counting packets would land five frames late.
+    const struct {
+        long Frame;
+        int Shows;
+        long Key;
+        int Decoded; // the chunks with data from the key frame to the picture
+    } cases[] = {
+        {0, 0, 0, 1}, {9, 9, 8, 2}, {12, 9, 8, 2}, {14, 9, 8, 2}, {15, 15, 8, 3}, {20, 20, 8, 8}, {24, 24, 21, 4},
+    };
+    for (const auto& c : cases) {
+        long frame = c.Frame;
+        ASSERT_TRUE(Grab(movie, frame)) << c.Frame;
+        ASSERT_EQ(picture.Width(), 64);
+        ASSERT_EQ(picture.Height(), 48);
+        EXPECT_EQ(picture.BPP(), 24);
+        EXPECT_NEAR(picture.Pixel(32, 24) & 0xFF, 16 + 8 * c.Shows, 2) << c.Frame;
+        EXPECT_EQ(statistics.KeyFrame, c.Key) << c.Frame;
+        EXPECT_EQ(statistics.DecodedFrames, c.Decoded) << c.Frame;
+    }
+    long first = -1;
+    ASSERT_TRUE(Grab(movie, first));
+    EXPECT_EQ(first, 0);
+    EXPECT_NEAR(picture.Pixel(0, 0) & 0xFF, 16, 2);
+    EXPECT_TRUE(prompt.Log.empty());
+}
+
+TEST_F(FrameGrab, FailuresSayWhatWentWrongAndPaintNothing)
+{
+    const auto movie = DroppedFramesMovie();
+    ASSERT_FALSE(movie.empty());
+    ScratchFolder folder;
+    AviSpec audioOnly;
+    audioOnly.Streams.push_back(VideoStream(2, 1));
+    audioOnly.Streams[0].Type = "auds";
+    AviSpec unknownCodec;
+    unknownCodec.Streams.push_back(VideoStream(2, 1));
+    unknownCodec.Streams[0].Handler = "ZZZZ";
+    std::copy_n("ZZZZ", 4, unknownCodec.Streams[0].Format.begin() + 16);
+    const std::string audioFile = folder.Write("audio.avi", BuildAvi(audioOnly).Bytes).string();
+    const std::string unknownFile = folder.Write("unknown.avi", BuildAvi(unknownCodec).Bytes).string();
+    const std::string name = movie.string();
+    const struct {
+        std::string File;
+        long Frame;
+        std::string Message;
+    } cases[] = {
+        {name, 26, "Frame not found"}, // past the length of 25
+        {name, 25, "Can not get frame of file '" + name + "' (25)"},
+        {name, -2, "Can not get frame of file '" + name + "' (-2)"},
+        {audioFile, 0, "There was an error working with the file:\r\n" + audioFile},
+        {unknownFile, 0, "No suitable decompressor found for this video stream!"},
+    };
+    for (const auto& c : cases) {
+        ASSERT_TRUE(picture.Create(8, 8, 8));
+        const cDIB before = picture;
+        long frame = c.Frame;
+        ScriptedPrompt said;
+        EXPECT_FALSE(GrabFrameToPicture(c.File, picture, frame, true, said, lang)) << c.Message;
+        EXPECT_EQ(said.Texts(), std::vector<std::string>{c.Message});
+        EXPECT_TRUE(picture == before) << c.Message;
+    }
+
+    ASSERT_TRUE(lang.LoadString(R"(<Lang><mAVIDecs_Module s4="Bild nicht gefunden"/></Lang>)"));
+    long beyond = 99;
+    EXPECT_FALSE(Grab(movie, beyond));
+    EXPECT_EQ(prompt.Texts(), std::vector<std::string>{"Bild nicht gefunden"});
+}
+
+TEST_F(FrameGrab, AGrabInTheMiddleDecodesOnlyFromTheKeyFrameBefore)
+{
+    const auto movie = MinuteMovie();
+    ASSERT_FALSE(movie.empty());
+    long frame = 1037;
+    ASSERT_TRUE(Grab(movie, frame));
+    EXPECT_EQ(statistics.KeyFrame, 1000);
+    EXPECT_EQ(statistics.DecodedFrames, 38);
+
+    // FFmpeg's own picture of frame 1037 (no frame of this file is empty), flipped to our
+    // bottom-up rows of 64 x 3 bytes, which have no padding at this width.
+    const std::string reference =
+        CommandOutput("ffmpeg -nostdin -v error -i '" + movie.string() +
+                      "' -vf 'select=eq(n\\,1037),vflip' -frames:v 1 -pix_fmt bgr24 -f rawvideo -");
+    ASSERT_EQ(reference.size(), picture.Size());
+    long difference = 0;
+    for (std::size_t i = 0; i < reference.size(); ++i)
+        difference += std::abs(picture.lpBits()[i] - static_cast<std::uint8_t>(reference[i]));
+    EXPECT_LT(difference / static_cast<long>(reference.size()), 4);
+
+    // Without fitting, the picture keeps its size and depth and the frame is stretched into it.
+    ASSERT_TRUE(picture.Create(16, 12, 8));
+    ASSERT_TRUE(Grab(movie, frame, false));
+    EXPECT_EQ(picture.Width(), 16);
+    EXPECT_EQ(picture.Height(), 12);
+    EXPECT_EQ(picture.BPP(), 8);
+}

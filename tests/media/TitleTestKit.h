@@ -1,0 +1,165 @@
+#pragma once
+
+// An open project for the title and chapter tests: a program folder of its own, a scripted
+// prompt and scripted dialogs, and the movies the tests share.
+
+#include "core/FormHost.h"
+#include "core/ProgramStart.h"
+#include "core/ScratchFolder.h"
+#include "core/ScriptedPrompt.h"
+#include "document/NewProjectTree.h"
+#include "document/Project.h"
+#include "document/SchemaNodes.h"
+#include "document/TreeViewToXml.h"
+#include "media/ChapForm.h"
+#include "media/Chapters.h"
+#include "media/MediaFixtures.h"
+#include "media/NewTitleForm.h"
+#include "media/mAVIDecs.h"
+
+#include <deque>
+#include <functional>
+
+// Skips a test whose movie ffmpeg could not make.
+#define REQUIRE_MOVIE(movie)                                                                                           \
+    if ((movie).empty())                                                                                               \
+    GTEST_SKIP() << "ffmpeg could not make the movie"
+
+namespace mw::test {
+
+// Dialogs answered from queues; an empty queue accepts the form as it stands.
+class ScriptedForms : public FormHost {
+public:
+    std::deque<std::function<bool(NewTitleForm&)>> NewTitle;
+    std::deque<std::function<bool(ChapForm&)>> Chap;
+    std::vector<NewTitleForm> ShownNewTitles;
+
+    bool ShowNewTitle(NewTitleForm& form) override
+    {
+        ShownNewTitles.push_back(form);
+        return form.Accepted = Take(NewTitle, form);
+    }
+    bool ShowChap(ChapForm& form) override { return form.Accepted = Take(Chap, form); }
+
+private:
+    template <typename Form>
+    static bool Take(std::deque<std::function<bool(Form&)>>& queue, Form& form)
+    {
+        if (queue.empty())
+            return true;
+        auto answer = std::move(queue.front());
+        queue.pop_front();
+        return answer(form);
+    }
+};
+
+inline bool Cancel(NewTitleForm&) { return false; }
+
+// 2 s at 25 fps with one MP2 stream named "Audio - en-US;02".
+inline std::filesystem::path ShortMovie()
+{
+    return FfmpegFixture("title-short.avi",
+                         "-f lavfi -i testsrc=size=64x48:rate=25 -f lavfi -i sine=sample_rate=22050 -t 2 "
+                         "-c:v mpeg4 -vtag DX50 -g 25 -c:a mp2 -metadata:s:a:0 'title=Audio - en-US;02'");
+}
+
+// One minute at 25 fps, a key frame every 25 frames, with the same audio stream.
+inline std::filesystem::path ChapterMovie()
+{
+    return FfmpegFixture("title-minute.avi",
+                         "-f lavfi -i testsrc=size=64x48:rate=25 -f lavfi -i sine=sample_rate=22050 -t 60 "
+                         "-c:v mpeg4 -vtag DX50 -g 25 -sc_threshold 1000000000 -c:a mp2 "
+                         "-metadata:s:a:0 'title=Audio - en-US;02'");
+}
+
+// One minute at 24000/1001 fps, video only.
+inline std::filesystem::path NtscMinuteMovie()
+{
+    return FfmpegFixture("title-ntsc-minute.avi", "-f lavfi -i testsrc=size=64x48:rate=24000/1001 -t 60 "
+                                                  "-c:v mpeg4 -vtag DX50 -g 24");
+}
+
+// 20 s at 25 fps with the same audio stream: the minute movie after it was cut.
+inline std::filesystem::path CutMovie()
+{
+    return FfmpegFixture("title-cut.avi",
+                         "-f lavfi -i testsrc=size=64x48:rate=25 -f lavfi -i sine=sample_rate=22050 -t 20 "
+                         "-c:v mpeg4 -vtag DX50 -g 25 -sc_threshold 1000000000 -c:a mp2 "
+                         "-metadata:s:a:0 'title=Audio - en-US;02'");
+}
+
+// A project of its own in a scratch folder, about to be given a first movie.
+class TitleProject {
+public:
+    TitleProject() : program(folder.Path()), project(program, prompt, forms)
+    {
+        project.Doc.ProjectFile = (folder.Path() / "project.xml").string();
+    }
+
+    // The tree of a new project around the movie, with its first audio stream as the default.
+    void StartWith(const std::filesystem::path& movie)
+    {
+        TrackRows rows;
+        double fps = 0;
+        LoadStreamsToListView(movie.string(), rows, true, fps, prompt);
+        BuildNewProjectTree(project.Doc, movie.string(), rows, program.Values.defLang, rows.size() > 1 ? 1 : -1, -1);
+        prompt.Log.clear();
+    }
+
+    // The chapter dialog as it opens, with a title chosen.
+    ChapForm OpenChapForm(int title = 0)
+    {
+        ChapForm form;
+        LoadChapForm(form, project.Doc, ChapSettingsFile(project), prompt);
+        form.Combo1.ListIndex = title;
+        Combo1_Click(form, project.Doc, prompt);
+        return form;
+    }
+
+    // The whole project as the file would hold it.
+    std::string Xml() { return NodeToXmlString(*project.Doc.Tree.Root()); }
+
+    DocNode& Node(long id) { return project.Doc.Tree.Item("k" + std::to_string(id)); }
+
+    ScratchFolder folder;
+    ProgramState program;
+    ScriptedPrompt prompt;
+    ScriptedForms forms;
+    Project project;
+};
+
+// A subtree as indented lines "kind text key", so that tests can spell out what they expect.
+inline void DumpInto(const DocNode& node, int depth, std::string& out)
+{
+    out += std::string(static_cast<std::size_t>(depth) * 2, ' ') + node.Image + ' ' + node.Text;
+    if (!node.Key().empty() && node.Image != "comment")
+        out += " [" + node.Key() + ']';
+    out += '\n';
+    for (const auto& child : node)
+        DumpInto(*child, depth + 1, out);
+}
+
+inline std::string Dump(const DocNode& node)
+{
+    std::string out;
+    DumpInto(node, 0, out);
+    return out;
+}
+
+// A menu of a language whose one button plays a title (and a chapter of it, when given).
+inline DocNode& AddPlayMenu(Document& doc, DocNode& language, const std::string& name, const std::string& titleId,
+                            const std::string& chapterId)
+{
+    DocTree& tree = doc.Tree;
+    DocNode& menu = AddNextObjectNode(doc, language, "DivXMediaMenu", "menu");
+    AddPropRow(tree, menu, "menuType", "title");
+    AddPropRow(tree, menu, "menuName", name);
+    DocNode& button = AddNextObjectNode(doc, menu, "ButtonMenu", "button");
+    DocNode& list = AddNextObjectNode(doc, button, "Action", "action");
+    DocNode& play = AddNextObjectNode(doc, list, "PlayAction", "action");
+    AddPropRow(tree, play, "titleID", titleId);
+    AddPropRow(tree, play, "mediaObjectID", chapterId.empty() ? titleId : chapterId);
+    return menu;
+}
+
+} // namespace mw::test
