@@ -1,0 +1,80 @@
+#pragma once
+
+#include "i18n/TextFormatParser.h"
+#include "i18n/TextMeasurer.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace mw {
+
+// Colours are 0x00BBGGRR, red in the low byte.
+inline constexpr std::uint32_t kLinkColor = 0xFF0000;
+
+struct TextRect {
+    int Left = 0;
+    int Top = 0;
+    int Width = 0;
+    int Height = 0;
+
+    int Right() const { return Left + Width; }
+    int Bottom() const { return Top + Height; }
+    bool Contains(int x, int y) const { return x >= Left && x < Right() && y >= Top && y < Bottom(); }
+    bool operator==(const TextRect&) const = default;
+};
+
+// A piece of text on one line, all in one font and colour, from one run.
+struct TextPiece {
+    TextRect Box; // the line's height, so that pieces of one line share a base line
+    int Y = 0;    // top of the text itself
+    std::string Text;
+    FontState Font;
+    std::uint32_t Color = 0;
+    std::size_t Run = 0;
+    int Link = -1; // index into TextLayout::Links
+    // Source position of each byte of Text, and the position behind the last one.
+    std::vector<std::size_t> Positions;
+};
+
+struct FilledShape {
+    TextRect Box;
+    std::uint32_t Color = 0;
+    bool Round = false; // a bullet "t" is round, "t2" and border lines are square
+};
+
+// A link's target is its shown text; it has one rectangle per line it covers.
+struct TextLink {
+    std::string Target;
+    std::vector<TextRect> Rects;
+};
+
+struct TableCell {
+    TextRect Box;
+    bool Border = true;
+};
+
+struct TextFormatOptions {
+    int Width = 0;       // of the surface
+    int RightMargin = 0; // text wraps this far from the right side
+    FontState Font;      // the starting font
+    std::uint32_t Color = 0;
+    int FontCount = 0; // entries of the font table that "f<n>" can name
+};
+
+// What the painter draws, in surface coordinates.
+struct TextLayout {
+    std::vector<TextPiece> Pieces;
+    std::vector<FilledShape> Shapes; // bullets and table borders
+    std::vector<TextLink> Links;
+    std::vector<TableCell> Cells; // of the rows that "a0" ended
+    int Height = 0;               // of everything laid out, for the scroll range
+    std::vector<std::string> UnknownTags;
+};
+
+// One walk over the runs. Pictures ("g"), drawing ("d", "e"), printing ("p", "z") tags are
+// not supported: like any unknown tag they are listed in UnknownTags and have no effect.
+TextLayout LayoutTextFormat(const ParsedText& text, const TextFormatOptions& options, const TextMeasurer& measurer);
+
+} // namespace mw
