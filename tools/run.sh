@@ -5,4 +5,4 @@ cd "$(dirname "$0")/.."
 bash tools/install-deps.sh
 cmake -S . -B build-release -G Ninja -DCMAKE_BUILD_TYPE=Release -DMENUWRIGHT_BUILD_TESTS=OFF -DMENUWRIGHT_BUILD_BENCH=OFF
 cmake --build build-release
-exec ./build-release/src/cli/menuwright-cli --help
+exec ./build-release/src/ui/menuwright

@@ -1,0 +1,244 @@
+#include "ui/mainwindow/Form1.h"
+
+#include "core/AutoSaveFiles.h"
+#include "core/Paths.h"
+#include "document/NodeKindsHelp.h"
+#include "document/TreeQueries.h"
+#include "ui/mainwindow/DocTreeModel.h"
+#include "ui/mainwindow/HelpPane.h"
+#include "ui/mainwindow/PropertiesPane.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QCloseEvent>
+#include <QMenu>
+#include <QSplitter>
+#include <QTimer>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace mw {
+
+namespace {
+
+// Window places are kept in twips, 15 to a pixel of a 96 dpi screen.
+constexpr int kTwipsPerPixel = 15;
+constexpr int kSplitterWidth = 6;
+
+} // namespace
+
+Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* parent)
+    : QMainWindow(parent), program_(program), project_(program, prompt, forms), menus_(*this), status_(*this),
+      model_(new DocTreeModel(project_.Doc.Tree, this)), tree_(new QTreeView), properties_(new PropertiesPane),
+      help_(new HelpPane), splitter_(new QSplitter(Qt::Horizontal))
+{
+    setObjectName("Form1");
+
+    tree_->setObjectName("TreeView1");
+    tree_->setHeaderHidden(true);
+    tree_->setModel(model_);
+    auto* canvasFrame = new QWidget;
+    canvasFrame->setObjectName("PicCon");
+    auto* rightPane = new QWidget;
+    rightPane->setObjectName("PicCon2");
+    auto* rightLayout = new QVBoxLayout(rightPane);
+    rightLayout->addWidget(properties_, 1);
+    rightLayout->addWidget(help_, 1);
+
+    splitter_->addWidget(tree_);
+    splitter_->addWidget(canvasFrame);
+    splitter_->addWidget(rightPane);
+    splitter_->setHandleWidth(kSplitterWidth);
+    splitter_->setChildrenCollapsible(false);
+    splitter_->setStretchFactor(1, 1);
+    splitter_->handle(1)->setObjectName("lblDiax");
+    splitter_->handle(2)->setObjectName("lblDiax2");
+    setCentralWidget(splitter_);
+
+    const Settings& values = project_.Values();
+    move(static_cast<int>(values.Left / kTwipsPerPixel), static_cast<int>(values.Top / kTwipsPerPixel));
+    resize(static_cast<int>(values.Width / kTwipsPerPixel), static_cast<int>(values.Height / kTwipsPerPixel));
+
+    FillLanguages();
+    status_.ShowLast(LastPanelAtStart(program_.Lang.LangDoc()));
+    ConnectCommands();
+    RefreshCommands();
+}
+
+Form1::~Form1() = default;
+
+void Form1::ConnectCommands()
+{
+    const auto on = [this](const char* name, auto handler) {
+        connect(menus_.Action(name), &QAction::triggered, this, handler);
+    };
+    on("mnuNew", [this] { ReplaceDocument([this] { project_.CreateNewFile(); }); });
+    on("mnuOpen", [this] { mnuOpen_Click(); });
+    on("mnuClose", [this] { ReplaceDocument([this] { project_.CloseOpenFile(); }); });
+    on("mnuNormalize", [this] { ReplaceDocument([this] { project_.Normalize(); }); });
+    on("mnuCheck", [this] { project_.Check(true); });
+    on("mnuSave", [this] { project_.SaveFile(false, false); RefreshCommands(); });
+    on("mnuSaveAs", [this] { project_.SaveFile(true, false); RefreshCommands(); });
+    on("mnuUndo", [this] { ReplaceDocument([this] { project_.UndoDo(); }); });
+    on("mnuExit", [this] { close(); });
+
+    // The tree keeps what is open, so that it opens again after a model reset.
+    connect(tree_, &QTreeView::expanded, this,
+            [](const QModelIndex& index) { DocTreeModel::NodeOf(index)->Expanded = true; });
+    connect(tree_, &QTreeView::collapsed, this,
+            [](const QModelIndex& index) { DocTreeModel::NodeOf(index)->Expanded = false; });
+    connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& current) { TreeView1_NodeClick(DocTreeModel::NodeOf(current)); });
+    connect(properties_, &PropertiesPane::RowEdited, this, &Form1::Properties1_RowEdited);
+}
+
+void Form1::mnuOpen_Click()
+{
+    FileDialogRequest request;
+    request.Filter = "*.xml|*.xml";
+    request.DefaultExt = "xml";
+    request.InitialDir = project_.Values().LastFolderUsed;
+    const std::vector<std::string> files = project_.Ask().OpenFiles(request);
+    if (files.empty() || files.front().empty())
+        return;
+    project_.Values().LastFolderUsed = FolderOf(files.front());
+    ReplaceDocument([this, &files] { project_.OpenFile(files.front()); });
+}
+
+void Form1::OpenNickFile()
+{
+    const std::filesystem::path nick = NickFile(project_.ProgramFolder());
+    if (!nick.empty())
+        ReplaceDocument([this, &nick] { project_.OpenFile(nick.string()); });
+}
+
+void Form1::ReplaceDocument(const std::function<void()>& command)
+{
+    model_->BeginReset();
+    properties_->ShowNode(nullptr);
+    help_->clear();
+    command();
+    model_->EndReset();
+    ShowExpandedNodes();
+    if (DocNode* selected = project_.Doc.Tree.Selected())
+        tree_->setCurrentIndex(model_->IndexOf(selected));
+    RefreshCommands();
+}
+
+void Form1::ShowExpandedNodes()
+{
+    project_.Doc.Tree.ForEach([this](DocNode& node) {
+        if (node.Expanded)
+            tree_->expand(model_->IndexOf(&node));
+    });
+}
+
+void Form1::RefreshCommands()
+{
+    setWindowTitle(QString::fromStdString(project_.WindowTitle));
+    menus_.ApplyStates(project_);
+    menus_.FillRecent(project_.RecentFiles(), [this](std::size_t index) {
+        // Deferred: the entry that was clicked goes away when the list is filled again.
+        QTimer::singleShot(0, this,
+                           [this, index] { ReplaceDocument([this, index] { project_.OpenRecentFile(index); }); });
+    });
+}
+
+void Form1::FillLanguages()
+{
+    QMenu* menu = menus_.Menu("mnuLanguages");
+    auto* group = new QActionGroup(this);
+    int index = 0;
+    for (const LanguageFileEntry& entry : ListLanguageFiles(project_.ProgramFolder())) {
+        QAction* item = menu->addAction(QString::fromStdString(entry.Caption));
+        item->setObjectName("mnuLangDef_" + QString::number(++index));
+        item->setCheckable(true);
+        item->setChecked(entry.Caption == program_.Lang.LangName());
+        group->addAction(item);
+        connect(item, &QAction::triggered, this, [this, caption = entry.Caption] { ChangeLanguage(caption); });
+    }
+}
+
+void Form1::ChangeLanguage(const std::string& name)
+{
+    if (program_.Lang.LoadNewLang(LangFileStemOf(name)))
+        status_.ShowLast(LastPanelAfterChange(program_.Lang.LangDoc()));
+}
+
+void Form1::TreeView1_NodeClick(DocNode* node)
+{
+    project_.Doc.Tree.Select(node);
+    properties_->ShowNode(node);
+    if (node)
+        help_->ShowBlock(HelpBlockFor(node->Text));
+    else
+        help_->clear();
+}
+
+void Form1::Properties1_RowEdited(const QString& name, const QString& value)
+{
+    DocNode* node = project_.Doc.Tree.Selected();
+    if (!node)
+        return;
+    if (value.toStdString() == kNoneMarker) {
+        // The row goes away: the grid is filled again once its own signal has returned.
+        model_->BeginReset();
+        UpdatePropertyInNode(project_.Doc.Tree, *node, name.toStdString(), kNoneMarker, false);
+        model_->EndReset();
+        ShowExpandedNodes();
+        QTimer::singleShot(0, this, [this, node] { tree_->setCurrentIndex(model_->IndexOf(node)); });
+    } else {
+        UpdatePropertyInNode(project_.Doc.Tree, *node, name.toStdString(), value.toStdString(), false);
+        model_->ChildrenChanged(*node);
+    }
+    project_.MarkDirty();
+}
+
+void Form1::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    if (!laidOut_)
+        ApplyLayout();
+    laidOut_ = true;
+}
+
+void Form1::ApplyLayout()
+{
+    const Settings& values = project_.Values();
+    const int left = static_cast<int>(values.Diax);
+    const int middle = std::max(1, static_cast<int>(values.Diax2 - values.Diax) - kSplitterWidth);
+    const int right = std::max(1, splitter_->width() - left - middle - 2 * kSplitterWidth);
+    splitter_->setSizes({left, middle, right});
+}
+
+void Form1::KeepLayout()
+{
+    Settings& values = project_.Values();
+    const QList<int> sizes = splitter_->sizes();
+    values.Diax = sizes[0];
+    values.Diax2 = sizes[0] + kSplitterWidth + sizes[1];
+    if (!isMaximized() && !isMinimized()) {
+        values.Left = static_cast<long>(x()) * kTwipsPerPixel;
+        values.Top = static_cast<long>(y()) * kTwipsPerPixel;
+        values.Width = static_cast<long>(width()) * kTwipsPerPixel;
+        values.Height = static_cast<long>(height()) * kTwipsPerPixel;
+    }
+}
+
+void Form1::closeEvent(QCloseEvent* event)
+{
+    if (!project_.AskToSave()) {
+        event->ignore();
+        return;
+    }
+    const std::filesystem::path& folder = project_.ProgramFolder();
+    DeleteAutoSaveFiles(folder);
+    KeepLayout();
+    clsIniFile ini(SettingsFilePath(folder).string());
+    SaveValues(project_.Values(), program_.Lang.LangName(), ini);
+    event->accept();
+}
+
+} // namespace mw

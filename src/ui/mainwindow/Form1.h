@@ -1,0 +1,67 @@
+#pragma once
+
+#include "core/FormHost.h"
+#include "core/ProgramStart.h"
+#include "core/Prompt.h"
+#include "document/Project.h"
+#include "ui/mainwindow/MenuBar.h"
+#include "ui/mainwindow/StatusBar.h"
+
+#include <QMainWindow>
+
+#include <functional>
+
+class QSplitter;
+class QTreeView;
+
+namespace mw {
+
+class DocTreeModel;
+class HelpPane;
+class PropertiesPane;
+
+// The main window: a view of one Project. Every command goes to the project; the window shows
+// what the project then holds.
+class Form1 : public QMainWindow {
+    Q_OBJECT
+public:
+    Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* parent = nullptr);
+    ~Form1() override;
+
+    Project& CurrentProject() { return project_; }
+    // The last step of the start: nick.xml of the program folder, when there is one.
+    void OpenNickFile();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void ConnectCommands();
+    // Runs a command that may replace the document, with the tree pane told around it.
+    void ReplaceDocument(const std::function<void()>& command);
+    void RefreshCommands();
+    void FillLanguages();
+    void ChangeLanguage(const std::string& name);
+
+    void TreeView1_NodeClick(DocNode* node);
+    void Properties1_RowEdited(const QString& name, const QString& value);
+    void ShowExpandedNodes();
+
+    void mnuOpen_Click();
+    void ApplyLayout();
+    void KeepLayout();
+
+    ProgramState& program_;
+    Project project_;
+    MenuBar menus_;
+    StatusBar status_;
+    DocTreeModel* model_;
+    QTreeView* tree_;
+    PropertiesPane* properties_;
+    HelpPane* help_;
+    QSplitter* splitter_;
+    bool laidOut_ = false;
+};
+
+} // namespace mw

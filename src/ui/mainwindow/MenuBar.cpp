@@ -1,0 +1,189 @@
+#include "ui/mainwindow/MenuBar.h"
+
+#include <QAction>
+#include <QKeySequence>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+
+#include <array>
+
+namespace mw {
+
+namespace {
+
+using S = CommandSource;
+using C = CommandStates;
+
+constexpr MenuEntry Sep(const char* menu) { return {menu, nullptr, nullptr, nullptr}; }
+
+const std::array kEntries{
+    MenuEntry{"", "File", nullptr, "mnuFile", S::Submenu},
+    MenuEntry{"mnuFile", "New...", "Ctrl+N", "mnuNew"},
+    MenuEntry{"mnuFile", "New with wizard...", "Ctrl+W", "mnuNewWizard", S::NotYet},
+    MenuEntry{"mnuFile", "Open...", "Ctrl+O", "mnuOpen"},
+    MenuEntry{"mnuFile", "Close", nullptr, "mnuClose", S::Document},
+    Sep("mnuFile"),
+    MenuEntry{"mnuFile", "Normalize", nullptr, "mnuNormalize", S::State, &C::mnuNormalize},
+    MenuEntry{"mnuFile", "Check for errors", nullptr, "mnuCheck", S::State, &C::mnuCheck},
+    Sep("mnuFile"),
+    MenuEntry{"mnuFile", "Save", "Ctrl+S", "mnuSave", S::Document},
+    MenuEntry{"mnuFile", "Save As...", nullptr, "mnuSaveAs", S::Document},
+    Sep("mnuFile"),
+    MenuEntry{"mnuFile", "Options...", "Ctrl+P", "mnuOptions", S::NotYet},
+    Sep("mnuFile"),
+    MenuEntry{"mnuFile", "Recent files", nullptr, "mnuRecentFiles", S::Submenu},
+    Sep("mnuFile"),
+    MenuEntry{"mnuFile", "Exit", nullptr, "mnuExit"},
+
+    MenuEntry{"", "Edit", nullptr, "mnuEdit", S::Submenu},
+    MenuEntry{"mnuEdit", "Undo", "Ctrl+Z", "mnuUndo", S::State, &C::mnuUndo},
+    Sep("mnuEdit"),
+    MenuEntry{"mnuEdit", "Copy button(s)", nullptr, "mnuCopyButtons2", S::NotYet},
+    MenuEntry{"mnuEdit", "Paste button(s)", nullptr, "mnuPasteButtons2", S::NotYet},
+    Sep("mnuEdit"),
+    MenuEntry{"mnuEdit", "Copy buttons size", "F4", "mnuCopySize2", S::NotYet},
+    MenuEntry{"mnuEdit", "Paste button size", "F5", "mnuPasteSize2", S::NotYet},
+
+    MenuEntry{"", "Features", nullptr, "mnuFeatures", S::Submenu},
+    MenuEntry{"mnuFeatures", "Add Titles...", "F6", "mnuAddTitle", S::NotYet},
+    MenuEntry{"mnuFeatures", "Create Chapters for Title...", "F9", "mnuCreateChapters", S::NotYet},
+    MenuEntry{"mnuFeatures", "Refresh Title", "Ctrl+F6", "mnuRefreshTitle", S::NotYet},
+    MenuEntry{"mnuFeatures", "Add Language Menus...", nullptr, "mnuAddLang", S::NotYet},
+    MenuEntry{"mnuFeatures", "Add Menu...", "F7", "mnuAddMenu", S::NotYet},
+    MenuEntry{"mnuFeatures", "Add Button", "F8", "mnuAddButton", S::NotYet},
+    Sep("mnuFeatures"),
+    MenuEntry{"mnuFeatures", "Remove Title", "Shift+F6", "mnuRemoveTitle", S::NotYet},
+    MenuEntry{"mnuFeatures", "Remove Language Menus", nullptr, "mnuRemoveLang", S::NotYet},
+    MenuEntry{"mnuFeatures", "Remove Menu", "Shift+F7", "mnuRemoveMenu", S::NotYet},
+    MenuEntry{"mnuFeatures", "Remove Button", "Shift+F8", "mnuRemoveButton", S::NotYet},
+    Sep("mnuFeatures"),
+    MenuEntry{"mnuFeatures", "Create DivX", "F12", "mnuCreateDivX", S::NotYet},
+
+    MenuEntry{"", "View", nullptr, "mnuView", S::Submenu},
+    MenuEntry{"mnuView", "Simple mode", nullptr, "mnuSimpleMode", S::NotYet},
+    MenuEntry{"mnuView", "Expert Mode", nullptr, "mnuExpertMode", S::NotYet},
+    Sep("mnuView"),
+    MenuEntry{"mnuView", "Menu properties", nullptr, "mnuShowMenuProp", S::NotYet},
+    MenuEntry{"mnuView", "Button properties", nullptr, "mnuShowButtonProp", S::NotYet},
+    MenuEntry{"mnuView", "Rulers in menu", nullptr, "mnuViewRullers", S::NotYet},
+    Sep("mnuView"),
+    MenuEntry{"mnuView", "Previous node", "F2", "mnuPreviusNode", S::NotYet},
+    MenuEntry{"mnuView", "Next node", "F3", "mnuNextNode", S::NotYet},
+
+    MenuEntry{"", "Tools", nullptr, "mnuTools", S::Submenu},
+    MenuEntry{"mnuTools", "Mux multiple files", nullptr, "mnuMux", S::NotYet},
+    MenuEntry{"mnuTools", "Many movies with menu...", "Ctrl+M", "mnuMoviesWithMenu", S::NotYet},
+    MenuEntry{"mnuTools", "One movie with chapters...", nullptr, "mnuMovieWithChaps", S::NotYet},
+    MenuEntry{"mnuTools", "Menu for chapters with preview...", nullptr, "mnuCreateVisualMenuForChapters", S::NotYet},
+    MenuEntry{"mnuTools", "Menu for Audio/Subtitles setup...", nullptr, "mnuSetup", S::NotYet},
+    MenuEntry{"mnuTools", "Buttons from DVDSubEdit...", nullptr, "mnuButtonsFromDVDSubEdit", S::NotYet},
+    Sep("mnuTools"),
+    MenuEntry{"mnuTools", "Export menu to template...", nullptr, "mnuExportToTemplate", S::NotYet},
+    MenuEntry{"mnuTools", "Insert menu template...", nullptr, "mnuInsertTemplate", S::NotYet},
+    Sep("mnuTools"),
+    MenuEntry{"mnuTools", "Sub2DivX (Add subtitles)", nullptr, "mnuSrt2Divx", S::NotYet},
+
+    MenuEntry{"", "Help", nullptr, "mnuHelp", S::Submenu},
+    MenuEntry{"mnuHelp", "Contents...", nullptr, "mnuHelpHelp", S::NotYet},
+    MenuEntry{"mnuHelp", "Help window is on top", nullptr, "mnuHelpOnTop", S::NotYet},
+    Sep("mnuHelp"),
+    MenuEntry{"mnuHelp", "Languages", nullptr, "mnuLanguages", S::Submenu},
+    MenuEntry{"mnuLanguages", "Create new Language...", nullptr, "mnuCreateLangNick", S::NotYet},
+    MenuEntry{"mnuLanguages", "Default", nullptr, "mnuLangDef"},
+    MenuEntry{"mnuHelp", "About...", nullptr, "mnuAbout", S::NotYet},
+};
+
+} // namespace
+
+std::span<const MenuEntry> MainMenuEntries()
+{
+    return kEntries;
+}
+
+MenuBar::MenuBar(QMainWindow& window)
+{
+    QMenuBar* bar = window.menuBar();
+    for (const MenuEntry& entry : kEntries) {
+        const std::string parentName = entry.Menu;
+        QMenu* parent = parentName.empty() ? nullptr : menus_.at(parentName);
+        if (!entry.Caption) {
+            parent->addSeparator();
+            continue;
+        }
+        if (entry.Source == CommandSource::Submenu) {
+            QMenu* menu = parent ? parent->addMenu(entry.Caption) : bar->addMenu(entry.Caption);
+            menu->setObjectName(entry.Name);
+            menu->menuAction()->setObjectName(entry.Name);
+            menu->setToolTipsVisible(true);
+            menus_[entry.Name] = menu;
+            continue;
+        }
+        QAction* action = parent->addAction(entry.Caption);
+        action->setObjectName(entry.Name);
+        if (entry.Shortcut)
+            action->setShortcut(QKeySequence(entry.Shortcut));
+        if (entry.Source == CommandSource::NotYet) {
+            action->setToolTip(kNotAvailableYet);
+            action->setEnabled(false);
+        }
+        actions_[entry.Name] = action;
+    }
+    // The first language entry only stands for the list of language files.
+    actions_.at("mnuLangDef")->setVisible(false);
+}
+
+QAction* MenuBar::Action(const std::string& name) const
+{
+    const auto found = actions_.find(name);
+    return found == actions_.end() ? nullptr : found->second;
+}
+
+QMenu* MenuBar::Menu(const std::string& name) const
+{
+    const auto found = menus_.find(name);
+    return found == menus_.end() ? nullptr : found->second;
+}
+
+void MenuBar::ApplyStates(const Project& project)
+{
+    for (const MenuEntry& entry : kEntries) {
+        if (!entry.Caption || entry.Source == CommandSource::Submenu)
+            continue;
+        bool enabled = true;
+        switch (entry.Source) {
+        case CommandSource::Document:
+            enabled = project.ItemsEnabled;
+            break;
+        case CommandSource::State:
+            enabled = project.Commands.*entry.State;
+            break;
+        case CommandSource::NotYet:
+            enabled = false;
+            break;
+        case CommandSource::Always:
+        case CommandSource::Submenu:
+            break;
+        }
+        actions_.at(entry.Name)->setEnabled(enabled);
+    }
+}
+
+void MenuBar::FillRecent(const std::vector<std::string>& files, const std::function<void(std::size_t)>& open)
+{
+    QMenu* menu = menus_.at("mnuRecentFiles");
+    menu->clear();
+    if (files.empty()) {
+        QAction* none = menu->addAction("No files");
+        none->setObjectName("mnuRecent_0");
+        none->setEnabled(false);
+        return;
+    }
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        QAction* item = menu->addAction(QString::fromStdString(files[i]));
+        item->setObjectName("mnuRecent_" + QString::number(i));
+        QObject::connect(item, &QAction::triggered, menu, [open, i] { open(i); });
+    }
+}
+
+} // namespace mw

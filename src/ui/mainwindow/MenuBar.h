@@ -1,0 +1,62 @@
+#pragma once
+
+#include "document/Project.h"
+
+#include <QString>
+
+#include <functional>
+
+#include <map>
+#include <span>
+#include <string>
+#include <vector>
+
+class QAction;
+class QMainWindow;
+class QMenu;
+
+namespace mw {
+
+inline constexpr const char* kNotAvailableYet = "Not available yet";
+
+// What decides whether a menu entry is enabled.
+enum class CommandSource {
+    Always,   // a command that needs no project
+    Document, // EnableItems: on while a project is open
+    State,    // one of the project's command states
+    NotYet,   // its command is not in the program yet: shown, always off
+    Submenu,  // a menu holding the entries that name it
+};
+
+// One line of the menu bar. A separator has no caption.
+struct MenuEntry {
+    const char* Menu;     // object name of the menu holding it; empty for the bar
+    const char* Caption;
+    const char* Shortcut; // in QKeySequence's portable form
+    const char* Name;     // the control name, which is the Qt object name
+    CommandSource Source = CommandSource::Always;
+    bool CommandStates::*State = nullptr;
+};
+
+// The whole menu bar of the main window, in order.
+std::span<const MenuEntry> MainMenuEntries();
+
+// Builds the main window's menu bar from the table and keeps its entries enabled as the
+// project says.
+class MenuBar {
+public:
+    explicit MenuBar(QMainWindow& window);
+
+    QAction* Action(const std::string& name) const;
+    QMenu* Menu(const std::string& name) const;
+
+    void ApplyStates(const Project& project);
+    // mnuRecent: one entry per file, or one disabled "No files". `open` gets the entry's index.
+    void FillRecent(const std::vector<std::string>& files, const std::function<void(std::size_t)>& open);
+
+private:
+    std::map<std::string, QAction*> actions_;
+    std::map<std::string, QMenu*> menus_;
+};
+
+} // namespace mw

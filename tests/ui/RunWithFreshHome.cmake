@@ -1,0 +1,11 @@
+# Runs EXECUTABLE with MENUWRIGHT_HOME set to a new empty folder below HOME_ROOT, removed afterwards.
+string(RANDOM LENGTH 8 suffix)
+set(home "${HOME_ROOT}/home-${suffix}")
+file(REMOVE_RECURSE "${home}")
+file(MAKE_DIRECTORY "${home}")
+set(ENV{MENUWRIGHT_HOME} "${home}")
+execute_process(COMMAND "${EXECUTABLE}" RESULT_VARIABLE result)
+file(REMOVE_RECURSE "${home}")
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "${EXECUTABLE} failed: ${result}")
+endif()
