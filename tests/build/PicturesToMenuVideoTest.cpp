@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -19,18 +21,13 @@ constexpr const char* kTooBig = "Be sure that image size is not more than 720x57
 
 TEST(MenuVideoNumbers, RateAndFramesRoundHalvesToEven)
 {
-    struct Case {
-        double Fps;
-        std::uint32_t Rate;
-        long Frames;
+    const std::tuple<double, std::uint32_t, long> cases[] = {
+        {25, 25000, 125}, {29.97, 29970, 150}, {23.976, 23976, 120}, {2.5, 2500, 10},
+        {3.5, 3500, 20},  {0.0005, 0, 0},      {0, 0, 0},            {-25, 0, 0},
     };
-    const Case cases[] = {
-        {25, 25000, 125},  {29.97, 29970, 150}, {23.976, 23976, 120}, {2.5, 2500, 10},
-        {3.5, 3500, 20},   {0.0005, 0, 0},      {0, 0, 0},            {-25, 0, 0},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(mw::MenuVideoRate(c.Fps), c.Rate) << c.Fps;
-        EXPECT_EQ(mw::SinglePictureFrames(c.Fps), c.Frames) << c.Fps;
+    for (const auto& [fps, rate, frames] : cases) {
+        EXPECT_EQ(mw::MenuVideoRate(fps), rate) << fps;
+        EXPECT_EQ(mw::SinglePictureFrames(fps), frames) << fps;
     }
 }
 
@@ -84,21 +81,14 @@ TEST_F(MenuVideo, OnePictureMakesFiveSecondsAtTheGivenRate)
     ASSERT_TRUE(FromPicture(Picture("still.bmp", 720, 576, Rgb(0, 0, 255)), 29.97));
     EXPECT_TRUE(prompt_.Texts().empty());
 
+    const auto probe = mw::test::ProbeStream(Output(), "v:0");
+    EXPECT_EQ(probe.at("codec_name") + " " + probe.at("codec_tag_string"), "mpeg4 divx");
+    EXPECT_EQ(probe.at("width") + "x" + probe.at("height"), "720x576");
+    EXPECT_EQ(probe.at("nb_read_packets"), "150");
     const auto read = mw::AviFile::Open(Output().string());
     ASSERT_TRUE(read);
-    const mw::AviStreamInfo& info = read->Stream(0).Info;
-    EXPECT_EQ(info.dwRate, 29970u);
-    EXPECT_EQ(info.dwScale, 1000u);
-    EXPECT_EQ(info.fccHandler, mw::FourCCFromString("divx"));
-    EXPECT_EQ(info.szName, "video from Menuwright");
-    EXPECT_EQ(read->Stream(0).Chunks.size(), 150u);
-
-    const auto probe = mw::test::ProbeStream(Output(), "v:0");
-    EXPECT_EQ(probe.at("codec_name"), "mpeg4");
-    EXPECT_EQ(probe.at("codec_tag_string"), "divx");
-    EXPECT_EQ(probe.at("width"), "720");
-    EXPECT_EQ(probe.at("height"), "576");
-    EXPECT_EQ(probe.at("nb_read_packets"), "150");
+    EXPECT_EQ(read->Stream(0).Info.dwRate, 29970u);
+    EXPECT_EQ(read->Stream(0).Info.szName, "video from Menuwright");
 }
 
 TEST_F(MenuVideo, AListMakesOneFramePerPictureInOrder)
@@ -141,35 +131,23 @@ TEST_F(MenuVideo, AnOversizedPictureIsReportedAndTheRunGoesOn)
     EXPECT_EQ(prompt.Texts(), std::vector<std::string>{kTooBig}); // once, not once per frame
 }
 
-TEST_F(MenuVideo, AMissingPictureEndsTheRunWithImageNotFound)
+TEST_F(MenuVideo, FailuresAreToldAndLeaveNoOutput)
 {
-    ASSERT_TRUE(FromPicture(Picture("old.bmp", 32, 32, Rgb(0, 0, 0)), 25));
+    const std::string black = Picture("black.bmp", 32, 32, Rgb(0, 0, 0)).string();
+    ASSERT_TRUE(FromPicture(black, 25));
     EXPECT_FALSE(FromPicture(scratch_.Path() / "missing.png", 25));
-    EXPECT_EQ(prompt_.Texts(), std::vector<std::string>{"Image not found"});
     EXPECT_FALSE(fs::exists(Output())); // the old output was deleted first
-
-    const std::vector<std::string> pictures = {Picture("one.bmp", 32, 32, Rgb(0, 0, 0)).string(),
-                                               (scratch_.Path() / "gone.bmp").string()};
-    mw::ScriptedPrompt prompt;
-    EXPECT_FALSE(mw::CreateAviFromPics(pictures, Output().string(), 25, "", mw::kPicToMenuBuiltIn, settings_, lang_,
-                                       prompt));
-    EXPECT_EQ(prompt.Texts(), std::vector<std::string>{"An error occurred whilst creating the AVI: File not found"});
+    EXPECT_FALSE(mw::CreateAviFromPics({black, (scratch_.Path() / "gone.bmp").string()}, Output().string(), 25, "",
+                                       mw::kPicToMenuBuiltIn, settings_, lang_, prompt_));
     EXPECT_FALSE(fs::exists(Output()));
-}
-
-TEST_F(MenuVideo, AnOutputThatCannotBeDeletedStopsTheRun)
-{
+    EXPECT_FALSE(FromPicture(black, 0));
+    EXPECT_FALSE(fs::exists(Output()));
     fs::create_directories(Output() / "inside");
-    EXPECT_FALSE(FromPicture(Picture("p.bmp", 32, 32, Rgb(0, 0, 0)), 25));
-    EXPECT_EQ(prompt_.Texts(), std::vector<std::string>{"Can not delete file " + Output().string()});
-}
-
-TEST_F(MenuVideo, AFailedStreamIsReportedAndLeavesNoOutput)
-{
-    EXPECT_FALSE(FromPicture(Picture("p.bmp", 32, 32, Rgb(0, 0, 0)), 0));
-    EXPECT_EQ(prompt_.Texts(),
-              std::vector<std::string>{"An error occurred whilst creating the AVI: Failed to create a new AVI stream"});
-    EXPECT_FALSE(fs::exists(Output()));
+    EXPECT_FALSE(FromPicture(black, 25));
+    EXPECT_EQ(prompt_.Texts(), (std::vector<std::string>{
+                                   "Image not found", "An error occurred whilst creating the AVI: File not found",
+                                   "An error occurred whilst creating the AVI: Failed to create a new AVI stream",
+                                   "Can not delete file " + Output().string()}));
 }
 
 TEST_F(MenuVideo, DebugCheckpointsComeInTheirOrder)
@@ -185,36 +163,29 @@ TEST_F(MenuVideo, DebugCheckpointsComeInTheirOrder)
 
 TEST_F(MenuVideo, AudioGoesInAsASecondStreamWithItsCodecUntouched)
 {
-    struct Case {
-        const char* File;
-        const char* Encode;
-        const char* Codec;
+    const std::tuple<const char*, const char*, std::string> cases[] = {
+        {"tone.wav", "pcm_s16le", "pcm_s16le"}, {"tone.mp2", "mp2", "mp2"},
+        {"tone.mp3", "libmp3lame", "mp3"},      {"tone.ac3", "ac3", "ac3"},
     };
-    const Case cases[] = {
-        {"tone.wav", "-c:a pcm_s16le", "pcm_s16le"},
-        {"tone.mp2", "-c:a mp2", "mp2"},
-        {"tone.mp3", "-c:a libmp3lame", "mp3"},
-        {"tone.ac3", "-c:a ac3", "ac3"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.File);
-        const fs::path audio =
-            mw::test::FfmpegFixture(c.File, std::string("-f lavfi -i sine=frequency=440:duration=3 -ar 48000 ") + c.Encode);
+    for (const auto& [file, encoder, codec] : cases) {
+        SCOPED_TRACE(file);
+        const fs::path audio = mw::test::FfmpegFixture(
+            file, std::string("-f lavfi -i sine=frequency=440:duration=3 -ar 48000 -c:a ") + encoder);
         if (audio.empty())
             continue; // this ffmpeg lacks the encoder
         const std::string sourcePackets = mw::test::ProbeStream(audio, "a:0").at("nb_read_packets");
         ASSERT_TRUE(FromPicture(Picture("p.bmp", 64, 48, Rgb(0, 0, 0)), 25, audio.string()));
         EXPECT_EQ(mw::test::ProbeStream(Output(), "v:0").at("nb_read_packets"), "125");
         const auto probe = mw::test::ProbeStream(Output(), "a:0");
-        EXPECT_EQ(probe.at("codec_name"), c.Codec);
+        EXPECT_EQ(probe.at("codec_name"), codec);
         EXPECT_EQ(probe.at("sample_rate"), "48000");
-        if (std::string(c.Codec) != "pcm_s16le") { // PCM packets are cut anew by the reader
+        if (codec != "pcm_s16le") { // PCM packets are cut anew by the reader
             EXPECT_EQ(probe.at("nb_read_packets"), sourcePackets);
         }
     }
 }
 
-TEST_F(MenuVideo, OtherAudioIsEncodedToMpegAudio)
+TEST_F(MenuVideo, OtherAudioIsEncodedToMpegAudioAndAMissingFileLeftOut)
 {
     const fs::path audio = mw::test::FfmpegFixture("tone.flac", "-f lavfi -i sine=duration=2 -ac 2 -c:a flac");
     ASSERT_FALSE(audio.empty());
@@ -225,10 +196,7 @@ TEST_F(MenuVideo, OtherAudioIsEncodedToMpegAudio)
     const std::string duration = mw::test::CommandOutput(
         "ffprobe -v error -select_streams a:0 -show_entries stream=duration -of csv=p=0 '" + Output().string() + "'");
     EXPECT_NEAR(std::stod(duration), 2.0, 0.1);
-}
 
-TEST_F(MenuVideo, AMissingAudioFileIsLeftOut)
-{
     ASSERT_TRUE(FromPicture(Picture("p.bmp", 64, 48, Rgb(0, 0, 0)), 25, (scratch_.Path() / "none.wav").string()));
     EXPECT_TRUE(prompt_.Texts().empty());
     EXPECT_TRUE(mw::test::ProbeStream(Output(), "a:0").empty());

@@ -1,4 +1,5 @@
 // The movie commands of the command line: what they print and how they exit.
+#include "cli/RunCli.h"
 #include "core/ScratchFolder.h"
 #include "media/AviBytes.h"
 #include "media/MovieFixtures.h"
@@ -9,11 +10,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using mw::test::CommandResult;
-
-std::string Quoted(const fs::path& path)
-{
-    return "'" + path.string() + "'";
-}
+using mw::test::Quoted;
 
 class CliMedia : public ::testing::Test {
 protected:
@@ -22,12 +19,7 @@ protected:
         if (!mw::test::HaveTool("ffmpeg"))
             GTEST_SKIP() << "ffmpeg is not installed";
     }
-    // Standard error is dropped: the contract is standard output and the exit status.
-    CommandResult Cli(const std::string& arguments) const
-    {
-        return mw::test::RunCommand("MENUWRIGHT_HOME=" + Quoted(folder.Path()) + " '" MENUWRIGHT_CLI_PATH "' " +
-                                    arguments + " 2>/dev/null");
-    }
+    CommandResult Cli(const std::string& arguments) const { return mw::test::RunCli(folder.Path(), arguments); }
 
     mw::test::ScratchFolder folder;
 };

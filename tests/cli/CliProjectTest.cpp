@@ -1,4 +1,5 @@
 // The command line's project commands: what they write, print and how they exit.
+#include "RunCli.h"
 #include "core/ScratchFolder.h"
 #include "media/TitleTestKit.h"
 
@@ -19,46 +20,31 @@ protected:
         movie = folder.Path() / "movie.avi";
         fs::copy_file(fixture, movie);
     }
-    // Standard error is dropped: the contract is standard output, the exit status and the files.
-    CommandResult Cli(const std::string& arguments) const
-    {
-        return mw::test::RunCommand("cd '" + folder.Path().string() + "' && MENUWRIGHT_HOME='" +
-                                    folder.Path().string() + "' '" MENUWRIGHT_CLI_PATH "' " + arguments +
-                                    " 2>/dev/null");
-    }
+    CommandResult Cli(const std::string& arguments) const { return mw::test::RunCli(folder.Path(), arguments); }
     std::string Saved(const std::string& name) const { return mw::test::ReadAll(folder.Path() / name); }
 
     mw::test::ScratchFolder folder;
     fs::path movie;
 };
 
-TEST_F(CliProject, NewTakesTheDialogsDefaults)
+TEST_F(CliProject, NewTakesTheDialogsDefaultsOrTheChosenOnes)
 {
     const CommandResult r = Cli("new movie.avi -o project");
     EXPECT_EQ(r.Exit, 0);
     EXPECT_EQ(r.Out, "");
     const std::string xml = Saved("project.xml"); // the name gets its extension
-    EXPECT_NE(xml.find("defaultMenuLanguage=\"en\""), std::string::npos) << xml;
-    EXPECT_NE(xml.find("defaultAudioTrack=\"01wb\" defaultSubtitleTrack=\"none\""), std::string::npos);
-    EXPECT_NE(xml.find("location=\"" + movie.string() + "\""), std::string::npos);
-    EXPECT_NE(xml.find("strn=\"Audio - en-US;02\""), std::string::npos);
+    for (const std::string& part : {std::string("defaultMenuLanguage=\"en\""),
+                                    std::string("defaultAudioTrack=\"01wb\" defaultSubtitleTrack=\"none\""),
+                                    "location=\"" + movie.string() + "\"", std::string("strn=\"Audio - en-US;02\"")})
+        EXPECT_NE(xml.find(part), std::string::npos) << part;
+    EXPECT_EQ(Cli("check project.xml").Exit, 0);
 
-    const CommandResult check = Cli("check project.xml");
-    EXPECT_EQ(check.Exit, 0) << check.Out;
-}
-
-TEST_F(CliProject, NewTakesTheChosenStreamsAndLanguage)
-{
-    struct Case {
-        const char* Options;
-        const char* Expected;
-    };
-    for (const Case& c : {Case{"--default-audio none --lang de", "defaultMenuLanguage=\"de\""},
-                          Case{"--default-audio none", "defaultAudioTrack=\"none\""},
-                          Case{"--default-audio 1 --default-subtitle none", "defaultAudioTrack=\"01wb\""}}) {
-        SCOPED_TRACE(c.Options);
-        ASSERT_EQ(Cli(std::string("new movie.avi -o chosen.xml ") + c.Options).Exit, 0);
-        EXPECT_NE(Saved("chosen.xml").find(c.Expected), std::string::npos) << Saved("chosen.xml");
+    for (const auto& [options, expected] :
+         {std::pair{"--default-audio none --lang de", "defaultMenuLanguage=\"de\""},
+          std::pair{"--default-audio none", "defaultAudioTrack=\"none\""},
+          std::pair{"--default-audio 1 --default-subtitle none", "defaultAudioTrack=\"01wb\""}}) {
+        ASSERT_EQ(Cli(std::string("new movie.avi -o chosen.xml ") + options).Exit, 0);
+        EXPECT_NE(Saved("chosen.xml").find(expected), std::string::npos) << options;
     }
     EXPECT_NE(Saved("chosen.xml").find("defaultMenuLanguage=\"en\""), std::string::npos); // --lang was for one run
 }

@@ -9,9 +9,10 @@ using mw::test::ScratchFolder;
 
 namespace {
 
-TEST(DeleteAutoSaveFiles, DeletesOnlyAutoSaveFiles)
+TEST(AutoSaveFiles, DeletesOnlyAutoSaveFilesAndFindsTheNickFile)
 {
     const ScratchFolder scratch;
+    EXPECT_TRUE(mw::NickFile(scratch.Path()).empty());
     const char* autoSaves[] = {"_tmpFile_1_05.03.2004_18.22.01.xml", "_tmpFile_2_01.01.1999_00.00.00.xml",
                                "_tmpFile_.xml"};
     const char* others[] = {"nick.xml", "_tmpFile_1.xml.bak", "tmpFile_1.xml", "_TMPFILE_1.xml", "_tmpFile_1.XML",
@@ -29,14 +30,7 @@ TEST(DeleteAutoSaveFiles, DeletesOnlyAutoSaveFiles)
     for (const char* name : others)
         EXPECT_TRUE(fs::exists(scratch.Path() / name)) << name;
     EXPECT_TRUE(fs::is_directory(scratch.Path() / "_tmpFile_dir.xml"));
-}
-
-TEST(NickFile, FoundOnlyWhenPresent)
-{
-    const ScratchFolder scratch;
-    EXPECT_TRUE(mw::NickFile(scratch.Path()).empty());
-    const fs::path nick = scratch.Write("nick.xml", "<project/>");
-    EXPECT_EQ(mw::NickFile(scratch.Path()), nick);
+    EXPECT_EQ(mw::NickFile(scratch.Path()), scratch.Path() / "nick.xml");
 }
 
 } // namespace

@@ -30,39 +30,31 @@ struct FolderRules : ::testing::Test {
     }
 };
 
-TEST_F(FolderRules, MenuwrightHomeWinsOverAWritableExecutableFolder)
+TEST_F(FolderRules, HomeVariableThenWritableExecutableFolderThenUserDataFolder)
 {
-    ProgramEnvironment env = Env(true);
-    env.MenuwrightHome = (scratch.Path() / "portable").string();
-    EXPECT_EQ(ResolveProgramFolder(exe, env), scratch.Path() / "portable");
-}
-
-TEST_F(FolderRules, EmptyMenuwrightHomeCountsAsUnset)
-{
-    ProgramEnvironment env = Env(true);
-    env.MenuwrightHome = "";
-    EXPECT_EQ(ResolveProgramFolder(exe, env), exeFolder);
-}
-
-TEST_F(FolderRules, ReadOnlyExecutableFolderFallsToTheUserDataFolder)
-{
+    const fs::path userData = scratch.Path() / "home" / ".local" / "share" / "Menuwright";
     struct Case {
         const char* name;
+        std::optional<std::string> home;
+        bool exeFolderWritable;
         std::optional<std::string> xdg;
         fs::path expected;
     };
     const Case cases[] = {
-        {"XDG_DATA_HOME set", (scratch.Path() / "xdg").string(), scratch.Path() / "xdg" / "Menuwright"},
-        {"XDG_DATA_HOME unset", std::nullopt, scratch.Path() / "home" / ".local" / "share" / "Menuwright"},
-        {"XDG_DATA_HOME empty", "", scratch.Path() / "home" / ".local" / "share" / "Menuwright"},
-        {"XDG_DATA_HOME relative", "data", scratch.Path() / "home" / ".local" / "share" / "Menuwright"},
+        {"MENUWRIGHT_HOME wins", (scratch.Path() / "portable").string(), true, {}, scratch.Path() / "portable"},
+        {"empty MENUWRIGHT_HOME counts as unset", "", true, {}, exeFolder},
+        {"XDG_DATA_HOME set", {}, false, (scratch.Path() / "xdg").string(), scratch.Path() / "xdg" / "Menuwright"},
+        {"XDG_DATA_HOME unset", {}, false, {}, userData},
+        {"XDG_DATA_HOME empty", {}, false, "", userData},
+        {"XDG_DATA_HOME relative", {}, false, "data", userData},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        ProgramEnvironment env = Env(false);
+        ProgramEnvironment env = Env(c.exeFolderWritable);
+        env.MenuwrightHome = c.home;
         env.XdgDataHome = c.xdg;
         EXPECT_EQ(ResolveProgramFolder(exe, env), c.expected);
-        EXPECT_TRUE(fs::is_directory(c.expected));
+        EXPECT_TRUE(c.exeFolderWritable || fs::is_directory(c.expected));
     }
 }
 

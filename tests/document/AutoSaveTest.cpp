@@ -10,14 +10,6 @@ namespace {
 namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
-TEST(AutoSaveNameTest, SlotDateAndTimeInLocalTime)
-{
-    const auto when = mw::test::LocalTime(2004, 3, 5, 18, 22, 1);
-    EXPECT_EQ(mw::AutoSaveFileName(1, when), "_tmpFile_2_05.03.2004_18.22.01.xml");
-    EXPECT_EQ(mw::AutoSaveFileName(0, mw::test::LocalTime(2023, 12, 31, 0, 0, 9)),
-              "_tmpFile_1_31.12.2023_00.00.09.xml");
-}
-
 class AutoSaveTest : public mw::test::ProjectFixture {
 protected:
     // The auto-save files of the program folder, sorted.
@@ -40,26 +32,29 @@ protected:
     }
 };
 
-TEST_F(AutoSaveTest, SavesEveryAutoSaveMinTicks)
+TEST_F(AutoSaveTest, SavesEveryAutoSaveMinTicksUntilClosed)
 {
-    for (int minutes : {1, 5}) {
+    for (const auto& [minutes, expected] : {std::pair{0, std::vector<int>{}},
+                                            std::pair{1, std::vector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10}},
+                                            std::pair{5, std::vector<int>{5, 10}}}) {
         SCOPED_TRACE(minutes);
-        for (const std::string& file : Files())
-            fs::remove(home.Path() / file);
         program.Values.AutoSaveMin = minutes;
         Open("p.xml");
+        EXPECT_EQ(project.AutoSaveRunning, minutes > 0);
         std::vector<int> savedAt;
         for (int tick = 1; tick <= 10; ++tick) {
             const int slot = project.AutoSaveSlot;
             Tick();
-            if (project.AutoSaveSlot == slot)
-                continue;
-            savedAt.push_back(tick);
-            EXPECT_TRUE(fs::exists(home.Path() / mw::AutoSaveFileName(slot, now)));
+            if (project.AutoSaveSlot != slot) {
+                savedAt.push_back(tick);
+                EXPECT_TRUE(fs::exists(home.Path() / mw::AutoSaveFileName(slot, now)));
+            }
         }
-        const std::vector<int> expected = minutes == 1 ? std::vector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10}
-                                                       : std::vector<int>{5, 10};
         EXPECT_EQ(savedAt, expected);
+        const Texts files = Files();
+        ASSERT_TRUE(project.CloseOpenFile());
+        Tick();
+        EXPECT_EQ(Files(), files);
     }
 }
 
@@ -88,19 +83,6 @@ TEST_F(AutoSaveTest, ThreeFilesTakeTurnsAndTheProjectStaysAsItWas)
     EXPECT_EQ(project.WindowTitle, title);
     EXPECT_EQ(project.RecentFiles(), recent);
     EXPECT_TRUE(prompt.Log.empty());
-}
-
-TEST_F(AutoSaveTest, NoTimerNoSave)
-{
-    program.Values.AutoSaveMin = 0;
-    Open("off.xml");
-    EXPECT_FALSE(project.AutoSaveRunning);
-    Tick();
-    program.Values.AutoSaveMin = 1;
-    Open("on.xml");
-    ASSERT_TRUE(project.CloseOpenFile());
-    Tick();
-    EXPECT_EQ(Files(), Texts{});
 }
 
 } // namespace

@@ -1,13 +1,10 @@
 #include "document/CheckForErrors.h"
 
-#include "IdTestTrees.h"
+#include "TreeTestKit.h"
+#include "core/ScratchFolder.h"
 #include "core/ScriptedPrompt.h"
-#include "document/TreeQueries.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
 
 namespace {
 
@@ -25,15 +22,11 @@ class CheckForErrorsTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        dir_ = fs::temp_directory_path() /
-               ("mw-check-" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-        fs::create_directories(dir_ / "menus");
-        std::ofstream(dir_ / "movie.avi") << "RIFF";
-        std::ofstream(dir_ / "menus" / "menu.avi") << "RIFF";
+        scratch_.Write("movie.avi", "RIFF");
+        scratch_.Write("menus/menu.avi", "RIFF");
         doc_.ProjectFile = (dir_ / "project.xml").string();
         Build();
     }
-    void TearDown() override { fs::remove_all(dir_); }
 
     // Builds the tree afresh, so that each case of a table starts from the same project.
     void Build()
@@ -71,7 +64,8 @@ protected:
         return prompt_.Texts();
     }
 
-    fs::path dir_;
+    mw::test::ScratchFolder scratch_;
+    fs::path dir_ = scratch_.Path();
     mw::Document doc_;
     mw::LangDoc lang_;
     mw::ScriptedPrompt prompt_;
@@ -82,20 +76,17 @@ protected:
 
 TEST_F(CheckForErrorsTest, ValidProjectPassesAndIsLeftAsItWas)
 {
-    std::vector<std::string> before;
-    for (const mw::DocNode* n : doc_.Tree.Flat())
-        before.push_back(n->Key() + "|" + n->Text + "|" + n->Tag);
-
+    const auto snapshot = [this] {
+        std::vector<std::string> lines;
+        for (const mw::DocNode* n : doc_.Tree.Flat())
+            lines.push_back(n->Key() + "|" + n->Text + "|" + n->Tag + (n->Expanded ? "|+" : ""));
+        return lines;
+    };
+    const auto before = snapshot();
     EXPECT_EQ(Check(), Texts{kNoErrors});
     EXPECT_TRUE(ok_);
     EXPECT_TRUE(Check(false).empty());
-
-    std::vector<std::string> after;
-    for (const mw::DocNode* n : doc_.Tree.Flat()) {
-        after.push_back(n->Key() + "|" + n->Text + "|" + n->Tag);
-        EXPECT_FALSE(n->Expanded);
-    }
-    EXPECT_EQ(after, before);
+    EXPECT_EQ(snapshot(), before);
 
     doc_.Tree.Clear();
     EXPECT_TRUE(Check().empty());
@@ -111,21 +102,6 @@ TEST_F(CheckForErrorsTest, DanglingReferenceNamesItsElementAndUnfoldsIt)
         EXPECT_TRUE(n->Expanded) << n->Text;
     EXPECT_FALSE(rectangle_->Expanded);
     EXPECT_EQ(Check(false), Texts{"Error while checking at node ButtonMenu (12). ID not found 40"});
-}
-
-TEST_F(CheckForErrorsTest, OnlyReferenceRowsAreLookedUp)
-{
-    const std::pair<const char*, bool> cases[] = {
-        {"leftAction = none", false}, {"leftAction =", false}, {"trackID = 77", false},
-        {"sourceTrackID = 77", false}, {"valid = 77", true},  {"buttonMenuID = 77", true},
-    };
-    for (const auto& [text, fault] : cases) {
-        auto& row = doc_.Tree.AddChild(*button_, "", text, "prop");
-        const Texts expected = fault ? Texts{"Error while checking at node ButtonMenu (12). ID not found 77", kErrors}
-                                     : Texts{kNoErrors};
-        EXPECT_EQ(Check(), expected) << text;
-        doc_.Tree.Remove(row);
-    }
 }
 
 TEST_F(CheckForErrorsTest, ExtraInfoReferencesAreChecked)
@@ -181,7 +157,7 @@ TEST_F(CheckForErrorsTest, MenuTargetsMustExistAndHaveTheirType)
     EXPECT_TRUE(root_->Expanded);
 }
 
-TEST_F(CheckForErrorsTest, MediaFilesAreResolvedAgainstTheProjectFolder)
+TEST_F(CheckForErrorsTest, MediaFilesAreResolvedAgainstTheProjectFolderAndNamed)
 {
     const std::string folder = dir_.string();
     const std::string title = "\nIs used as MediaSource in title Main Feature (3)";
@@ -202,15 +178,14 @@ TEST_F(CheckForErrorsTest, MediaFilesAreResolvedAgainstTheProjectFolder)
 
     RowOf(*title_, "translationLookupID")->Text = "translationLookupID = none";
     EXPECT_EQ(Check()[0], "Can not find file " + folder + "/\nIs used as MediaSource in title Title (3)");
-}
 
-TEST_F(CheckForErrorsTest, MenuSourceNamesItsMenuFromExtraInfo)
-{
+    // A menu's source is named by the menu of its extra info.
+    Build();
     RowOf(*menuSource_, "location")->Text = "location = lost.avi";
-    const std::string missing = "Can not find file " + dir_.string() + "/lost.avi\n";
-    EXPECT_EQ(Check(), (Texts{missing + "Is used as MediaSource in menu ???", kErrors}));
+    const std::string missing = "Can not find file " + folder + "/lost.avi\nIs used as MediaSource in menu ";
+    EXPECT_EQ(Check(), (Texts{missing + "???", kErrors}));
     menuSource_->Tag = "<Menuwright Buttons='1' menuID='11'/>";
-    EXPECT_EQ(Check(), (Texts{missing + "Is used as MediaSource in menu 11", kErrors}));
+    EXPECT_EQ(Check(), (Texts{missing + "11", kErrors}));
 }
 
 TEST_F(CheckForErrorsTest, TextsComeFromTheLanguageFile)

@@ -1,4 +1,3 @@
-#include "document/Document.h"
 #include "document/IdSet.h"
 #include "document/ObjectIds.h"
 
@@ -22,14 +21,6 @@ TEST(IdSet, PaddedEntriesSortAsTextAndAreFoundByExactText)
 
     ids.Clear();
     EXPECT_EQ(ids.Find(1), -1);
-}
-
-TEST(ObjectIds, TakeObjectIDReturnsTheNextAndMovesOn)
-{
-    mw::Document doc;
-    doc.NextObjectID = 7;
-    EXPECT_EQ(mw::TakeObjectID(doc), 7);
-    EXPECT_EQ(doc.NextObjectID, 8);
 }
 
 TEST(ObjectIds, WhichRowsAreReferences)

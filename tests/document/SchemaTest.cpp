@@ -11,43 +11,25 @@ namespace {
 
 using mw::DocNode;
 using mw::Document;
+using Texts = std::vector<std::string>;
 
-// One node as a depth-first walk meets it.
-struct NodeLine {
-    int Depth;
-    std::string Key;
-    std::string Kind;
-    std::string Text;
-    bool operator==(const NodeLine&) const = default;
-};
-
-std::ostream& operator<<(std::ostream& os, const NodeLine& n)
+// Each element as one line, indented by its depth: "key kind Text: row | row".
+Texts Outline(const Document& doc)
 {
-    return os << n.Depth << " '" << n.Key << "' " << n.Kind << " '" << n.Text << "'";
-}
-
-int DepthOf(const DocNode& node)
-{
-    int depth = 0;
-    for (const DocNode* p = node.Parent(); p; p = p->Parent())
-        ++depth;
-    return depth;
-}
-
-std::vector<NodeLine> Lines(const Document& doc)
-{
-    std::vector<NodeLine> lines;
-    for (const DocNode* n : doc.Tree.Flat())
-        lines.push_back({DepthOf(*n), n->Key(), n->Image, n->Text});
+    Texts lines;
+    for (const DocNode* n : doc.Tree.Flat()) {
+        if (!n->HasChildren())
+            continue;
+        std::string line = n->Key() + ' ' + n->Image + ' ' + n->Text + ':';
+        for (const DocNode* p = n->Parent(); p; p = p->Parent())
+            line.insert(0, "  ");
+        for (const auto& row : *n) {
+            if (!row->HasChildren())
+                line += (line.back() == ':' ? " " : " | ") + row->Text;
+        }
+        lines.push_back(line);
+    }
     return lines;
-}
-
-std::size_t ElementCount(const Document& doc)
-{
-    std::size_t count = 0;
-    for (const DocNode* n : doc.Tree.Flat())
-        count += n->HasChildren() ? 1 : 0;
-    return count;
 }
 
 const mw::TrackRows kStreams = {
@@ -67,91 +49,42 @@ Document NewProject(const mw::TrackRows& rows = kStreams, int audio = 2, int sub
 
 TEST(Schema, NewProjectHasTheSkeletonAndOneTrackPerStream)
 {
-    // Audio and subtitle streams take two more identifiers each for their translation.
-    const std::vector<NodeLine> expected = {
-        {0, "k1", "divx", "DivXMediaManager"},
-        {1, "", "prop", "menuVersion = 1"},
-        {1, "", "objectid", "objectID = 1"},
-        {1, "", "prop", "defaultMenuLanguage = de"},
-        {1, "", "prop", "version = 1.0"},
-        {1, "k3", "transtable", "TranslationTable"},
-        {2, "", "objectid", "objectID = 3"},
-        {2, "k4", "translookup", "TranslationLookup"},
-        {3, "", "objectid", "objectID = 4"},
-        {3, "k5", "trans", "Translation"},
-        {4, "", "objectid", "objectID = 5"},
-        {4, "", "prop", "languageCode = de"},
-        {4, "", "prop", "value = Main Feature"},
-        {2, "k10", "translookup", "TranslationLookup"},
-        {3, "", "objectid", "objectID = 10"},
-        {3, "k11", "trans", "Translation"},
-        {4, "", "objectid", "objectID = 11"},
-        {4, "", "prop", "languageCode = en"},
-        {4, "", "prop", "value = Audio - en-US;02"},
-        {2, "k13", "translookup", "TranslationLookup"},
-        {3, "", "objectid", "objectID = 13"},
-        {3, "k14", "trans", "Translation"},
-        {4, "", "objectid", "objectID = 14"},
-        {4, "", "prop", "languageCode = de"},
-        {4, "", "prop", "value = Audio - eng;02"},
-        {2, "k16", "translookup", "TranslationLookup"},
-        {3, "", "objectid", "objectID = 16"},
-        {3, "k17", "trans", "Translation"},
-        {4, "", "objectid", "objectID = 17"},
-        {4, "", "prop", "languageCode = ro"},
-        {4, "", "prop", "value = Subtitle - ro-RO;02"},
-        {1, "k2", "media", "Media"},
-        {2, "", "objectid", "objectID = 2"},
-        {2, "k6", "movie", "Title"},
-        {3, "", "objectid", "objectID = 6"},
-        {3, "", "prop", "translationLookupID = 4"},
-        {3, "", "prop", "defaultAudioTrack = 02wb"},
-        {3, "", "prop", "defaultSubtitleTrack = 03sb"},
-        {3, "k7", "movie", "MediaSource"},
-        {4, "", "objectid", "objectID = 7"},
-        {4, "", "prop", "mediaType = featureAvi"},
-        {4, "", "prop", "location = /movies/feature.avi"},
-        {3, "k8", "movielink", "MediaTrack"},
-        {4, "", "objectid", "objectID = 8"},
-        {4, "", "prop", "mediaSourceID = 7"},
-        {4, "", "prop", "trackID = 00dc"},
-        {4, "", "prop", "startFrame = 0"},
-        {4, "", "prop", "endFrame = 1499"},
-        {4, "", "prop", "type = video"},
-        {3, "k9", "audiolink", "MediaTrack"},
-        {4, "", "objectid", "objectID = 9"},
-        {4, "", "prop", "mediaSourceID = 7"},
-        {4, "", "prop", "trackID = 01wb"},
-        {4, "", "prop", "languageCode = en"},
-        {4, "", "prop", "strn = Audio - en-US;02"},
-        {4, "", "prop", "translationLookupID = 10"},
-        {4, "", "prop", "type = audio"},
-        {3, "k12", "audiolink", "MediaTrack"},
-        {4, "", "objectid", "objectID = 12"},
-        {4, "", "prop", "mediaSourceID = 7"},
-        {4, "", "prop", "trackID = 02wb"},
-        {4, "", "prop", "strn = Audio - eng;02"},
-        {4, "", "prop", "translationLookupID = 13"},
-        {4, "", "prop", "type = audio"},
-        {3, "k15", "sublink", "MediaTrack"},
-        {4, "", "objectid", "objectID = 15"},
-        {4, "", "prop", "mediaSourceID = 7"},
-        {4, "", "prop", "trackID = 03sb"},
-        {4, "", "prop", "languageCode = ro"},
-        {4, "", "prop", "strn = Subtitle - ro-RO;02"},
-        {4, "", "prop", "translationLookupID = 16"},
-        {4, "", "prop", "type = subtitle"},
-        {3, "k18", "node", "MediaTrack"},
-        {4, "", "objectid", "objectID = 18"},
-        {4, "", "prop", "mediaSourceID = 7"},
-        {4, "", "prop", "trackID = 04??"},
-        {4, "", "prop", "type = unknown"},
+    // Audio and subtitle streams take two more identifiers each for their translation; a stream
+    // name without a two-letter language gives no languageCode row and the menu's language.
+    const Texts expected = {
+        "k1 divx DivXMediaManager: menuVersion = 1 | objectID = 1 | defaultMenuLanguage = de | version = 1.0",
+        "  k3 transtable TranslationTable: objectID = 3",
+        "    k4 translookup TranslationLookup: objectID = 4",
+        "      k5 trans Translation: objectID = 5 | languageCode = de | value = Main Feature",
+        "    k10 translookup TranslationLookup: objectID = 10",
+        "      k11 trans Translation: objectID = 11 | languageCode = en | value = Audio - en-US;02",
+        "    k13 translookup TranslationLookup: objectID = 13",
+        "      k14 trans Translation: objectID = 14 | languageCode = de | value = Audio - eng;02",
+        "    k16 translookup TranslationLookup: objectID = 16",
+        "      k17 trans Translation: objectID = 17 | languageCode = ro | value = Subtitle - ro-RO;02",
+        "  k2 media Media: objectID = 2",
+        "    k6 movie Title: objectID = 6 | translationLookupID = 4 | defaultAudioTrack = 02wb | "
+        "defaultSubtitleTrack = 03sb",
+        "      k7 movie MediaSource: objectID = 7 | mediaType = featureAvi | location = /movies/feature.avi",
+        "      k8 movielink MediaTrack: objectID = 8 | mediaSourceID = 7 | trackID = 00dc | startFrame = 0 | "
+        "endFrame = 1499 | type = video",
+        "      k9 audiolink MediaTrack: objectID = 9 | mediaSourceID = 7 | trackID = 01wb | languageCode = en | "
+        "strn = Audio - en-US;02 | translationLookupID = 10 | type = audio",
+        "      k12 audiolink MediaTrack: objectID = 12 | mediaSourceID = 7 | trackID = 02wb | "
+        "strn = Audio - eng;02 | translationLookupID = 13 | type = audio",
+        "      k15 sublink MediaTrack: objectID = 15 | mediaSourceID = 7 | trackID = 03sb | languageCode = ro | "
+        "strn = Subtitle - ro-RO;02 | translationLookupID = 16 | type = subtitle",
+        "      k18 node MediaTrack: objectID = 18 | mediaSourceID = 7 | trackID = 04?? | type = unknown",
     };
     const Document doc = NewProject();
-    EXPECT_EQ(Lines(doc), expected);
-    EXPECT_EQ(ElementCount(doc), 7u + 5u + 2u * 3u);
+    EXPECT_EQ(Outline(doc), expected);
+    for (const DocNode* n : doc.Tree.Flat()) {
+        if (!n->HasChildren()) {
+            EXPECT_EQ(n->Key(), "");
+            EXPECT_EQ(n->Image, n->Text.starts_with("objectID = ") ? "objectid" : "prop") << n->Text;
+        }
+    }
     EXPECT_EQ(doc.NextObjectID, 19);
-    EXPECT_EQ(mw::GetPropertyInNode(*doc.Tree.Root(), "startingMenuID"), "");
 }
 
 TEST(Schema, NewProjectDefaultsAndIdentifiers)
@@ -179,12 +112,10 @@ TEST(Schema, NewProjectDefaultsAndIdentifiers)
         const DocNode& title = doc.Tree.Item("k6");
         EXPECT_EQ(mw::GetPropertyInNode(title, "defaultAudioTrack"), c.DefaultAudio);
         EXPECT_EQ(mw::GetPropertyInNode(title, "defaultSubtitleTrack"), c.DefaultSubtitle);
-        EXPECT_EQ(ElementCount(doc), c.Elements);
+        EXPECT_EQ(Outline(doc).size(), c.Elements);
         EXPECT_EQ(doc.NextObjectID, c.Next);
     }
-    const Document doc = NewProject({audio}, -1, -1);
-    EXPECT_EQ(doc.Tree.Item("k8").Image, "audiolink");
-    EXPECT_EQ(mw::GetPropertyInNode(doc.Tree.Item("k8"), "type"), "audio");
+    EXPECT_EQ(NewProject({audio}, -1, -1).Tree.Item("k8").Image, "audiolink");
 }
 
 TEST(Schema, NewProjectReplacesTheOpenTree)
@@ -203,83 +134,48 @@ TEST(Schema, CreateLanguageMenusNodeAddsASetBehindTheOthers)
     Document doc = NewProject();
     const DocNode& first = mw::CreateLanguageMenusNode(doc, "en");
     const DocNode& second = mw::CreateLanguageMenusNode(doc, "fr");
-    const std::vector<NodeLine> expected = {
-        {1, "k20", "menulang", "LanguageMenus"},
-        {2, "", "objectid", "objectID = 20"},
-        {2, "", "prop", "languageCode = fr"},
-        {2, "", "prop", "startingMenuID = none"},
-        {2, "", "prop", "rootMenuID = none"},
-    };
-    const auto lines = Lines(doc);
-    EXPECT_EQ(std::vector<NodeLine>(lines.end() - 5, lines.end()), expected);
+    EXPECT_EQ(Outline(doc).back(),
+              "  k20 menulang LanguageMenus: objectID = 20 | languageCode = fr | startingMenuID = none | "
+              "rootMenuID = none");
     EXPECT_EQ(first.Key(), "k19");
-    EXPECT_EQ(doc.Tree.Root()->LastChild(), &second);
     EXPECT_EQ(first.Next(), &second);
+    EXPECT_EQ(doc.Tree.Root()->LastChild(), &second);
     EXPECT_EQ(doc.NextObjectID, 21);
 }
 
-TEST(Schema, SchemaNodesNeedARoot)
-{
-    Document doc;
-    EXPECT_THROW(mw::CreateLanguageMenusNode(doc, "en"), mw::DocTreeError);
-    EXPECT_THROW(mw::GetOrCreateTransNode(doc), mw::DocTreeError);
-    EXPECT_THROW(mw::GetMenuTracksOrCreate(doc), mw::DocTreeError);
-}
-
-TEST(Schema, GetOrCreateTransNodeFindsTheTableInAnyCase)
+TEST(Schema, GetOrCreateTransNodeFindsTheTableInAnyCaseOrMakesIt)
 {
     Document doc = NewProject();
     doc.Tree.Item("k3").Text = "translationTABLE";
     EXPECT_EQ(&mw::GetOrCreateTransNode(doc), &doc.Tree.Item("k3"));
     EXPECT_EQ(doc.NextObjectID, 19);
-}
 
-TEST(Schema, GetOrCreateTransNodeMakesAMissingTable)
-{
-    Document doc = NewProject();
     doc.Tree.Remove(doc.Tree.Item("k3"));
     DocNode& table = mw::GetOrCreateTransNode(doc);
-    EXPECT_EQ(table.Key(), "k19");
-    EXPECT_EQ(table.Image, "transtable");
-    EXPECT_EQ(table.Text, "TranslationTable");
-    ASSERT_EQ(table.ChildCount(), 1u);
-    EXPECT_EQ(table.FirstChild()->Text, "objectID = 19");
+    EXPECT_EQ(Outline(doc).back(), "  k19 transtable TranslationTable: objectID = 19");
     EXPECT_EQ(doc.Tree.Root()->LastChild(), &table);
-    EXPECT_EQ(doc.NextObjectID, 20);
     EXPECT_EQ(&mw::GetOrCreateTransNode(doc), &table);
+    EXPECT_EQ(doc.NextObjectID, 20);
 }
 
 TEST(Schema, GetMenuTracksOrCreateMakesItOnce)
 {
     Document doc = NewProject();
     DocNode& tracks = mw::GetMenuTracksOrCreate(doc);
-    EXPECT_EQ(tracks.Key(), "k19");
-    EXPECT_EQ(tracks.Image, "menutracks");
-    EXPECT_EQ(tracks.Text, "MenuTracks");
-    EXPECT_EQ(tracks.FirstChild()->Text, "objectID = 19");
+    EXPECT_EQ(Outline(doc).back(), "    k19 menutracks MenuTracks: objectID = 19");
     EXPECT_EQ(doc.Tree.Item("k2").LastChild(), &tracks);
-    EXPECT_EQ(doc.NextObjectID, 20);
-
     const std::size_t count = doc.Tree.Count();
     EXPECT_EQ(&mw::GetMenuTracksOrCreate(doc), &tracks);
     EXPECT_EQ(doc.Tree.Count(), count);
     EXPECT_EQ(doc.NextObjectID, 20);
-}
 
-TEST(Schema, GetMenuTracksOrCreateMakesAMissingMediaWithDistinctIdentifiers)
-{
-    Document doc = NewProject();
+    // Without Media, both are made, each with its own identifier.
     doc.Tree.Remove(doc.Tree.Item("k2"));
-    DocNode& tracks = mw::GetMenuTracksOrCreate(doc);
-    const DocNode& media = doc.Tree.Item("k19");
-    EXPECT_EQ(media.Text, "Media");
-    EXPECT_EQ(media.Image, "media");
-    EXPECT_EQ(mw::GetPropertyInNode(media, "objectID"), "19");
-    EXPECT_EQ(doc.Tree.Root()->LastChild(), &media);
-    EXPECT_EQ(tracks.Key(), "k20");
-    EXPECT_EQ(tracks.Parent(), &media);
-    EXPECT_EQ(mw::GetPropertyInNode(tracks, "objectID"), "20");
-    EXPECT_EQ(doc.NextObjectID, 21);
+    EXPECT_EQ(mw::GetMenuTracksOrCreate(doc).Key(), "k21");
+    const Texts outline = Outline(doc);
+    EXPECT_EQ(Texts(outline.end() - 2, outline.end()),
+              (Texts{"  k20 media Media: objectID = 20", "    k21 menutracks MenuTracks: objectID = 21"}));
+    EXPECT_EQ(doc.NextObjectID, 22);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "document/TreeViewToXml.h"
 
+#include "TreeTestKit.h"
 #include "core/ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include <unistd.h>
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -15,6 +18,7 @@ using mw::DocNode;
 using mw::DocTree;
 using mw::Document;
 using mw::Relationship;
+using mw::test::CrLf;
 using mw::test::ReadAll;
 using mw::test::ScratchFolder;
 
@@ -31,14 +35,6 @@ DocNode& Row(DocTree& tree, DocNode& parent, const std::string& text, const std:
     DocNode& row = tree.AddChild(parent, "", text, tag.empty() ? "prop" : "comment");
     row.Tag = tag;
     return row;
-}
-
-std::string CrLf(const std::vector<std::string>& lines)
-{
-    std::string text;
-    for (const std::string& line : lines)
-        text += line + "\r\n";
-    return text;
 }
 
 TEST(SaveTreeToFile, WritesTheTreeByItsRules)
@@ -136,34 +132,38 @@ TEST(NodeToXmlString, WritesRawXmlWithoutCommentRows)
     EXPECT_EQ(mw::NodeToXmlString(menu), R"(<DivXMediaMenu objectID="20" a="b" menuName="x &lt; y">)"
                                          R"(<!-- <Menuwright Color1='1'/>--><buttonmenu objectID="21"><!-- -y-->)"
                                          R"(</buttonmenu></DivXMediaMenu>)");
+    button.Text = "1st";
+    EXPECT_EQ(mw::NodeToXmlString(menu), ""); // no XML name
 }
 
-TEST(NodeToXmlString, EmptyWhenAnElementNameIsNoXmlName)
-{
-    DocTree tree;
-    DocNode& menu = Element(tree, nullptr, "k20", "DivXMediaMenu");
-    DocNode& bad = Element(tree, &menu, "k21", "1st");
-    Row(tree, bad, "objectID = 21");
-    EXPECT_EQ(mw::NodeToXmlString(menu), "");
-}
-
-TEST(SaveTreeToFile, ReadOnlyFileAndMissingFolderAreRefused)
+TEST(SaveTreeToFile, AFailedSaveKeepsTheOldFile)
 {
     const ScratchFolder scratch;
     const fs::path file = scratch.Write("p.xml", "old contents");
-    fs::permissions(file, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
     DocTree tree;
-    Row(tree, Element(tree, nullptr, "k1", "DivXMediaManager"), "objectID = 1");
-
-    std::string error;
-    EXPECT_FALSE(mw::SaveTreeToFile(tree, file.string(), error));
-    EXPECT_EQ(error, "Could not save " + file.string() + ": the file is read-only.");
-    EXPECT_EQ(ReadAll(file), "old contents");
-
-    const std::string elsewhere = (scratch.Path() / "missing" / "p.xml").string();
-    EXPECT_FALSE(mw::SaveTreeToFile(tree, elsewhere, error));
-    EXPECT_EQ(error, "Could not save " + elsewhere + ": No such file or directory.");
-    EXPECT_EQ(std::distance(fs::directory_iterator(scratch.Path()), {}), 1);
+    DocNode& root = Element(tree, nullptr, "k1", "DivXMediaManager");
+    Row(tree, root, "objectID = 1");
+    DocNode& menu = Element(tree, &root, "k2", "DivXMediaMenu");
+    Row(tree, menu, "objectID = 2");
+    const auto refused = [&](const fs::path& target, const std::string& message) {
+        std::string error;
+        EXPECT_FALSE(mw::SaveTreeToFile(tree, target.string(), error));
+        EXPECT_EQ(error, message);
+        EXPECT_EQ(ReadAll(file), "old contents");
+        EXPECT_EQ(std::distance(fs::directory_iterator(scratch.Path()), {}), 1); // no temporary left behind
+    };
+    menu.Text = "Menu Rectangle";
+    refused(file, "The element name \"Menu Rectangle\" is not a valid XML name, so the file cannot be saved.");
+    menu.Text = "DivXMediaMenu";
+    const fs::path elsewhere = scratch.Path() / "missing" / "p.xml";
+    refused(elsewhere, "Could not save " + elsewhere.string() + ": No such file or directory.");
+    fs::permissions(file, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    refused(file, "Could not save " + file.string() + ": the file is read-only.");
+    fs::permissions(file, fs::perms::owner_all);
+    if (::geteuid() == 0)
+        return; // a read-only folder does not stop root
+    fs::permissions(scratch.Path(), fs::perms::owner_read | fs::perms::owner_exec);
+    refused(file, "Could not save " + file.string() + ": Permission denied.");
 }
 
 TEST(SaveNodeToTemplate, BackgroundVideoBecomesThePathOfItsFile)

@@ -16,20 +16,16 @@ std::string LangFile(const std::string& creator, const std::string& greeting)
            "\"/><Form1_Module s1=\"" + greeting + "\"/></Lang>";
 }
 
-TEST(StartLanguage, PicksTheNewFileFirst)
+TEST(StartLanguage, PicksTheNewFileFirstAndNeedsNone)
 {
-    struct Case {
+    const struct {
         const char* name;
         bool xml;
         bool xmlNew;
-        std::string expectedCreator;
-    };
-    const Case cases[] = {
-        {"only .xml", true, false, "Plain"},
-        {"only .xml.New", false, true, "Fresh"},
-        {"both", true, true, "Fresh"},
-    };
-    for (const Case& c : cases) {
+        const char* creator;
+    } cases[] = {{"none", false, false, ""}, {"only .xml", true, false, "Plain"},
+                 {"only .xml.New", false, true, "Fresh"}, {"both", true, true, "Fresh"}};
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const ScratchFolder folder;
         if (c.xml)
@@ -38,53 +34,33 @@ TEST(StartLanguage, PicksTheNewFileFirst)
             folder.Write("English.Menuwright.exe.xml.New", LangFile("Fresh", "Hi"));
         Language lang(folder.Path());
         lang.StartLanguage();
-        EXPECT_EQ(lang.LangDoc().PrivateAttribute("Creator"), c.expectedCreator);
+        EXPECT_EQ(lang.LangDoc().PrivateAttribute("Creator").value_or(""), c.creator);
+        EXPECT_EQ(lang.LangDoc().LoadResText("Form1", 5, "x"), "x");
         EXPECT_EQ(lang.LangFileStem(), "English.Menuwright.exe");
+        EXPECT_EQ(lang.LangName(), "English");
     }
 }
 
-TEST(StartLanguage, NoLanguageFileLeavesEveryDefault)
-{
-    const ScratchFolder folder;
-    Language lang(folder.Path());
-    lang.StartLanguage();
-    EXPECT_TRUE(lang.LangDoc().Empty());
-    EXPECT_EQ(lang.LangDoc().LoadResText("Form1", 5, "x"), "x");
-    EXPECT_EQ(lang.LangName(), "English");
-    EXPECT_EQ(mw::LastPanelAtStart(lang.LangDoc()).Text, "");
-    EXPECT_TRUE(mw::ListLanguageFiles(folder.Path()).empty());
-}
-
-TEST(LoadNewLang, LoadsTheLanguageOfAStem)
+TEST(LoadNewLang, LoadsTheLanguageOfAStemOrChangesNothing)
 {
     const ScratchFolder folder;
     folder.Write("English.Menuwright.exe.xml", LangFile("Ann", "Hello"));
     folder.Write("German.Menuwright.exe.xml", LangFile("Old", "Hallo"));
     folder.Write("German.Menuwright.exe.xml.New", LangFile("Bernd", "Guten Tag"));
-    Language lang(folder.Path());
-    lang.StartLanguage();
-
-    ASSERT_TRUE(lang.LoadNewLang(mw::LangFileStemOf("German")));
-    EXPECT_EQ(lang.LangFileStem(), "German.Menuwright.exe");
-    EXPECT_EQ(lang.LangName(), "German");
-    EXPECT_EQ(lang.LangDoc().LoadResText("Form1", 1, "Hello"), "Guten Tag");
-    const mw::LanguagePanel panel = mw::LastPanelAfterChange(lang.LangDoc());
-    EXPECT_EQ(panel.Text, "Language by Bernd (" + std::string(mw::kVersionText) + ")");
-    EXPECT_FALSE(panel.OldLanguage);
-}
-
-TEST(LoadNewLang, MissingFileChangesNothing)
-{
-    const ScratchFolder folder;
-    folder.Write("English.Menuwright.exe.xml", LangFile("Ann", "Hello"));
     folder.Write("French.Menuwright.exe", "not a language file: its name lacks .xml");
     Language lang(folder.Path());
     lang.StartLanguage();
 
     EXPECT_FALSE(lang.LoadNewLang("French.Menuwright.exe"));
     EXPECT_EQ(lang.LangFileStem(), "English.Menuwright.exe");
-    EXPECT_EQ(lang.LangDoc().PrivateAttribute("Creator"), "Ann");
     EXPECT_EQ(lang.LangDoc().LoadResText("Form1", 1, "default"), "Hello");
+
+    ASSERT_TRUE(lang.LoadNewLang(mw::LangFileStemOf("German")));
+    EXPECT_EQ(lang.LangFileStem(), "German.Menuwright.exe");
+    EXPECT_EQ(lang.LangName(), "German");
+    EXPECT_EQ(lang.LangDoc().LoadResText("Form1", 1, "Hello"), "Guten Tag");
+    EXPECT_EQ(mw::LastPanelAfterChange(lang.LangDoc()).Text,
+              "Language by Bernd (" + std::string(mw::kVersionText) + ")");
 }
 
 TEST(ListLanguageFiles, CaptionsOfTheLanguageFilesSorted)

@@ -64,7 +64,7 @@ TEST(LoadTextForDesign, WithoutTheWindowsSectionEverythingStays)
     }
 }
 
-TEST(LoadTextForDesign, CaptionsAndToolTips)
+TEST(LoadTextForDesign, CaptionsToolTipsAndItemsCountingFromOne)
 {
     const FormDesign form = Labelled(R"(<Lang><frmProp_Design
         frmProp="Eigenschaften"
@@ -72,7 +72,12 @@ TEST(LoadTextForDesign, CaptionsAndToolTips)
         Label1="not for array members" Label1_ToolTipText="not for array members"
         Label1_3="Drei" Label1_3_ToolTipText="Tipp drei"
         txtName="no caption to take" txtName_ToolTipText="Der Name"
-        cmdOk=""/></Lang>)");
+        cmdOk=""
+        TabStrip1="strip caption is not set" TabStrip1_0="no tab 0" TabStrip1_3="no tab 3"
+        TabStrip1_1="Allgemein" TabStrip1_2_ToolTipText="Farben-Tipp"
+        ListView1_0="no column 0" ListView1_2="Wert"
+        Toolbar1_ToolTipText="bar tip is not set"
+        Toolbar1_1_ToolTipText="Oeffnen" Toolbar1_2="Sichern"/></Lang>)");
 
     EXPECT_EQ(form.Caption, "Eigenschaften");
     EXPECT_EQ(Control(form, "lblTitle").Caption, "Titel");
@@ -85,16 +90,6 @@ TEST(LoadTextForDesign, CaptionsAndToolTips)
     // An empty value is a translation too: the English caption does not come back.
     EXPECT_EQ(Control(form, "cmdOk").Caption, "");
     EXPECT_EQ(Control(form, "cmdOk").ToolTipText, "Apply");
-}
-
-TEST(LoadTextForDesign, TabsColumnsAndButtonsCountFromOne)
-{
-    const FormDesign form = Labelled(R"(<Lang><frmProp_Design
-        TabStrip1="strip caption is not set" TabStrip1_0="no tab 0" TabStrip1_3="no tab 3"
-        TabStrip1_1="Allgemein" TabStrip1_2_ToolTipText="Farben-Tipp"
-        ListView1_0="no column 0" ListView1_2="Wert"
-        Toolbar1_ToolTipText="bar tip is not set"
-        Toolbar1_1_ToolTipText="Oeffnen" Toolbar1_2="Sichern"/></Lang>)");
 
     const ControlDesign& strip = Control(form, "TabStrip1");
     EXPECT_EQ(strip.Caption, "strip");

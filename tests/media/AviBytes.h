@@ -1,13 +1,18 @@
 #pragma once
 
+#include "media/AviFile.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdio>
 #include <limits>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
+
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace mw::test {
 
@@ -51,114 +56,91 @@ struct AviFixture {
     std::vector<std::vector<std::uint64_t>> DataOffsets; // per stream, per chunk
 };
 
-class AviByteWriter {
-public:
-    std::size_t Pos() const { return out_.size(); }
-    std::string& Bytes() { return out_; }
+inline void PatchLe(std::string& bytes, std::size_t at, std::uint64_t value, int size = 4)
+{
+    for (int i = 0; i < size; ++i)
+        bytes[at + static_cast<std::size_t>(i)] = static_cast<char>((value >> (8 * i)) & 0xFF);
+}
 
-    void Put(const std::string& fourcc) { out_ += fourcc.substr(0, 4) + std::string(4 - std::min<std::size_t>(4, fourcc.size()), ' '); }
-    void Put16(std::uint16_t v) { PutLe(v, 2); }
-    void Put32(std::uint32_t v) { PutLe(v, 4); }
-    void Put64(std::uint64_t v) { PutLe(v, 8); }
-    void PutBytes(const std::vector<std::uint8_t>& bytes) { out_.append(bytes.begin(), bytes.end()); }
-    void PutText(const std::string& text) { out_ += text; }
-    void Fill(std::size_t count, char c) { out_.append(count, c); }
+// Appends four-character codes, little-endian numbers and chunks whose sizes are filled in
+// when they are closed.
+struct AviByteWriter {
+    std::string Out;
 
+    void Put(const std::string& fourcc) { Out += (fourcc + "    ").substr(0, 4); }
+    void PutLe(std::uint64_t v, int size = 4)
+    {
+        Out.append(static_cast<std::size_t>(size), '\0');
+        PatchLe(Out, Out.size() - static_cast<std::size_t>(size), v, size);
+    }
     // A chunk (or a RIFF/LIST with its type) whose size Close fills in.
     std::size_t Open(const std::string& id, const std::string& listType = "")
     {
-        const std::size_t at = Pos();
+        const std::size_t at = Out.size();
         Put(id);
-        Put32(0);
+        PutLe(0);
         if (!listType.empty())
             Put(listType);
         return at;
     }
     void Close(std::size_t at)
     {
-        const auto size = static_cast<std::uint32_t>(Pos() - at - 8);
-        Patch32(at + 4, size);
-        if (size % 2 != 0)
-            out_ += '\0';
+        const std::size_t size = Out.size() - at - 8;
+        PatchLe(Out, at + 4, size);
+        Out.append(size % 2, '\0');
     }
-    void Patch32(std::size_t at, std::uint32_t v) { PatchLe(at, v, 4); }
-    void Patch64(std::size_t at, std::uint64_t v) { PatchLe(at, v, 8); }
-
-private:
-    void PutLe(std::uint64_t v, int bytes)
-    {
-        for (int i = 0; i < bytes; ++i)
-            out_ += static_cast<char>((v >> (8 * i)) & 0xFF);
-    }
-    void PatchLe(std::size_t at, std::uint64_t v, int bytes)
-    {
-        for (int i = 0; i < bytes; ++i)
-            out_[at + static_cast<std::size_t>(i)] = static_cast<char>((v >> (8 * i)) & 0xFF);
-    }
-
-    std::string out_;
 };
 
 inline std::string AviChunkName(std::size_t stream, const std::string& suffix)
 {
-    char name[8];
-    std::snprintf(name, sizeof name, "%02zu", stream % 100);
-    return name + suffix;
+    return std::string{static_cast<char>('0' + stream / 10 % 10), static_cast<char>('0' + stream % 10)} + suffix;
 }
 
 inline std::vector<std::uint8_t> BitmapInfoHeader(std::int32_t width, std::int32_t height)
 {
     AviByteWriter w;
-    w.Put32(40);
-    w.Put32(static_cast<std::uint32_t>(width));
-    w.Put32(static_cast<std::uint32_t>(height));
-    w.Put16(1);
-    w.Put16(24);
+    for (const std::int32_t v : {40, width, height})
+        w.PutLe(static_cast<std::uint32_t>(v));
+    w.PutLe(1, 2); // planes
+    w.PutLe(24, 2);
     w.Put("DX50");
-    w.Fill(20, '\0');
-    return {w.Bytes().begin(), w.Bytes().end()};
+    w.Out.append(20, '\0');
+    return {w.Out.begin(), w.Out.end()};
 }
 
 namespace detail {
 
-inline void WriteStreamList(AviByteWriter& w, const AviStreamSpec& s, std::size_t segments, bool odml,
-                            std::size_t& indxAt)
+inline void WriteStreamList(AviByteWriter& w, const AviStreamSpec& s, std::size_t index, std::size_t segments,
+                            bool odml, std::size_t& indxAt)
 {
     const std::size_t strl = w.Open("LIST", "strl");
     const std::size_t strh = w.Open("strh");
     w.Put(s.Type);
     w.Put(s.Handler);
-    w.Put32(0);    // flags
-    w.Put32(0);    // priority, language
-    w.Put32(0);    // initial frames
-    w.Put32(s.Scale);
-    w.Put32(s.Rate);
-    w.Put32(s.Start);
-    w.Put32(s.Length.value_or(static_cast<std::uint32_t>(s.Chunks.size())));
-    w.Put32(4096); // suggested buffer size
-    w.Put32(0xFFFFFFFFu);
-    w.Put32(s.SampleSize);
+    w.Out.append(12, '\0'); // flags, priority, language, initial frames
+    const std::uint32_t length = s.Length.value_or(static_cast<std::uint32_t>(s.Chunks.size()));
+    for (const std::uint32_t v : {s.Scale, s.Rate, s.Start, length, 4096u, 0xFFFFFFFFu, s.SampleSize})
+        w.PutLe(v);
     for (const std::int16_t v : s.Frame)
-        w.Put16(static_cast<std::uint16_t>(v));
+        w.PutLe(static_cast<std::uint16_t>(v), 2);
     w.Close(strh);
-    if (!s.Format.empty()) {
-        const std::size_t strf = w.Open("strf");
-        w.PutBytes(s.Format);
-        w.Close(strf);
-    }
-    if (s.Name) {
-        const std::size_t strn = w.Open("strn");
-        w.PutText(*s.Name);
-        w.Close(strn);
-    }
-    if (s.JunkAfterName) {
-        const std::size_t junk = w.Open("JUNK");
-        w.Fill(*s.JunkAfterName, '\0');
-        w.Close(junk);
-    }
+    const auto chunk = [&w](const char* id, const std::string& data) {
+        const std::size_t at = w.Open(id);
+        w.Out += data;
+        w.Close(at);
+    };
+    if (!s.Format.empty())
+        chunk("strf", std::string(s.Format.begin(), s.Format.end()));
+    if (s.Name)
+        chunk("strn", *s.Name);
+    if (s.JunkAfterName)
+        chunk("JUNK", std::string(*s.JunkAfterName, '\0'));
     if (odml) {
         indxAt = w.Open("indx");
-        w.Fill(24 + 16 * segments, '\0');
+        w.PutLe(4); // four longs per entry, an index of indexes
+        w.PutLe(segments);
+        w.Put(AviChunkName(index, s.Suffix));
+        w.Out.append(12 + 16 * segments, '\0');
         w.Close(indxAt);
     }
     w.Close(strl);
@@ -185,33 +167,26 @@ inline AviFixture BuildAvi(const AviSpec& spec)
     std::size_t riff = w.Open("RIFF", "AVI ");
     const std::size_t hdrl = w.Open("LIST", "hdrl");
     const std::size_t avih = w.Open("avih");
-    w.Put32(40000);
-    w.Put32(0);
-    w.Put32(0);
-    w.Put32(0x10);
-    w.Put32(spec.Streams.empty() ? 0 : static_cast<std::uint32_t>(spec.Streams[0].Chunks.size()));
-    w.Put32(0);
-    w.Put32(static_cast<std::uint32_t>(spec.Streams.size()));
-    w.Put32(65536);
-    w.Put32(spec.Width);
-    w.Put32(spec.Height);
-    w.Fill(16, '\0');
+    const auto streams = static_cast<std::uint32_t>(spec.Streams.size());
+    const auto length = spec.Streams.empty() ? 0u : static_cast<std::uint32_t>(spec.Streams[0].Chunks.size());
+    for (const std::uint32_t v : {40000u, 0u, 0u, 0x10u, length, 0u, streams, 65536u, spec.Width, spec.Height})
+        w.PutLe(v);
+    w.Out.append(16, '\0');
     w.Close(avih);
     std::vector<std::size_t> indxAt(spec.Streams.size());
     for (std::size_t s = 0; s < spec.Streams.size(); ++s)
-        detail::WriteStreamList(w, spec.Streams[s], segments, odml, indxAt[s]);
+        detail::WriteStreamList(w, spec.Streams[s], s, segments, odml, indxAt[s]);
     w.Close(hdrl);
 
+    struct Entry {
+        std::string Id;
+        std::size_t Header;
+        AviChunkSpec Chunk;
+    };
     for (std::size_t seg = 0; seg < segments; ++seg) {
         if (seg > 0)
             riff = w.Open("RIFF", "AVIX");
         const std::size_t movi = w.Open("LIST", "movi");
-        struct Entry {
-            std::string Id;
-            std::size_t Header;
-            std::uint32_t Size;
-            bool Key;
-        };
         std::vector<std::vector<Entry>> written(spec.Streams.size());
         std::vector<Entry> inOrder;
         for (std::size_t f = seg * perRiff; f < std::min(frames, (seg + 1) * perRiff); ++f) {
@@ -219,16 +194,15 @@ inline AviFixture BuildAvi(const AviSpec& spec)
             for (std::size_t d = 0; d < spec.RecDepth; ++d)
                 recs.push_back(w.Open("LIST", "rec "));
             for (std::size_t s = 0; s < spec.Streams.size(); ++s) {
-                const auto& stream = spec.Streams[s];
-                if (f >= stream.Chunks.size())
+                if (f >= spec.Streams[s].Chunks.size())
                     continue;
-                const AviChunkSpec& c = stream.Chunks[f];
-                const std::string id = AviChunkName(s, stream.Suffix);
+                const AviChunkSpec& c = spec.Streams[s].Chunks[f];
+                const std::string id = AviChunkName(s, spec.Streams[s].Suffix);
                 const std::size_t at = w.Open(id);
-                w.Fill(c.Size, static_cast<char>(s * 16 + f));
+                w.Out.append(c.Size, static_cast<char>(s * 16 + f));
                 w.Close(at);
                 fixture.DataOffsets[s].push_back(at + 8);
-                written[s].push_back({id, at, c.Size, c.Key});
+                written[s].push_back({id, at, c});
                 inOrder.push_back(written[s].back());
             }
             for (auto r = recs.rbegin(); r != recs.rend(); ++r)
@@ -236,44 +210,36 @@ inline AviFixture BuildAvi(const AviSpec& spec)
         }
         for (std::size_t s = 0; odml && s < spec.Streams.size(); ++s) {
             const std::size_t ix = w.Open("ix" + AviChunkName(s, ""));
-            w.Put16(2);
-            w.Bytes() += '\0';
-            w.Bytes() += '\1';
-            w.Put32(static_cast<std::uint32_t>(written[s].size()));
+            w.PutLe(0x01000002); // two longs per entry, an index of chunks
+            w.PutLe(written[s].size());
             w.Put(AviChunkName(s, spec.Streams[s].Suffix));
-            w.Put64(movi);
-            w.Put32(0);
+            w.PutLe(movi, 8);
+            w.PutLe(0);
             for (const Entry& e : written[s]) {
-                w.Put32(static_cast<std::uint32_t>(e.Header + 8 - movi));
-                w.Put32(e.Size | (e.Key ? 0 : 0x80000000u));
+                w.PutLe(e.Header + 8 - movi);
+                w.PutLe(e.Chunk.Size | (e.Chunk.Key ? 0 : 0x80000000u));
             }
             w.Close(ix);
             const std::size_t entry = indxAt[s] + 8 + 24 + 16 * seg;
-            w.Patch64(entry, ix);
-            w.Patch32(entry + 8, static_cast<std::uint32_t>(w.Pos() - ix));
-            w.Patch32(entry + 12, static_cast<std::uint32_t>(written[s].size()));
+            PatchLe(w.Out, entry, ix, 8);
+            PatchLe(w.Out, entry + 8, w.Out.size() - ix);
+            PatchLe(w.Out, entry + 12, written[s].size());
         }
         w.Close(movi);
         if (seg == 0 && idx1) {
             const std::size_t index = w.Open("idx1");
-            const bool absolute = spec.Index == AviIndexKind::Idx1Absolute;
+            const std::size_t base = spec.Index == AviIndexKind::Idx1Absolute ? 0 : movi + 8;
             for (const Entry& e : inOrder) {
                 w.Put(e.Id);
-                w.Put32(e.Key ? 0x10 : 0);
-                w.Put32(static_cast<std::uint32_t>(absolute ? e.Header : e.Header - (movi + 8)));
-                w.Put32(e.Size);
+                w.PutLe(e.Chunk.Key ? 0x10 : 0);
+                w.PutLe(e.Header - base);
+                w.PutLe(e.Chunk.Size);
             }
             w.Close(index);
         }
         w.Close(riff);
     }
-    for (std::size_t s = 0; odml && s < spec.Streams.size(); ++s) {
-        const std::size_t at = indxAt[s] + 8;
-        w.Patch32(at, 4); // four longs per entry, a super index
-        w.Patch32(at + 4, static_cast<std::uint32_t>(segments));
-        w.Bytes().replace(at + 8, 4, AviChunkName(s, spec.Streams[s].Suffix));
-    }
-    fixture.Bytes = std::move(w.Bytes());
+    fixture.Bytes = std::move(w.Out);
     return fixture;
 }
 
@@ -285,6 +251,36 @@ inline AviStreamSpec VideoStream(std::size_t frames, std::size_t keyEvery)
     for (std::size_t i = 0; i < frames; ++i)
         s.Chunks.push_back({16, i % keyEvery == 0});
     return s;
+}
+
+// An MP3-like stream of `chunks` key chunks of 100 bytes at 1152 / 44100.
+inline AviStreamSpec AudioStream(std::size_t chunks)
+{
+    AviStreamSpec s;
+    s.Type = "auds";
+    s.Handler = std::string(4, '\0');
+    s.Suffix = "wb";
+    s.Scale = 1152;
+    s.Rate = 44100;
+    s.Format = std::vector<std::uint8_t>(30, 1);
+    s.Chunks.assign(chunks, {100, true});
+    return s;
+}
+
+// Opens bytes as an AVI file from memory, through the /proc path of a memory file, so that
+// tests that open hundreds of variants write nothing to disk.
+inline std::optional<AviFile> OpenAviBytes(const std::string& bytes, std::string* error = nullptr)
+{
+    const int fd = ::memfd_create("avi", MFD_CLOEXEC);
+    if (fd < 0)
+        throw std::runtime_error("no memory file");
+    if (::write(fd, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size())) {
+        ::close(fd);
+        throw std::runtime_error("memory file not written");
+    }
+    auto avi = AviFile::Open("/proc/self/fd/" + std::to_string(fd), error);
+    ::close(fd);
+    return avi;
 }
 
 } // namespace mw::test

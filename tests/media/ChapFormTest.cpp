@@ -3,11 +3,10 @@
 #include "media/TitleTestKit.h"
 
 #include "core/settings/clsIniFile.h"
-#include "media/ChapForm.h"
-#include "media/ChapterNodes.h"
-#include "media/Chapters.h"
 
 #include <gtest/gtest.h>
+
+#include <tuple>
 
 namespace {
 
@@ -15,48 +14,69 @@ namespace fs = std::filesystem;
 using mw::ChapMode;
 using mw::test::TitleProject;
 
-std::vector<std::pair<long, long>> Frames(const mw::ChapForm& form)
+using Pairs = std::vector<std::pair<long, long>>;
+using Texts = std::vector<std::string>;
+
+Pairs Frames(const mw::ChapForm& form)
 {
-    std::vector<std::pair<long, long>> frames;
+    Pairs frames;
     for (const mw::ChapterRow& row : form.ListView1)
         frames.emplace_back(row.Start, row.End);
     return frames;
 }
 
-using Pairs = std::vector<std::pair<long, long>>;
+// A project started on the minute movie: title 6, 1500 frames at 25 fps.
+class ChapFormTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        REQUIRE_MOVIE(movie);
+        p.StartWith(movie);
+    }
+
+    const fs::path movie = mw::test::ChapterMovie();
+    TitleProject p;
+};
 
 } // namespace
 
-TEST(ChapForm, OpeningListsTheTitlesAndReadsStepFrames)
+TEST_F(ChapFormTest, OpeningListsTheTitlesAndAcceptingKeepsStepFrames)
 {
-    const fs::path movie = mw::test::ChapterMovie();
-    REQUIRE_MOVIE(movie);
-    TitleProject p;
-    p.StartWith(movie);
+    const std::string ini = mw::ChapSettingsFile(p.project);
     mw::ChapForm form;
-    mw::LoadChapForm(form, p.project.Doc, mw::ChapSettingsFile(p.project), p.prompt);
+    mw::LoadChapForm(form, p.project.Doc, ini, p.prompt);
     EXPECT_EQ(form.txtStepFrames, "30");
     ASSERT_EQ(form.Combo1.Items.size(), 1u);
     EXPECT_EQ(form.Combo1.Items[0].Text, "6|" + movie.string());
     EXPECT_EQ(form.Combo1.Items[0].ItemData, 6);
 
-    mw::clsIniFile(mw::ChapSettingsFile(p.project), "General").PutString("StepFrames", "12");
-    mw::LoadChapForm(form, p.project.Doc, mw::ChapSettingsFile(p.project), p.prompt);
+    form.Combo1.ListIndex = 0;
+    form.txtStepFrames = "12";
+    form.Mode = ChapMode::Manual;
+    EXPECT_FALSE(mw::AcceptChapForm(form, ini, p.project.Lang(), p.prompt));
+    EXPECT_EQ(p.prompt.Texts(), (Texts{"Add at least 1 chapter"}));
+    EXPECT_EQ(mw::clsIniFile(ini, "General").GetString("StepFrames", ""), "");
+    form.Mode = ChapMode::Count;
+    form.Combo1.ListIndex = -1;
+    EXPECT_FALSE(mw::AcceptChapForm(form, ini, p.project.Lang(), p.prompt));
+    EXPECT_EQ(p.prompt.Log.size(), 1u); // no title: nothing happens, and nothing is said
+    form.chkAll = true;
+    EXPECT_TRUE(mw::AcceptChapForm(form, ini, p.project.Lang(), p.prompt));
+    EXPECT_TRUE(form.Accepted);
+
+    mw::LoadChapForm(form, p.project.Doc, ini, p.prompt);
     EXPECT_EQ(form.txtStepFrames, "12");
     EXPECT_EQ(form.Combo1.Items.size(), 1u);
 
+    p.prompt.Log.clear();
     p.project.Doc.Tree.Remove(p.Node(2));
-    mw::LoadChapForm(form, p.project.Doc, mw::ChapSettingsFile(p.project), p.prompt);
-    EXPECT_EQ(p.prompt.Texts(), (std::vector<std::string>{"Can not find \"Media\" node"}));
+    mw::LoadChapForm(form, p.project.Doc, ini, p.prompt);
+    EXPECT_EQ(p.prompt.Texts(), (Texts{"Can not find \"Media\" node"}));
     EXPECT_TRUE(form.Combo1.Items.empty());
 }
 
-TEST(ChapForm, ChoosingATitleLoadsItsMovieAndListsItsChapters)
+TEST_F(ChapFormTest, ChoosingATitleLoadsItsMovieAndListsItsChapters)
 {
-    const fs::path movie = mw::test::ChapterMovie();
-    REQUIRE_MOVIE(movie);
-    TitleProject p;
-    p.StartWith(movie);
     mw::ChapForm form = p.OpenChapForm();
     EXPECT_EQ(form.lblRuntime, "00:01:00.000");
     EXPECT_EQ(form.lblEndFrame, 1499);
@@ -75,19 +95,13 @@ TEST(ChapForm, ChoosingATitleLoadsItsMovieAndListsItsChapters)
     EXPECT_EQ(again.ListView1[1].Number, 2);
 }
 
-TEST(ChapForm, RegularDivisionRoundsAFractionOfAFrameUp)
+TEST(ChapFormDivision, RoundsAFractionOfAFrameUp)
 {
     const fs::path pal = mw::test::ChapterMovie();
     const fs::path ntsc = mw::test::NtscMinuteMovie();
     REQUIRE_MOVIE(pal);
     REQUIRE_MOVIE(ntsc);
-    const struct {
-        fs::path Movie;
-        ChapMode Mode;
-        const char* Value;
-        const char* Caption;
-        const char* Tag;
-    } cases[] = {
+    const std::tuple<fs::path, ChapMode, const char*, const char*, const char*> cases[] = {
         {pal, ChapMode::PerMinutes, "1", "1 chapter(s) every 1500 frames", "1500"},
         {ntsc, ChapMode::PerMinutes, "1", "1 chapter(s) every 1439 frames", "1439"}, // 1438.56
         {pal, ChapMode::PerMinutes, "0.25", "4 chapter(s) every 375 frames", "375"},
@@ -98,22 +112,22 @@ TEST(ChapForm, RegularDivisionRoundsAFractionOfAFrameUp)
         {ntsc, ChapMode::Count, "2", "every 720 frames", "720"}, // 1439 / 2
         {pal, ChapMode::Count, "0", "?", ""},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.Movie.filename()) + " " + c.Value);
+    for (const auto& [movie, mode, value, caption, tag] : cases) {
+        SCOPED_TRACE(movie.filename().string() + " " + value);
         TitleProject p;
-        p.StartWith(c.Movie);
+        p.StartWith(movie);
         mw::ChapForm form = p.OpenChapForm();
-        form.Mode = c.Mode;
-        (c.Mode == ChapMode::PerMinutes ? form.txtMinutes : form.txtChapters) = c.Value;
+        form.Mode = mode;
+        (mode == ChapMode::PerMinutes ? form.txtMinutes : form.txtChapters) = value;
         mw::CalcChapters(form, p.prompt);
-        const mw::TaggedLabel& label = c.Mode == ChapMode::PerMinutes ? form.lblCountChapters : form.lblCountTime;
-        EXPECT_EQ(label.Caption, c.Caption);
-        EXPECT_EQ(label.Tag, c.Tag);
+        const mw::TaggedLabel& label = mode == ChapMode::PerMinutes ? form.lblCountChapters : form.lblCountTime;
+        EXPECT_EQ(label.Caption, caption);
+        EXPECT_EQ(label.Tag, tag);
         EXPECT_TRUE(p.prompt.Log.empty());
     }
 }
 
-TEST(ChapForm, HandMadeListChecksItsFrames)
+TEST(ChapFormRows, HandMadeListChecksItsFrames)
 {
     mw::ChapForm form;
     mw::ScriptedPrompt prompt;
@@ -125,7 +139,7 @@ TEST(ChapForm, HandMadeListChecksItsFrames)
     EXPECT_FALSE(add("10", "10")); // an end equal to the start is refused
     EXPECT_FALSE(add("20", "10"));
     EXPECT_TRUE(form.ListView1.empty());
-    EXPECT_EQ(prompt.Texts(), (std::vector<std::string>{"Error in frames", "Error in frames"}));
+    EXPECT_EQ(prompt.Texts(), (Texts{"Error in frames", "Error in frames"}));
 
     EXPECT_TRUE(add("0", "100"));
     EXPECT_EQ(form.txtStartFrame, "101");
@@ -143,7 +157,7 @@ TEST(ChapForm, HandMadeListChecksItsFrames)
     EXPECT_FALSE(insert(1, "150", "250"));
     EXPECT_FALSE(insert(0, "250", "260"));
     EXPECT_FALSE(insert(-1, "50", "60")); // no selected row
-    EXPECT_EQ(prompt.Texts(), (std::vector<std::string>{"The start frame is smaller from the last one",
+    EXPECT_EQ(prompt.Texts(), (Texts{"The start frame is smaller from the last one",
                                                         "The start frame is bigger from the next one"}));
     EXPECT_TRUE(insert(0, "50", "199"));
     EXPECT_EQ(Frames(form), (Pairs{{0, 49}, {50, 199}, {200, 300}}));
@@ -162,48 +176,36 @@ TEST(ChapForm, HandMadeListChecksItsFrames)
     EXPECT_EQ(form.txtStartFrame, "0");
 }
 
-TEST(ChapForm, ChapterFilesAreReadAfterTheirHeader)
+TEST_F(ChapFormTest, ChapterFilesAreReadAfterTheirHeader)
 {
-    const fs::path movie = mw::test::ChapterMovie();
-    REQUIRE_MOVIE(movie);
-    TitleProject p;
-    p.StartWith(movie);
-    const struct {
-        const char* Name;
-        const char* Content;
-        std::vector<long> Frames;
-    } cases[] = {
+    const std::tuple<const char*, const char*, std::vector<long>> cases[] = {
         {"pgcdemux", "[CHAPTERS]\r\n00:00:00.000\r\n00:00:12.480\r\n01:00:00.5\r\n", {0, 312, 90012}},
         {"lower case header", "junk 00:00:05\n[chapters]\n00:00:10\n", {250}},
         {"chapterxtractor", "CHAPTER01=00:00:20.000\nCHAPTER01NAME=Intro\n", {}},
         {"chapterxtractor after header", "[CHAPTERS]\nCHAPTER01=00:00:20.000\nCHAPTER01NAME=Intro\n", {500}},
         {"two and four parts", "[CHAPTERS]\n00:30\n1:2:3:4\nx:y:z\n", {0}},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.Name);
+    for (const auto& [name, content, frames] : cases) {
+        SCOPED_TRACE(name);
         mw::ChapForm form = p.OpenChapForm();
         p.prompt.Log.clear();
-        const fs::path file = p.folder.Write("chapters.txt", c.Content);
+        const fs::path file = p.folder.Write("chapters.txt", content);
         const bool read = mw::ImportChapterFile(form, file.string(), p.project.Lang(), p.prompt);
-        EXPECT_EQ(form.List1, c.Frames);
-        EXPECT_EQ(read, !c.Frames.empty());
+        EXPECT_EQ(form.List1, frames);
+        EXPECT_EQ(read, !frames.empty());
         EXPECT_EQ(form.Imported, read);
         if (read) {
-            EXPECT_EQ(form.txtChapters, std::to_string(c.Frames.size() + 1));
+            EXPECT_EQ(form.txtChapters, std::to_string(frames.size() + 1));
             EXPECT_EQ(form.lblCountTime.Caption, "from " + file.string() + " file");
             EXPECT_TRUE(p.prompt.Log.empty());
         } else {
-            EXPECT_EQ(p.prompt.Texts(), (std::vector<std::string>{"Can not find any chapter"}));
+            EXPECT_EQ(p.prompt.Texts(), (Texts{"Can not find any chapter"}));
         }
     }
 }
 
-TEST(ChapForm, ImportNeedsATitleAndRightClickClearsTheList)
+TEST_F(ChapFormTest, ImportAsksForAFileOfTheChosenTitle)
 {
-    const fs::path movie = mw::test::ChapterMovie();
-    REQUIRE_MOVIE(movie);
-    TitleProject p;
-    p.StartWith(movie);
     mw::ChapForm form = p.OpenChapForm();
     const fs::path file = p.folder.Write("in/chapters.txt", "[CHAPTERS]\n00:00:10\n");
     p.prompt.OpenedFiles.push_back({file.string()});
@@ -212,37 +214,7 @@ TEST(ChapForm, ImportNeedsATitleAndRightClickClearsTheList)
     ASSERT_EQ(p.prompt.Log.size(), 1u);
     EXPECT_EQ(p.prompt.Log[0].Text, "*.txt|*.txt");
 
-    mw::ClearImportedChapters(form);
-    EXPECT_TRUE(form.List1.empty());
-    EXPECT_FALSE(form.Imported);
-
     form.Combo1.ListIndex = -1;
     mw::ImportChaptersFromTxt(form, "/last", p.project.Lang(), p.prompt);
-    EXPECT_EQ(p.prompt.Texts(), (std::vector<std::string>{"Please select a title"}));
-}
-
-TEST(ChapForm, AcceptingChecksTheListAndKeepsStepFrames)
-{
-    mw::test::ScratchFolder folder;
-    const std::string ini = (folder.Path() / "Menuwright.ini").string();
-    mw::LangDoc lang;
-    mw::ScriptedPrompt prompt;
-    mw::ChapForm form;
-    form.Combo1.AddItem("6|movie.avi", 6);
-    form.Combo1.ListIndex = 0;
-    form.txtStepFrames = "7";
-
-    form.Mode = ChapMode::Manual;
-    EXPECT_FALSE(mw::AcceptChapForm(form, ini, lang, prompt));
-    EXPECT_EQ(prompt.Texts(), (std::vector<std::string>{"Add at least 1 chapter"}));
-    EXPECT_FALSE(fs::exists(ini));
-
-    form.Mode = ChapMode::Count;
-    form.Combo1.ListIndex = -1;
-    EXPECT_FALSE(mw::AcceptChapForm(form, ini, lang, prompt));
-    EXPECT_EQ(prompt.Log.size(), 1u); // no title: nothing happens, and nothing is said
-    form.chkAll = true;
-    EXPECT_TRUE(mw::AcceptChapForm(form, ini, lang, prompt));
-    EXPECT_TRUE(form.Accepted);
-    EXPECT_EQ(mw::clsIniFile(ini, "General").GetString("StepFrames", ""), "7");
+    EXPECT_EQ(p.prompt.Texts(), (Texts{"Please select a title"}));
 }

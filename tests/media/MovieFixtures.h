@@ -38,11 +38,11 @@ inline std::filesystem::path DroppedFramesMovie()
                                         "-sc_threshold 1000000000 -q:v 2");
 }
 
-// One minute of 64x48 DX50 at 25 fps, a key frame every 50 frames.
-inline std::filesystem::path MinuteMovie()
+// 4 s of FFmpeg's coloured test picture, 64x48 DX50 at 25 fps, a key frame every 50 frames.
+inline std::filesystem::path TestPictureMovie()
 {
-    return FfmpegFixture("minute.avi", "-f lavfi -i testsrc=s=64x48:r=25:d=60 -c:v mpeg4 -vtag DX50 -g 50 "
-                                       "-sc_threshold 1000000000");
+    return FfmpegFixture("testsrc.avi", "-f lavfi -i testsrc=s=64x48:r=25:d=4 -c:v mpeg4 -vtag DX50 -g 50 "
+                                        "-sc_threshold 1000000000");
 }
 
 // 3 s of 720x576 DX50 at 25 fps with an XSUB stream named "Subtitle - en-US;02", made from a

@@ -1,9 +1,5 @@
-#include "media/NewTitleForm.h"
-
-#include "core/ScratchFolder.h"
-#include "core/ScriptedPrompt.h"
+// The new title dialog: its stream lists and the renaming of a stream in the row and the file.
 #include "media/TitleTestKit.h"
-#include "media/mAVIDecs.h"
 
 #include <gtest/gtest.h>
 
@@ -12,9 +8,11 @@ namespace {
 using mw::ComboList;
 using mw::TrackRow;
 
-std::vector<std::pair<std::string, int>> Entries(const ComboList& combo)
+using Entries = std::vector<std::pair<std::string, int>>;
+
+Entries EntriesOf(const ComboList& combo)
 {
-    std::vector<std::pair<std::string, int>> entries;
+    Entries entries;
     for (const auto& item : combo.Items)
         entries.emplace_back(item.Text, item.ItemData);
     return entries;
@@ -35,10 +33,8 @@ TEST(NewTitleFormTest, CombosListTheAudioAndSubtitleStreamsByNumber)
 
     mw::AddAudioSubtitleToComboFromListView(rows, audio, subtitle);
 
-    EXPECT_EQ(Entries(audio), (std::vector<std::pair<std::string, int>>{
-                                  {"<none>", 0}, {"Audio - en-US;02 | 1", 1}, {"Audio - de-DE;03 | 4", 4}}));
-    EXPECT_EQ(Entries(subtitle),
-              (std::vector<std::pair<std::string, int>>{{"<none>", 0}, {"Subtitle - ro-RO;02 | 2", 2}}));
+    EXPECT_EQ(EntriesOf(audio), (Entries{{"<none>", 0}, {"Audio - en-US;02 | 1", 1}, {"Audio - de-DE;03 | 4", 4}}));
+    EXPECT_EQ(EntriesOf(subtitle), (Entries{{"<none>", 0}, {"Subtitle - ro-RO;02 | 2", 2}}));
     EXPECT_EQ(audio.ListIndex, 1);
     EXPECT_EQ(mw::ChosenStream(audio), 1);
     audio.ListIndex = 2;
@@ -47,7 +43,7 @@ TEST(NewTitleFormTest, CombosListTheAudioAndSubtitleStreamsByNumber)
     EXPECT_EQ(mw::ChosenStream(audio), -1);
 
     mw::AddAudioSubtitleToComboFromListView({rows[0]}, audio, subtitle);
-    EXPECT_EQ(Entries(audio), (std::vector<std::pair<std::string, int>>{{"<none>", 0}}));
+    EXPECT_EQ(EntriesOf(audio), (Entries{{"<none>", 0}}));
     EXPECT_EQ(audio.ListIndex, 0);
     EXPECT_EQ(mw::ChosenStream(subtitle), -1);
 }
@@ -55,8 +51,7 @@ TEST(NewTitleFormTest, CombosListTheAudioAndSubtitleStreamsByNumber)
 TEST(NewTitleFormTest, UpdateWritesTheNameIntoTheRowAndTheFile)
 {
     const auto fixture = mw::test::ShortMovie();
-    if (fixture.empty())
-        GTEST_SKIP() << "ffmpeg is not available";
+    REQUIRE_MOVIE(fixture);
     mw::test::ScratchFolder folder;
     const auto movie = folder.Path() / "movie.avi";
     std::filesystem::copy_file(fixture, movie);

@@ -61,7 +61,12 @@ TEST(StreamTexts, KindAndInfoWordForWord)
         EXPECT_EQ(mw::KindWord(kind), c.Kind) << c.Info;
         EXPECT_EQ(mw::StreamInfoText(c.File, c.Stream, kind), c.Info);
     }
+    EXPECT_EQ(mw::TrackID(3, mw::StreamKind::Subtitle), "03sb");
+    EXPECT_EQ(mw::TrackID(4, mw::StreamKind::Unknown), "04??");
     EXPECT_EQ(mw::TrackID(100, mw::StreamKind::Video), "100dc");
+    EXPECT_EQ(mw::CountNonSubtitle({Stream("vids", 1, 25, 1), Stream("auds", 1, 8000, 1),
+                                    Stream("vids", 1, 25, 1, "subtitle - en"), Stream("txts", 1, 25, 1)}),
+              2);
 }
 
 TEST(StreamTexts, FpsComesFromTheLastVideoStreamThatCanBeTimed)

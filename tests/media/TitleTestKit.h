@@ -55,37 +55,25 @@ private:
 
 inline bool Cancel(NewTitleForm&) { return false; }
 
-// 2 s at 25 fps with one MP2 stream named "Audio - en-US;02".
-inline std::filesystem::path ShortMovie()
+// At 25 fps with a key frame every 25 frames and one MP2 stream named "Audio - en-US;02".
+inline std::filesystem::path TestMovie(const std::string& name, int seconds)
 {
-    return FfmpegFixture("title-short.avi",
-                         "-f lavfi -i testsrc=size=64x48:rate=25 -f lavfi -i sine=sample_rate=22050 -t 2 "
-                         "-c:v mpeg4 -vtag DX50 -g 25 -c:a mp2 -metadata:s:a:0 'title=Audio - en-US;02'");
+    return FfmpegFixture(name, "-f lavfi -i testsrc=size=64x48:rate=25 -f lavfi -i sine=sample_rate=22050 -t " +
+                                   std::to_string(seconds) +
+                                   " -c:v mpeg4 -vtag DX50 -g 25 -sc_threshold 1000000000 -c:a mp2 "
+                                   "-metadata:s:a:0 'title=Audio - en-US;02'");
 }
 
-// One minute at 25 fps, a key frame every 25 frames, with the same audio stream.
-inline std::filesystem::path ChapterMovie()
-{
-    return FfmpegFixture("title-minute.avi",
-                         "-f lavfi -i testsrc=size=64x48:rate=25 -f lavfi -i sine=sample_rate=22050 -t 60 "
-                         "-c:v mpeg4 -vtag DX50 -g 25 -sc_threshold 1000000000 -c:a mp2 "
-                         "-metadata:s:a:0 'title=Audio - en-US;02'");
-}
+inline std::filesystem::path ShortMovie() { return TestMovie("title-short.avi", 2); }
+inline std::filesystem::path ChapterMovie() { return TestMovie("title-minute.avi", 60); }
+// The minute movie after it was cut.
+inline std::filesystem::path CutMovie() { return TestMovie("title-cut.avi", 20); }
 
 // One minute at 24000/1001 fps, video only.
 inline std::filesystem::path NtscMinuteMovie()
 {
-    return FfmpegFixture("title-ntsc-minute.avi", "-f lavfi -i testsrc=size=64x48:rate=24000/1001 -t 60 "
-                                                  "-c:v mpeg4 -vtag DX50 -g 24");
-}
-
-// 20 s at 25 fps with the same audio stream: the minute movie after it was cut.
-inline std::filesystem::path CutMovie()
-{
-    return FfmpegFixture("title-cut.avi",
-                         "-f lavfi -i testsrc=size=64x48:rate=25 -f lavfi -i sine=sample_rate=22050 -t 20 "
-                         "-c:v mpeg4 -vtag DX50 -g 25 -sc_threshold 1000000000 -c:a mp2 "
-                         "-metadata:s:a:0 'title=Audio - en-US;02'");
+    return FfmpegFixture("title-ntsc-minute.avi",
+                         "-f lavfi -i testsrc=size=64x48:rate=24000/1001 -t 60 -c:v mpeg4 -vtag DX50 -g 24");
 }
 
 // A project of its own in a scratch folder, about to be given a first movie.
@@ -116,8 +104,9 @@ public:
         return form;
     }
 
-    // The whole project as the file would hold it.
+    // The whole project, or one object, as the file would hold it (without comment rows).
     std::string Xml() { return NodeToXmlString(*project.Doc.Tree.Root()); }
+    std::string Xml(long id) { return NodeToXmlString(Node(id)); }
 
     DocNode& Node(long id) { return project.Doc.Tree.Item("k" + std::to_string(id)); }
 
@@ -127,24 +116,6 @@ public:
     ScriptedForms forms;
     Project project;
 };
-
-// A subtree as indented lines "kind text key", so that tests can spell out what they expect.
-inline void DumpInto(const DocNode& node, int depth, std::string& out)
-{
-    out += std::string(static_cast<std::size_t>(depth) * 2, ' ') + node.Image + ' ' + node.Text;
-    if (!node.Key().empty() && node.Image != "comment")
-        out += " [" + node.Key() + ']';
-    out += '\n';
-    for (const auto& child : node)
-        DumpInto(*child, depth + 1, out);
-}
-
-inline std::string Dump(const DocNode& node)
-{
-    std::string out;
-    DumpInto(node, 0, out);
-    return out;
-}
 
 // A menu of a language whose one button plays a title (and a chapter of it, when given).
 inline DocNode& AddPlayMenu(Document& doc, DocNode& language, const std::string& name, const std::string& titleId,

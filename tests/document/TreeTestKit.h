@@ -1,5 +1,7 @@
 #pragma once
 
+// Small trees built by hand, and ways to look at them, for the document tests.
+
 #include "document/Document.h"
 
 #include <string>
@@ -28,6 +30,23 @@ inline DocNode* RowOf(const DocNode& element, const std::string& prefix)
             return row.get();
     }
     return nullptr;
+}
+
+inline std::vector<std::string> ChildTexts(const DocNode& node)
+{
+    std::vector<std::string> texts;
+    for (const auto& child : node)
+        texts.push_back(child->Text);
+    return texts;
+}
+
+// Lines as the writer ends them.
+inline std::string CrLf(const std::vector<std::string>& lines)
+{
+    std::string text;
+    for (const std::string& line : lines)
+        text += line + "\r\n";
+    return text;
 }
 
 } // namespace mw::test
