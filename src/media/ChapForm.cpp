@@ -275,6 +275,14 @@ void DeleteChapterRow(ChapForm& form)
     ProposeStart(form);
 }
 
+void NextKeyFrameEnd(const ChapForm& form, std::string& field, Prompt& prompt)
+{
+    bool found = false;
+    const long key = FindNextKeyFrame(ChosenTitleFile(form), static_cast<long>(LeadingNumber(field)) + 2, prompt, &found);
+    if (found && key > 0)
+        field = std::to_string(key - 1);
+}
+
 void ImportChaptersFromTxt(ChapForm& form, const std::string& lastFolder, const LangDoc& lang, Prompt& prompt)
 {
     if (ChosenTitleID(form).empty()) {

@@ -88,6 +88,10 @@ bool AddChapterRow(ChapForm& form, Prompt& prompt);
 bool InsertChapterRow(ChapForm& form, Prompt& prompt);
 void DeleteChapterRow(ChapForm& form);
 
+// Shift+Enter in a frame field: the frame before the next key frame past the one after the
+// field's frame, so that pressing it again steps on. The field stays when there is none.
+void NextKeyFrameEnd(const ChapForm& form, std::string& field, Prompt& prompt);
+
 // "from .txt" (Command9): asks for the file, starting in lastFolder, and imports it.
 void ImportChaptersFromTxt(ChapForm& form, const std::string& lastFolder, const LangDoc& lang, Prompt& prompt);
 // Reads a "[CHAPTERS]" text file into List1; false, after the message, when it holds none.

@@ -2,14 +2,24 @@
 
 #include "core/FormHost.h"
 
+class QWidget;
+
 namespace mw {
 
-// The dialogs that commands fill before they ask. frmNewTitle and frmChap are not windows yet:
-// until they are, each form is accepted as the command filled it.
+class Project;
+
+// The dialogs that commands fill before they ask, shown modally over the main window.
 class QtFormHost : public FormHost {
 public:
+    // The project whose document, settings and language the dialogs use, and their parent.
+    void Attach(Project& project, QWidget* parent);
+
     bool ShowNewTitle(NewTitleForm& form) override;
     bool ShowChap(ChapForm& form) override;
+
+private:
+    Project* project_ = nullptr;
+    QWidget* parent_ = nullptr;
 };
 
 } // namespace mw

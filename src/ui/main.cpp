@@ -19,6 +19,7 @@ int main(int argc, char** argv)
     mw::QtFormHost forms;
     mw::Form1 window(program, prompt, forms);
     prompt.SetParent(&window);
+    forms.Attach(window.CurrentProject(), &window);
     window.show();
     window.OpenNickFile();
     return QApplication::exec();

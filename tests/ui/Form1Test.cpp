@@ -4,10 +4,10 @@
 #include "ui/QtPrompt.h"
 #include "ui/mainwindow/DocTreeModel.h"
 #include "ui/mainwindow/Form1.h"
+#include "ui/widgets/TextFormatWidget.h"
 
 #include <QAction>
 #include <QLabel>
-#include <QPlainTextEdit>
 #include <QSplitter>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -208,14 +208,14 @@ void Form1Test::selectingNodeFillsPropertiesAndHelp()
     QCOMPARE(grid->item(4, 1)->text(), QString("Main"));
     QVERIFY(grid->item(4, 1)->flags() & Qt::ItemIsEditable);
 
-    const QString help = w.Widget<QPlainTextEdit>("TextFormat1")->toPlainText();
+    const QString help = QString::fromStdString(w.Widget<TextFormatWidget>("TextFormat1")->PlainText());
     QVERIFY2(help.startsWith("DivXMediaMenu"), qPrintable(help));
     QVERIFY(!help.contains("[b]"));
 
     // A row has no help block of its own.
     auto* tree = w.Widget<QTreeView>("TreeView1");
     tree->setCurrentIndex(tree->model()->index(0, 0, tree->currentIndex()));
-    QCOMPARE(w.Widget<QPlainTextEdit>("TextFormat1")->toPlainText(), QString("none"));
+    QCOMPARE(QString::fromStdString(w.Widget<TextFormatWidget>("TextFormat1")->PlainText()), QString("none"));
     QCOMPARE(grid->rowCount(), 0);
 }
 

@@ -4,9 +4,15 @@
 #include "core/Paths.h"
 #include "document/NodeKindsHelp.h"
 #include "document/TreeQueries.h"
+#include "media/AddTitle.h"
+#include "media/Chapters.h"
+#include "ui/QtDesignTarget.h"
+#include "ui/dialogs/frmAbout.h"
+#include "ui/dialogs/frmOptions.h"
 #include "ui/mainwindow/DocTreeModel.h"
 #include "ui/mainwindow/HelpPane.h"
 #include "ui/mainwindow/PropertiesPane.h"
+#include "ui/mainwindow/TreePanes.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -31,7 +37,9 @@ constexpr int kSplitterWidth = 6;
 
 Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* parent)
     : QMainWindow(parent), program_(program), project_(program, prompt, forms), menus_(*this), status_(*this),
-      model_(new DocTreeModel(project_.Doc.Tree, this)), tree_(new QTreeView), properties_(new PropertiesPane),
+      toolbars_(*this, menus_),
+      model_(new DocTreeModel(project_.Doc.Tree, this)), tree_(new QTreeView),
+      panes_(new TreePanes(*tree_, *model_, project_.Doc.Tree, menus_)), properties_(new PropertiesPane),
       help_(new HelpPane), splitter_(new QSplitter(Qt::Horizontal))
 {
     setObjectName("Form1");
@@ -47,7 +55,7 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
     rightLayout->addWidget(properties_, 1);
     rightLayout->addWidget(help_, 1);
 
-    splitter_->addWidget(tree_);
+    splitter_->addWidget(panes_);
     splitter_->addWidget(canvasFrame);
     splitter_->addWidget(rightPane);
     splitter_->setHandleWidth(kSplitterWidth);
@@ -62,6 +70,7 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
     resize(static_cast<int>(values.Width / kTwipsPerPixel), static_cast<int>(values.Height / kTwipsPerPixel));
 
     FillLanguages();
+    LoadTextForDesign(program_.Lang.LangDoc(), *this);
     status_.ShowLast(LastPanelAtStart(program_.Lang.LangDoc()));
     ConnectCommands();
     RefreshCommands();
@@ -82,7 +91,13 @@ void Form1::ConnectCommands()
     on("mnuSave", [this] { project_.SaveFile(false, false); RefreshCommands(); });
     on("mnuSaveAs", [this] { project_.SaveFile(true, false); RefreshCommands(); });
     on("mnuUndo", [this] { ReplaceDocument([this] { project_.UndoDo(); }); });
+    on("mnuAddTitle", [this] { ReplaceDocument([this] { mnuAddTitle(project_); }); });
+    on("mnuCreateChapters", [this] { ReplaceDocument([this] { mnuCreateChapters(project_); }); });
     on("mnuExit", [this] { close(); });
+    on("mnuNextNode", [this] { panes_->StepSibling(true); });
+    on("mnuPreviusNode", [this] { panes_->StepSibling(false); });
+    on("mnuOptions", [this] { mnuOptions_Click(); });
+    on("mnuAbout", [this] { frmAbout(this).exec(); });
 
     // The tree keeps what is open, so that it opens again after a model reset.
     connect(tree_, &QTreeView::expanded, this,
@@ -107,6 +122,16 @@ void Form1::mnuOpen_Click()
     ReplaceDocument([this, &files] { project_.OpenFile(files.front()); });
 }
 
+void Form1::mnuOptions_Click()
+{
+    clsIniFile ini(SettingsFilePath(project_.ProgramFolder()).string());
+    if (frmOptions(project_.Values(), ini, project_.Ask(), project_.ProgramFolder(), this).exec() != QDialog::Accepted)
+        return;
+    // The timer counts again from now, with the new minutes.
+    project_.AutoSaveTicks = 0;
+    project_.AutoSaveRunning = project_.ItemsEnabled && project_.Values().AutoSaveMin > 0;
+}
+
 void Form1::OpenNickFile()
 {
     const std::filesystem::path nick = NickFile(project_.ProgramFolder());
@@ -118,9 +143,10 @@ void Form1::ReplaceDocument(const std::function<void()>& command)
 {
     model_->BeginReset();
     properties_->ShowNode(nullptr);
-    help_->clear();
+    help_->ShowBlock({});
     command();
     model_->EndReset();
+    panes_->LoadToSimple();
     ShowExpandedNodes();
     if (DocNode* selected = project_.Doc.Tree.Selected())
         tree_->setCurrentIndex(model_->IndexOf(selected));
@@ -139,6 +165,7 @@ void Form1::RefreshCommands()
 {
     setWindowTitle(QString::fromStdString(project_.WindowTitle));
     menus_.ApplyStates(project_);
+    toolbars_.ApplyStates(project_);
     menus_.FillRecent(project_.RecentFiles(), [this](std::size_t index) {
         // Deferred: the entry that was clicked goes away when the list is filled again.
         QTimer::singleShot(0, this,
@@ -163,8 +190,10 @@ void Form1::FillLanguages()
 
 void Form1::ChangeLanguage(const std::string& name)
 {
-    if (program_.Lang.LoadNewLang(LangFileStemOf(name)))
-        status_.ShowLast(LastPanelAfterChange(program_.Lang.LangDoc()));
+    if (!program_.Lang.LoadNewLang(LangFileStemOf(name)))
+        return;
+    LoadTextForDesign(program_.Lang.LangDoc(), *this);
+    status_.ShowLast(LastPanelAfterChange(program_.Lang.LangDoc()));
 }
 
 void Form1::TreeView1_NodeClick(DocNode* node)
@@ -174,7 +203,7 @@ void Form1::TreeView1_NodeClick(DocNode* node)
     if (node)
         help_->ShowBlock(HelpBlockFor(node->Text));
     else
-        help_->clear();
+        help_->ShowBlock({});
 }
 
 void Form1::Properties1_RowEdited(const QString& name, const QString& value)

@@ -6,6 +6,7 @@
 #include "document/Project.h"
 #include "ui/mainwindow/MenuBar.h"
 #include "ui/mainwindow/StatusBar.h"
+#include "ui/mainwindow/Toolbars.h"
 
 #include <QMainWindow>
 
@@ -19,6 +20,7 @@ namespace mw {
 class DocTreeModel;
 class HelpPane;
 class PropertiesPane;
+class TreePanes;
 
 // The main window: a view of one Project. Every command goes to the project; the window shows
 // what the project then holds.
@@ -49,6 +51,7 @@ private:
     void ShowExpandedNodes();
 
     void mnuOpen_Click();
+    void mnuOptions_Click();
     void ApplyLayout();
     void KeepLayout();
 
@@ -56,8 +59,10 @@ private:
     Project project_;
     MenuBar menus_;
     StatusBar status_;
+    Toolbars toolbars_;
     DocTreeModel* model_;
     QTreeView* tree_;
+    TreePanes* panes_;
     PropertiesPane* properties_;
     HelpPane* help_;
     QSplitter* splitter_;

@@ -1,19 +1,18 @@
 #pragma once
 
-#include <QPlainTextEdit>
+#include "ui/widgets/TextFormatWidget.h"
 
 #include <string>
 
 namespace mw {
 
-// TextFormat1, the help text of the selected node kind. It shows the block's plain text until
-// the formatted text painter takes its place.
-class HelpPane : public QPlainTextEdit {
+// TextFormat1, the help text of the selected node kind.
+class HelpPane : public TextFormatWidget {
     Q_OBJECT
 public:
     explicit HelpPane(QWidget* parent = nullptr);
 
-    // A block in the help pane's markup.
+    // A block in the help pane's markup; an empty one clears the pane.
     void ShowBlock(const std::string& block);
 };
 

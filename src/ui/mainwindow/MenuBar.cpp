@@ -30,7 +30,7 @@ const std::array kEntries{
     MenuEntry{"mnuFile", "Save", "Ctrl+S", "mnuSave", S::Document},
     MenuEntry{"mnuFile", "Save As...", nullptr, "mnuSaveAs", S::Document},
     Sep("mnuFile"),
-    MenuEntry{"mnuFile", "Options...", "Ctrl+P", "mnuOptions", S::NotYet},
+    MenuEntry{"mnuFile", "Options...", "Ctrl+P", "mnuOptions"},
     Sep("mnuFile"),
     MenuEntry{"mnuFile", "Recent files", nullptr, "mnuRecentFiles", S::Submenu},
     Sep("mnuFile"),
@@ -46,8 +46,8 @@ const std::array kEntries{
     MenuEntry{"mnuEdit", "Paste button size", "F5", "mnuPasteSize2", S::NotYet},
 
     MenuEntry{"", "Features", nullptr, "mnuFeatures", S::Submenu},
-    MenuEntry{"mnuFeatures", "Add Titles...", "F6", "mnuAddTitle", S::NotYet},
-    MenuEntry{"mnuFeatures", "Create Chapters for Title...", "F9", "mnuCreateChapters", S::NotYet},
+    MenuEntry{"mnuFeatures", "Add Titles...", "F6", "mnuAddTitle", S::Document},
+    MenuEntry{"mnuFeatures", "Create Chapters for Title...", "F9", "mnuCreateChapters", S::Document},
     MenuEntry{"mnuFeatures", "Refresh Title", "Ctrl+F6", "mnuRefreshTitle", S::NotYet},
     MenuEntry{"mnuFeatures", "Add Language Menus...", nullptr, "mnuAddLang", S::NotYet},
     MenuEntry{"mnuFeatures", "Add Menu...", "F7", "mnuAddMenu", S::NotYet},
@@ -61,15 +61,15 @@ const std::array kEntries{
     MenuEntry{"mnuFeatures", "Create DivX", "F12", "mnuCreateDivX", S::NotYet},
 
     MenuEntry{"", "View", nullptr, "mnuView", S::Submenu},
-    MenuEntry{"mnuView", "Simple mode", nullptr, "mnuSimpleMode", S::NotYet},
-    MenuEntry{"mnuView", "Expert Mode", nullptr, "mnuExpertMode", S::NotYet},
+    MenuEntry{"mnuView", "Simple mode", nullptr, "mnuSimpleMode"},
+    MenuEntry{"mnuView", "Expert Mode", nullptr, "mnuExpertMode"},
     Sep("mnuView"),
     MenuEntry{"mnuView", "Menu properties", nullptr, "mnuShowMenuProp", S::NotYet},
     MenuEntry{"mnuView", "Button properties", nullptr, "mnuShowButtonProp", S::NotYet},
     MenuEntry{"mnuView", "Rulers in menu", nullptr, "mnuViewRullers", S::NotYet},
     Sep("mnuView"),
-    MenuEntry{"mnuView", "Previous node", "F2", "mnuPreviusNode", S::NotYet},
-    MenuEntry{"mnuView", "Next node", "F3", "mnuNextNode", S::NotYet},
+    MenuEntry{"mnuView", "Previous node", "F2", "mnuPreviusNode", S::Document},
+    MenuEntry{"mnuView", "Next node", "F3", "mnuNextNode", S::Document},
 
     MenuEntry{"", "Tools", nullptr, "mnuTools", S::Submenu},
     MenuEntry{"mnuTools", "Mux multiple files", nullptr, "mnuMux", S::NotYet},
@@ -91,7 +91,7 @@ const std::array kEntries{
     MenuEntry{"mnuHelp", "Languages", nullptr, "mnuLanguages", S::Submenu},
     MenuEntry{"mnuLanguages", "Create new Language...", nullptr, "mnuCreateLangNick", S::NotYet},
     MenuEntry{"mnuLanguages", "Default", nullptr, "mnuLangDef"},
-    MenuEntry{"mnuHelp", "About...", nullptr, "mnuAbout", S::NotYet},
+    MenuEntry{"mnuHelp", "About...", nullptr, "mnuAbout"},
 };
 
 } // namespace

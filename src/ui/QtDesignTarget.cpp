@@ -1,0 +1,174 @@
+#include "ui/QtDesignTarget.h"
+
+#include "i18n/LoadTextForDesign.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTableWidget>
+#include <QToolBar>
+#include <QTreeWidget>
+
+namespace mw {
+
+namespace {
+
+QString Q(const std::string& text)
+{
+    return QString::fromStdString(text);
+}
+
+// One named object of the window. Parts (tabs, columns, buttons) are numbered from 1 here and
+// from 0 in Qt.
+class QtControl final : public DesignControl {
+public:
+    explicit QtControl(QObject& object) : object_(object)
+    {
+        const QString name = object.objectName();
+        const qsizetype cut = name.lastIndexOf('_');
+        bool numeric = false;
+        const int index = cut > 0 ? name.mid(cut + 1).toInt(&numeric) : 0;
+        if (numeric) {
+            name_ = name.left(cut).toStdString();
+            index_ = index;
+        } else {
+            name_ = name.toStdString();
+        }
+    }
+
+    std::string Name() const override { return name_; }
+    std::optional<int> Index() const override { return index_; }
+
+    std::string TypeName() const override
+    {
+        if (Tabs())
+            return "TabStrip";
+        if (qobject_cast<QTreeWidget*>(&object_) || qobject_cast<QTableWidget*>(&object_))
+            return "ListView";
+        if (qobject_cast<QToolBar*>(&object_))
+            return "Toolbar";
+        return object_.metaObject()->className();
+    }
+
+    bool HasCaption() const override
+    {
+        return qobject_cast<QAction*>(&object_) || qobject_cast<QAbstractButton*>(&object_) ||
+               qobject_cast<QLabel*>(&object_) || qobject_cast<QGroupBox*>(&object_);
+    }
+
+    void SetCaption(const std::string& text) override
+    {
+        if (auto* action = qobject_cast<QAction*>(&object_))
+            action->setText(Q(text));
+        else if (auto* button = qobject_cast<QAbstractButton*>(&object_))
+            button->setText(Q(text));
+        else if (auto* label = qobject_cast<QLabel*>(&object_))
+            label->setText(Q(text));
+        else if (auto* group = qobject_cast<QGroupBox*>(&object_))
+            group->setTitle(Q(text));
+    }
+
+    void SetToolTipText(const std::string& text) override
+    {
+        if (auto* action = qobject_cast<QAction*>(&object_))
+            action->setToolTip(Q(text));
+        else if (auto* widget = qobject_cast<QWidget*>(&object_))
+            widget->setToolTip(Q(text));
+    }
+
+    int TabCount() const override { return Tabs() ? Tabs()->count() : 0; }
+    void SetTabCaption(int i, const std::string& text) override { Tabs()->setTabText(i - 1, Q(text)); }
+    void SetTabToolTipText(int i, const std::string& text) override { Tabs()->setTabToolTip(i - 1, Q(text)); }
+
+    int ColumnCount() const override
+    {
+        if (auto* tree = qobject_cast<QTreeWidget*>(&object_))
+            return tree->columnCount();
+        if (auto* table = qobject_cast<QTableWidget*>(&object_))
+            return table->columnCount();
+        return 0;
+    }
+    void SetColumnText(int i, const std::string& text) override
+    {
+        if (auto* tree = qobject_cast<QTreeWidget*>(&object_)) {
+            tree->headerItem()->setText(i - 1, Q(text));
+            return;
+        }
+        auto* table = qobject_cast<QTableWidget*>(&object_);
+        if (QTableWidgetItem* item = table->horizontalHeaderItem(i - 1))
+            item->setText(Q(text));
+        else
+            table->setHorizontalHeaderItem(i - 1, new QTableWidgetItem(Q(text)));
+    }
+
+    int ButtonCount() const override { return static_cast<int>(Buttons().size()); }
+    void SetButtonCaption(int i, const std::string& text) override { Buttons()[i - 1]->setText(Q(text)); }
+    void SetButtonToolTipText(int i, const std::string& text) override { Buttons()[i - 1]->setToolTip(Q(text)); }
+
+private:
+    QTabBar* Tabs() const
+    {
+        if (auto* tabs = qobject_cast<QTabWidget*>(&object_))
+            return tabs->tabBar();
+        return qobject_cast<QTabBar*>(&object_);
+    }
+
+    // Separators count as buttons, so that the numbers follow the bar's order.
+    QList<QAction*> Buttons() const
+    {
+        auto* bar = qobject_cast<QToolBar*>(&object_);
+        return bar ? bar->actions() : QList<QAction*>{};
+    }
+
+    QObject& object_;
+    std::string name_;
+    std::optional<int> index_;
+};
+
+// Objects that are not controls of their own: Qt's inner parts, the menus (their entry, the
+// menu's action, carries the caption) and the buttons of a tool bar (labelled through the bar).
+bool IsControl(const QObject& object)
+{
+    const QString name = object.objectName();
+    if (name.isEmpty() || name.startsWith("qt_") || qobject_cast<const QMenu*>(&object))
+        return false;
+    if (qobject_cast<const QAction*>(&object) && qobject_cast<const QToolBar*>(object.parent()))
+        return false;
+    if (qobject_cast<const QTabBar*>(&object) && qobject_cast<const QTabWidget*>(object.parent()))
+        return false;
+    return true;
+}
+
+} // namespace
+
+std::string QtDesignTarget::FormName() const
+{
+    return form_.objectName().toStdString();
+}
+
+void QtDesignTarget::SetCaption(const std::string& text)
+{
+    form_.setWindowTitle(Q(text));
+}
+
+void QtDesignTarget::ForEachControl(const std::function<void(DesignControl&)>& visit)
+{
+    for (QObject* object : form_.findChildren<QObject*>()) {
+        if (!IsControl(*object))
+            continue;
+        QtControl control(*object);
+        visit(control);
+    }
+}
+
+void LoadTextForDesign(const LangDoc& lang, QWidget& form)
+{
+    QtDesignTarget target(form);
+    LoadTextForDesign(lang, target);
+}
+
+} // namespace mw

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "i18n/DesignTarget.h"
+#include "i18n/LangDoc.h"
+
+class QWidget;
+
+namespace mw {
+
+// A Qt window as the language file labels it: its named widgets, its menu entries, the tabs of
+// its tab bars, the header columns of its tree and table widgets and the buttons of its tool bars.
+// A name "Name_Index" stands for member Index of the control array Name.
+class QtDesignTarget final : public DesignTarget {
+public:
+    explicit QtDesignTarget(QWidget& form) : form_(form) {}
+
+    std::string FormName() const override;
+    void SetCaption(const std::string& text) override;
+    void ForEachControl(const std::function<void(DesignControl&)>& visit) override;
+
+private:
+    QWidget& form_;
+};
+
+// LoadTextForDesign for a Qt window.
+void LoadTextForDesign(const LangDoc& lang, QWidget& form);
+
+} // namespace mw

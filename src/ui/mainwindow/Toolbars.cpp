@@ -1,0 +1,119 @@
+#include "ui/mainwindow/Toolbars.h"
+
+#include "ui/mainwindow/MenuBar.h"
+
+#include <QAction>
+#include <QMainWindow>
+#include <QToolBar>
+
+#include <array>
+#include <string_view>
+
+namespace mw {
+
+namespace {
+
+// One button: its key, its tool tip and the menu entry it stands for. No key is a separator.
+struct ToolbarButton {
+    const char* Key;
+    const char* ToolTip;
+    const char* Command;
+};
+
+const std::array kToolbar1{
+    ToolbarButton{"newXml", "New xml", "mnuNew"},
+    ToolbarButton{"openXml", "Open xml", "mnuOpen"},
+    ToolbarButton{"save", "Save", "mnuSave"},
+    ToolbarButton{"saveAs", "Save As", "mnuSaveAs"},
+    ToolbarButton{nullptr, nullptr, nullptr},
+    ToolbarButton{"addTitle", "Add Titles", "mnuAddTitle"},
+    ToolbarButton{"addLang", "Add Language Menu", "mnuAddLang"},
+    ToolbarButton{"addMenu", "Add Menu", "mnuAddMenu"},
+    ToolbarButton{"DivX", "Create the DivX file", "mnuCreateDivX"},
+    ToolbarButton{"NoCreateOverlays", "Dont recreate overlays (del temp must be false)", nullptr},
+    ToolbarButton{nullptr, nullptr, nullptr},
+    ToolbarButton{"options", "Options", "mnuOptions"},
+    ToolbarButton{nullptr, nullptr, nullptr},
+    ToolbarButton{"help", "Help", "mnuHelpHelp"},
+};
+
+// The canvas commands come with the menu editor; until then none of these has a command.
+const std::array kToolbarPic{
+    ToolbarButton{"buttonAdd", "New button", nullptr},
+    ToolbarButton{"buttonDel", "Delete button", nullptr},
+    ToolbarButton{"shapeSelect", "Select the shape (overlayID) of active button", nullptr},
+    ToolbarButton{"shapeName", "Select overlay shape", nullptr},
+    ToolbarButton{"shapeLineWidth", "Select line width for special overlays", nullptr},
+    ToolbarButton{"color1", "", nullptr},
+    ToolbarButton{"color2", "", nullptr},
+    ToolbarButton{"color3", "", nullptr},
+    ToolbarButton{"lock", "Lock/unlock button position", nullptr},
+    ToolbarButton{"previous", "Previous frame (right click to select manually)", nullptr},
+    ToolbarButton{"next", "Next frame (right click to select manually)", nullptr},
+    ToolbarButton{nullptr, nullptr, nullptr},
+    ToolbarButton{"play", "Play", nullptr},
+    ToolbarButton{"stop", "Stop", nullptr},
+    ToolbarButton{"closemovie", "Close movie, so buttons will be visible again", nullptr},
+    ToolbarButton{"help", "Help for menus", nullptr},
+};
+
+// A button follows its menu entry when that entry has a command; otherwise it is shown off.
+void Forward(QAction& button, QAction* command)
+{
+    if (!command || command->toolTip() == kNotAvailableYet) {
+        button.setEnabled(false);
+        button.setToolTip(kNotAvailableYet);
+        return;
+    }
+    QObject::connect(&button, &QAction::triggered, command, &QAction::trigger);
+    QObject::connect(command, &QAction::changed, &button, [&button, command] { button.setEnabled(command->isEnabled()); });
+    button.setEnabled(command->isEnabled());
+}
+
+template <std::size_t N>
+QToolBar* Build(QMainWindow& window, const char* name, const std::array<ToolbarButton, N>& buttons,
+                const MenuBar& menus, QAction*& noCreateOverlays)
+{
+    auto* bar = new QToolBar(&window);
+    bar->setObjectName(name);
+    bar->setMovable(false);
+    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    for (const ToolbarButton& entry : buttons) {
+        if (!entry.Key) {
+            bar->addSeparator();
+            continue;
+        }
+        QAction* button = bar->addAction(entry.Key);
+        button->setObjectName(entry.Key);
+        button->setToolTip(entry.ToolTip);
+        if (std::string_view(entry.Key) == "NoCreateOverlays") {
+            button->setCheckable(true);
+            noCreateOverlays = button;
+        } else {
+            Forward(*button, entry.Command ? menus.Action(entry.Command) : nullptr);
+        }
+    }
+    window.addToolBar(Qt::TopToolBarArea, bar);
+    return bar;
+}
+
+} // namespace
+
+Toolbars::Toolbars(QMainWindow& window, const MenuBar& menus)
+    : toolbar1_(Build(window, "Toolbar1", kToolbar1, menus, noCreateOverlays_))
+{
+    window.addToolBarBreak(Qt::TopToolBarArea);
+    toolbarPic_ = Build(window, "ToolbarPic", kToolbarPic, menus, noCreateOverlays_);
+}
+
+void Toolbars::ApplyStates(const Project& project)
+{
+    noCreateOverlays_->setEnabled(project.ItemsEnabled);
+}
+
+bool Toolbars::NoCreateOverlays() const
+{
+    return noCreateOverlays_->isChecked();
+}
+
+} // namespace mw

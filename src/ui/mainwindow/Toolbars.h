@@ -1,0 +1,33 @@
+#pragma once
+
+#include "document/Project.h"
+
+class QAction;
+class QMainWindow;
+class QToolBar;
+
+namespace mw {
+
+class MenuBar;
+
+// Toolbar1 and ToolbarPic. A button whose command is in the menu bar runs that entry and is
+// enabled with it; a button whose command is not in the program yet stays off.
+class Toolbars {
+public:
+    Toolbars(QMainWindow& window, const MenuBar& menus);
+
+    // EnableItems for the one button that has no menu entry to follow.
+    void ApplyStates(const Project& project);
+    // The two-state NoCreateOverlays, which the build reads.
+    bool NoCreateOverlays() const;
+
+    QToolBar* Toolbar1() const { return toolbar1_; }
+    QToolBar* ToolbarPic() const { return toolbarPic_; }
+
+private:
+    QAction* noCreateOverlays_ = nullptr; // set while Toolbar1 is built, so it comes first
+    QToolBar* toolbar1_;
+    QToolBar* toolbarPic_;
+};
+
+} // namespace mw

@@ -1,0 +1,152 @@
+#include "core/settings/OptionsModel.h"
+
+#include "core/ScratchFolder.h"
+#include "core/ScriptedPrompt.h"
+
+#include <gtest/gtest.h>
+
+namespace fs = std::filesystem;
+using mw::OptionsModel;
+using mw::ScriptedPrompt;
+using mw::Settings;
+using mw::test::ScratchFolder;
+
+namespace {
+
+constexpr const char* kBlueRefused =
+    "Please do not use the Blue color. It's reserved for transparency. Select a similar color.";
+
+struct Options : ::testing::Test {
+    ScratchFolder scratch;
+    ScriptedPrompt prompt;
+    Settings settings;
+
+    OptionsModel Load() { return OptionsModel::Load(settings, scratch.Path()); }
+    Settings Applied(const OptionsModel& model)
+    {
+        Settings out = settings;
+        model.Apply(out);
+        return out;
+    }
+};
+
+TEST_F(Options, LoadThenApplyKeepsEverySetting)
+{
+    settings.AutoSaveMin = 7;
+    settings.NewDivXSaveToFolder = scratch.Path().string();
+    settings.DefOverlay = "|Oval";
+    settings.defLang = "xx";
+    settings.MethodForPicToMenu = mw::kPicToMenuBuiltIn;
+    settings.deleteTemp = false;
+    settings.defOverlayColor2 = 123;
+    settings.DoubleClickInButtonsAction = 2;
+    EXPECT_EQ(Applied(Load()), settings);
+}
+
+TEST_F(Options, AutoSaveMinutesCountOnlyWhenTicked)
+{
+    struct Case {
+        bool ticked;
+        const char* text;
+        int minutes;
+    };
+    for (const Case c : {Case{true, "15", 15}, Case{false, "15", 0}, Case{true, "5min", 5}, Case{true, "abc", 0},
+                         Case{true, "-3", 0}}) {
+        OptionsModel model = Load();
+        model.chkAutoSave = c.ticked;
+        model.txtAutoSaveMin = c.text;
+        EXPECT_EQ(Applied(model).AutoSaveMin, c.minutes) << c.ticked << " " << c.text;
+    }
+    settings.AutoSaveMin = 0;
+    EXPECT_FALSE(Load().AutoSaveMinEnabled());
+}
+
+TEST_F(Options, SeparatorRowKeepsDefOverlay)
+{
+    settings.DefOverlay = "|Oval";
+    OptionsModel model = Load();
+    ASSERT_EQ(model.List1Index, 1);
+    model.List1Index = 3;
+    EXPECT_EQ(Applied(model).DefOverlay, "|Oval");
+    model.List1Index = 0;
+    EXPECT_EQ(Applied(model).DefOverlay, "|Shape1");
+}
+
+TEST_F(Options, OverlayPictureIsChosenByName)
+{
+    scratch.Write("Overlays/star.bmp", "x");
+    settings.DefOverlay = "star.bmp";
+    EXPECT_EQ(Load().List1Index, 4);
+}
+
+TEST_F(Options, BlueIsRefusedOtherColoursTaken)
+{
+    OptionsModel model = Load();
+    prompt.Colors = {mw::kTransparentBlue, 0xFE0000u, std::nullopt};
+    model.PickOverlayColor(0, prompt);
+    EXPECT_EQ(model.lblColor[0], 255u);
+    EXPECT_EQ(prompt.Texts(), std::vector<std::string>{kBlueRefused});
+    model.PickOverlayColor(0, prompt);
+    EXPECT_EQ(model.lblColor[0], 0xFE0000u);
+    model.PickOverlayColor(0, prompt); // cancelled
+    EXPECT_EQ(model.lblColor[0], 0xFE0000u);
+
+    // The button and guide colours have no transparent key.
+    prompt.Colors = {mw::kTransparentBlue, mw::kTransparentBlue};
+    model.PickButtonColor(prompt);
+    model.PickGuideColor(prompt);
+    EXPECT_EQ(model.lblButtonColor, mw::kTransparentBlue);
+    EXPECT_EQ(model.lblGuideColor, mw::kTransparentBlue);
+    EXPECT_EQ(prompt.Texts().size(), 1u);
+}
+
+TEST_F(Options, SaveToFolderChoices)
+{
+    OptionsModel model = Load();
+    EXPECT_EQ(model.SaveToOption, 1);
+    model.SaveToOption = 2;
+    EXPECT_EQ(Applied(model).NewDivXSaveToFolder, "2");
+    model.SaveToOption = 3;
+    model.txtFolder = scratch.Path().string();
+    EXPECT_TRUE(model.Validate(prompt));
+    EXPECT_EQ(Applied(model).NewDivXSaveToFolder, scratch.Path().string());
+}
+
+TEST_F(Options, MissingFolderKeepsDialogOpenAndWritesNothing)
+{
+    const fs::path file = mw::SettingsFilePath(scratch.Path());
+    mw::clsIniFile ini(file.string());
+    for (const std::string& folder : {std::string(), (scratch.Path() / "gone").string(),
+                                     scratch.Write("plain.txt", "x").string()}) {
+        OptionsModel model = Load();
+        model.SaveToOption = 3;
+        model.txtFolder = folder;
+        model.chkAutoSave = true;
+        model.txtAutoSaveMin = "9";
+        EXPECT_FALSE(mw::ConfirmOptions(model, settings, ini, prompt)) << folder;
+    }
+    EXPECT_EQ(prompt.Texts(), std::vector<std::string>(3, "Error in folder where to save new DivXFile"));
+    EXPECT_EQ(settings.AutoSaveMin, 0);
+    EXPECT_FALSE(fs::exists(file));
+}
+
+TEST_F(Options, ConfirmWritesTheKeys)
+{
+    const fs::path file = mw::SettingsFilePath(scratch.Path());
+    mw::clsIniFile ini(file.string());
+    OptionsModel model = Load();
+    model.chkAutoSave = true;
+    model.txtAutoSaveMin = "4";
+    model.Combo1Index = 1;
+    model.chkDeleteDivX = false;
+    ASSERT_TRUE(mw::ConfirmOptions(model, settings, ini, prompt));
+
+    Settings reread;
+    mw::LoadValues(reread, ini, scratch.Path());
+    EXPECT_EQ(reread.AutoSaveMin, 4);
+    EXPECT_EQ(reread.defLang, "de");
+    EXPECT_FALSE(reread.deleteDivX);
+    EXPECT_EQ(settings.defLang, "de");
+}
+
+} // namespace

@@ -1,0 +1,188 @@
+#include "core/ScriptedPrompt.h"
+#include "ui/QtFormHost.h"
+#include "ui/mainwindow/DocTreeModel.h"
+#include "ui/mainwindow/Form1.h"
+
+#include <QAction>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolBar>
+#include <QTreeView>
+#include <QTreeWidget>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+using namespace mw;
+
+namespace {
+
+const char* kProject = R"(<DivXMediaManager menuVersion="1" objectID="1" defaultMenuLanguage="en" version="1.0">
+<TranslationTable objectID="3"/>
+<Media objectID="2">
+<Title objectID="6">
+<MediaSource objectID="7" mediaType="featureAvi" location="movie.avi"/>
+</Title>
+</Media>
+<LanguageMenus objectID="9" languageCode="en" startingMenuID="12" rootMenuID="none">
+<DivXMediaMenu objectID="12" backgroundVideoID="none" backgroundAudioID="none" menuType="title" menuName="Main">
+<ButtonMenu objectID="20" overlayID="none"/>
+</DivXMediaMenu>
+<DivXMediaMenu objectID="13" backgroundVideoID="none" backgroundAudioID="none" menuType="root" menuName="Second"/>
+</LanguageMenus>
+</DivXMediaManager>
+)";
+
+// The main window over a program folder of its own, with the demo project opened.
+struct Window {
+    QTemporaryDir home;
+    ProgramState program{home.path().toStdString()};
+    ScriptedPrompt prompt;
+    QtFormHost forms;
+    std::unique_ptr<Form1> form;
+
+    explicit Window(const std::string& languageFile = {})
+    {
+        if (!languageFile.empty())
+            Write("German.Menuwright.exe.xml", languageFile);
+        StartProgram(program);
+        form = std::make_unique<Form1>(program, prompt, forms);
+    }
+    void Write(const char* name, const std::string& text) const
+    {
+        std::ofstream(program.Lang.ProgramFolder() / name, std::ios::binary) << text;
+    }
+    void Open()
+    {
+        Write("demo.xml", kProject);
+        prompt.OpenedFiles.push_back({(program.Lang.ProgramFolder() / "demo.xml").string()});
+        Action("mnuOpen")->trigger();
+    }
+    QAction* Action(const char* name) const { return form->findChild<QAction*>(name); }
+    QAction* Button(const char* bar, const char* key) const
+    {
+        return form->findChild<QToolBar*>(bar)->findChild<QAction*>(key);
+    }
+    std::string SelectedKey() const
+    {
+        const DocNode* node = form->CurrentProject().Doc.Tree.Selected();
+        return node ? node->Key() : "";
+    }
+    void Select(const char* id)
+    {
+        auto* tree = form->findChild<QTreeView*>("TreeView1");
+        tree->setCurrentIndex(static_cast<DocTreeModel*>(tree->model())->IndexOf(
+            form->CurrentProject().Doc.Tree.ObjectNode(id)));
+    }
+};
+
+QTreeWidgetItem* FindRow(QTreeWidget* tree, const QString& text)
+{
+    const auto found = tree->findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
+    return found.isEmpty() ? nullptr : found.front();
+}
+
+} // namespace
+
+class MainWindowPanesTest : public QObject {
+    Q_OBJECT
+private slots:
+    void languageSwitchRelabelsTheWindow();
+    void simpleModeSwapsTreesAndClicksSelectInTreeView1();
+    void nextAndPreviousNodeStopAtTheEnds();
+    void toolbarButtonsFollowTheirCommands();
+};
+
+void MainWindowPanesTest::languageSwitchRelabelsTheWindow()
+{
+    Window window(R"(<Lang><Private Creator="Bernd" ProgramVersion="0"/>
+<Form1_Design Form1="Hauptfenster" mnuOpen="Oeffnen..." mnuOpen_ToolTipText="Projekt oeffnen"
+ mnuRecent_0="Keine Dateien" Toolbar1_2_ToolTipText="Xml oeffnen"/></Lang>)");
+    QAction* open = window.Action("mnuOpen");
+    QCOMPARE(open->text(), QString("Open..."));
+    QAction* german = window.Action("mnuLangDef_1");
+    QVERIFY(german);
+    QCOMPARE(german->text(), QString("German"));
+    QVERIFY(!german->isChecked());
+
+    german->trigger();
+    QCOMPARE(window.form->windowTitle(), QString("Hauptfenster"));
+    QCOMPARE(open->text(), QString("Oeffnen..."));
+    QCOMPARE(open->toolTip(), QString("Projekt oeffnen"));
+    QCOMPARE(window.Action("mnuRecent_0")->text(), QString("Keine Dateien"));
+    QCOMPARE(window.Button("Toolbar1", "openXml")->toolTip(), QString("Xml oeffnen"));
+    QVERIFY(german->isChecked());
+    // Texts the file does not hold stay as they were.
+    QCOMPARE(window.Action("mnuSave")->text(), QString("Save"));
+}
+
+void MainWindowPanesTest::simpleModeSwapsTreesAndClicksSelectInTreeView1()
+{
+    Window window;
+    window.Open();
+    auto* tv2 = window.form->findChild<QTreeWidget*>("tv2");
+    auto* treeView1 = window.form->findChild<QTreeView*>("TreeView1");
+    QVERIFY(!tv2->isVisibleTo(window.form.get()));
+    QVERIFY(window.Action("mnuExpertMode")->isChecked());
+
+    window.Action("mnuSimpleMode")->trigger();
+    QVERIFY(tv2->isVisibleTo(window.form.get()));
+    QVERIFY(!treeView1->isVisibleTo(window.form.get()));
+    QVERIFY(!window.Action("mnuExpertMode")->isChecked());
+    QCOMPARE(tv2->topLevelItemCount(), 2);
+    QCOMPARE(tv2->topLevelItem(1)->text(0), QString("Menus (en)"));
+
+    emit tv2->itemClicked(FindRow(tv2, "Menu Second (root)"), 0);
+    QCOMPARE(window.SelectedKey(), std::string("k13"));
+    emit tv2->itemClicked(FindRow(tv2, "Button 20"), 0);
+    QCOMPARE(window.SelectedKey(), std::string("k20"));
+    // A title row only selects itself.
+    emit tv2->itemClicked(FindRow(tv2, "Titles"), 0);
+    QCOMPARE(window.SelectedKey(), std::string("k20"));
+
+    // A structural change rebuilds the shown simple tree.
+    window.Action("mnuClose")->trigger();
+    QCOMPARE(tv2->topLevelItemCount(), 0);
+
+    window.Action("mnuExpertMode")->trigger();
+    QVERIFY(treeView1->isVisibleTo(window.form.get()));
+    QVERIFY(!tv2->isVisibleTo(window.form.get()));
+}
+
+void MainWindowPanesTest::nextAndPreviousNodeStopAtTheEnds()
+{
+    Window window;
+    window.Open();
+    window.Select("12");
+    window.Action("mnuNextNode")->trigger();
+    QCOMPARE(window.SelectedKey(), std::string("k13"));
+    window.Action("mnuNextNode")->trigger();
+    QCOMPARE(window.SelectedKey(), std::string("k13"));
+    window.Action("mnuPreviusNode")->trigger();
+    QCOMPARE(window.SelectedKey(), std::string("k12"));
+}
+
+void MainWindowPanesTest::toolbarButtonsFollowTheirCommands()
+{
+    Window window;
+    QAction* save = window.Button("Toolbar1", "save");
+    QAction* noOverlays = window.Button("Toolbar1", "NoCreateOverlays");
+    QVERIFY(!save->isEnabled());
+    QVERIFY(!noOverlays->isEnabled());
+    QVERIFY(noOverlays->isCheckable());
+    QCOMPARE(noOverlays->toolTip(), QString("Dont recreate overlays (del temp must be false)"));
+    QCOMPARE(window.Button("Toolbar1", "addLang")->toolTip(), QString("Not available yet"));
+    QVERIFY(!window.Button("ToolbarPic", "buttonAdd")->isEnabled());
+
+    window.Write("demo.xml", kProject);
+    window.prompt.OpenedFiles.push_back({(window.program.Lang.ProgramFolder() / "demo.xml").string()});
+    window.Button("Toolbar1", "openXml")->trigger();
+    QVERIFY(window.form->CurrentProject().ItemsEnabled);
+    QVERIFY(save->isEnabled());
+    QVERIFY(noOverlays->isEnabled());
+    QVERIFY(!window.Button("Toolbar1", "addLang")->isEnabled());
+}
+
+QTEST_MAIN(MainWindowPanesTest)
+#include "MainWindowPanesTest.moc"
