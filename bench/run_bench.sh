@@ -3,6 +3,6 @@
 # the optional filter, e.g. `bash bench/run_bench.sh Project`.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-cmake -S . -B build-release -G Ninja -DCMAKE_BUILD_TYPE=Release -DMENUWRIGHT_BUILD_TESTS=OFF >/dev/null
+cmake -S . -B build-release -G Ninja -DCMAKE_BUILD_TYPE=Release -DMENUWRIGHT_BUILD_TESTS=OFF -DMENUWRIGHT_BUILD_BENCH=ON >/dev/null
 cmake --build build-release --target menuwright_bench
 MENUWRIGHT_HOME=$(mktemp -d) ./build-release/bench/menuwright_bench --benchmark_filter="${1:-.}" --benchmark_min_time=1
