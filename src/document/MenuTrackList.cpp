@@ -43,25 +43,10 @@ std::string LocationFileName(const std::string& location)
     return slash == std::string::npos ? location : location.substr(slash + 1);
 }
 
-namespace {
-
-DocNode* ChildByText(const DocNode* parent, const char* text)
-{
-    if (!parent)
-        return nullptr;
-    for (const auto& child : *parent) {
-        if (EqualsNoCase(child->Text, text))
-            return child.get();
-    }
-    return nullptr;
-}
-
-} // namespace
-
 void LoadMediaTracsFromMenuTracs(const Document& doc, MenuTrackList& tracks)
 {
     tracks.Clear();
-    const DocNode* menuTracks = ChildByText(ChildByText(doc.Tree.Root(), "media"), "menutracks");
+    const DocNode* menuTracks = ChildNamed(ChildNamed(doc.Tree.Root(), "media"), "menutracks");
     if (!menuTracks)
         return;
     for (const auto& track : *menuTracks) {

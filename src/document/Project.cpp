@@ -1,4 +1,5 @@
 #include "document/Project.h"
+#include "document/TreeQueries.h"
 
 #include "core/Paths.h"
 #include "core/Text.h"
@@ -19,21 +20,6 @@ namespace fs = std::filesystem;
 namespace mw {
 
 namespace {
-
-const DocNode* ChildNamed(const DocNode* parent, const char* text, bool last)
-{
-    const DocNode* found = nullptr;
-    if (!parent)
-        return found;
-    for (const auto& child : *parent) {
-        if (!EqualsNoCase(child->Text, text))
-            continue;
-        found = child.get();
-        if (!last)
-            break;
-    }
-    return found;
-}
 
 } // namespace
 

@@ -1,4 +1,5 @@
 #include "document/SchemaNodes.h"
+#include "document/TreeQueries.h"
 
 #include "core/Text.h"
 
@@ -12,15 +13,6 @@ DocNode& RootOf(const Document& doc)
     if (!root)
         throw DocTreeError("the document has no root");
     return *root;
-}
-
-DocNode* ChildNamed(const DocNode& node, const std::string& name)
-{
-    for (const auto& child : node) {
-        if (EqualsNoCase(child->Text, name))
-            return child.get();
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -67,7 +59,7 @@ DocNode& CreateLanguageMenusNode(Document& doc, const std::string& languageCode)
 DocNode& GetOrCreateTransNode(Document& doc)
 {
     DocNode& root = RootOf(doc);
-    if (DocNode* table = ChildNamed(root, "TranslationTable"))
+    if (DocNode* table = ChildNamed(&root, "TranslationTable"))
         return *table;
     return AddNextObjectNode(doc, root, "TranslationTable", "transtable");
 }
@@ -75,10 +67,10 @@ DocNode& GetOrCreateTransNode(Document& doc)
 DocNode& GetMenuTracksOrCreate(Document& doc)
 {
     DocNode& root = RootOf(doc);
-    DocNode* media = ChildNamed(root, "Media");
+    DocNode* media = ChildNamed(&root, "Media");
     if (!media)
         media = &AddNextObjectNode(doc, root, "Media", "media");
-    if (DocNode* tracks = ChildNamed(*media, "MenuTracks"))
+    if (DocNode* tracks = ChildNamed(media, "MenuTracks"))
         return *tracks;
     return AddNextObjectNode(doc, *media, "MenuTracks", "menutracks");
 }

@@ -125,6 +125,21 @@ std::string Get1NodeInNode(const DocNode& node, const std::string& name)
     return result;
 }
 
+DocNode* ChildNamed(const DocNode* parent, std::string_view name, bool last)
+{
+    DocNode* found = nullptr;
+    if (!parent)
+        return found;
+    for (const auto& child : *parent) {
+        if (!EqualsNoCase(child->Text, name))
+            continue;
+        found = child.get();
+        if (!last)
+            break;
+    }
+    return found;
+}
+
 DocNode* GetParentNode(const DocTree& tree)
 {
     DocNode* node = tree.Selected();

@@ -27,6 +27,9 @@ bool UpdatePropertyInNode(DocTree& tree, DocNode& node, const std::string& name,
 std::optional<IdList> GetAllNodesInNode(const DocNode& node, const std::string& name);
 std::optional<IdList> GetAllNodesInNodeAll(const DocNode& node);
 std::string Get1NodeInNode(const DocNode& node, const std::string& name);
+// The first direct child whose text is name, case ignored (the last one with `last`); nullptr
+// when there is none or no parent.
+DocNode* ChildNamed(const DocNode* parent, std::string_view name, bool last = false);
 DocNode* GetParentNode(const DocTree& tree);
 bool FindInTree(const DocNode& node, const std::string& text, DocNode*& found);
 bool FindInTreeHide(DocNode* node, const std::string& text, bool& keepLooking, DocNode*& found);

@@ -1,4 +1,5 @@
 #include "document/UndoHistory.h"
+#include "document/TreeQueries.h"
 
 #include "core/Text.h"
 #include "document/MenuTrackList.h"
@@ -11,17 +12,6 @@
 namespace mw {
 
 namespace {
-
-DocNode* ChildNamed(const DocNode* parent, const char* text)
-{
-    if (!parent)
-        return nullptr;
-    for (const auto& child : *parent) {
-        if (EqualsNoCase(child->Text, text))
-            return child.get();
-    }
-    return nullptr;
-}
 
 DocNode* MenuTracksOf(const DocTree& tree)
 {

@@ -92,22 +92,13 @@ std::vector<std::string> SplitOn(const std::string& text, char separator)
     }
 }
 
-DocNode* ChildNamed(const DocNode& node, const std::string& name)
-{
-    for (const auto& child : node) {
-        if (EqualsNoCase(child->Text, name))
-            return child.get();
-    }
-    return nullptr;
-}
-
 // A chapter as the list shows it: its translated name and its video track's frames.
 ChapterRow ListedChapter(const Document& doc, const DocNode& chapter, int number)
 {
     ChapterRow row;
     row.Number = number;
     if (const DocNode* lookup = doc.Tree.ObjectNode(GetPropertyInNode(chapter, "translationlookupid"))) {
-        if (const DocNode* translation = ChildNamed(*lookup, "Translation"))
+        if (const DocNode* translation = ChildNamed(lookup, "Translation"))
             row.Name = GetPropertyInNode(*translation, "value");
     }
     for (const auto& track : chapter) {

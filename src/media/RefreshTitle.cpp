@@ -26,17 +26,7 @@ void RefreshTracks(Project& project, DocNode& title)
     double fps = project.MovieFps;
     LoadStreamsToListView(TitleFile(doc, title), rows, true, fps, project.Ask());
 
-    std::vector<std::string> lookups;
-    std::vector<DocNode*> tracks;
-    for (const auto& child : title) {
-        if (EqualsNoCase(child->Text, "MediaTrack")) {
-            lookups.push_back(GetPropertyInNode(*child, "translationlookupid"));
-            tracks.push_back(child.get());
-        }
-    }
-    for (DocNode* track : tracks)
-        tree.Remove(*track);
-    RemoveLookups(tree, lookups);
+    RemoveOwnTracks(tree, title);
 
     const std::string audio = GetPropertyInNode(title, "defaultAudioTrack");
     const std::string subtitle = GetPropertyInNode(title, "defaultSubtitleTrack");

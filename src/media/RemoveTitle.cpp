@@ -27,21 +27,6 @@ void DeleteFirstMenuUsing(Project& project, const DocNode& parent, const std::st
         DeleteMenu(project, menuId);
 }
 
-void RemoveOwnTracks(DocTree& tree, DocNode& title)
-{
-    std::vector<std::string> lookups;
-    std::vector<DocNode*> tracks;
-    for (const auto& child : title) {
-        if (EqualsNoCase(child->Text, "MediaTrack")) {
-            lookups.push_back(GetPropertyInNode(*child, "translationlookupid"));
-            tracks.push_back(child.get());
-        }
-    }
-    for (DocNode* track : tracks)
-        tree.Remove(*track);
-    RemoveLookups(tree, lookups);
-}
-
 } // namespace
 
 void mnuRemoveTitle(Project& project)

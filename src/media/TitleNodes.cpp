@@ -85,4 +85,19 @@ void RemoveLookups(DocTree& tree, const std::vector<std::string>& ids)
     }
 }
 
+void RemoveOwnTracks(DocTree& tree, DocNode& title)
+{
+    std::vector<std::string> lookups;
+    std::vector<DocNode*> tracks;
+    for (const auto& child : title) {
+        if (EqualsNoCase(child->Text, "MediaTrack")) {
+            lookups.push_back(GetPropertyInNode(*child, "translationlookupid"));
+            tracks.push_back(child.get());
+        }
+    }
+    for (DocNode* track : tracks)
+        tree.Remove(*track);
+    RemoveLookups(tree, lookups);
+}
+
 } // namespace mw

@@ -28,5 +28,7 @@ std::string TrackLanguage(const std::string& strn, const std::string& defLang);
 // Removes the TranslationLookup nodes of these identifiers that are still there. An identifier
 // of any other node is passed over, so that a damaged file cannot make a title remove itself.
 void RemoveLookups(DocTree& tree, const std::vector<std::string>& ids);
+// Removes the title's own MediaTrack nodes and the lookups their rows name.
+void RemoveOwnTracks(DocTree& tree, DocNode& title);
 
 } // namespace mw
