@@ -123,6 +123,19 @@ bool Project::CreateNewFile(const std::string& preset, const std::string& dialog
     return true;
 }
 
+bool Project::OpenFileAsk()
+{
+    FileDialogRequest request;
+    request.Filter = "*.xml|*.xml";
+    request.DefaultExt = "xml";
+    request.InitialDir = Values().LastFolderUsed;
+    const std::vector<std::string> files = prompt_.OpenFiles(request);
+    if (files.empty() || files.front().empty())
+        return false;
+    Values().LastFolderUsed = FolderOf(files.front());
+    return OpenFile(files.front());
+}
+
 bool Project::OpenFile(const std::string& path)
 {
     if (!AskToSave())

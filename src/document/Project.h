@@ -98,6 +98,9 @@ public:
     bool CreateNewFile(const std::string& preset = {}, const std::string& dialogTitle = kNewFileDialogTitle);
     // False when the user cancelled or the file could not be read; the old project stays open.
     bool OpenFile(const std::string& path);
+    // The Open command: asks for a project file, starting in LastFolderUsed, which then follows
+    // the choice. False when cancelled or when OpenFile fails.
+    bool OpenFileAsk();
     // Saves under the project's name; a new project, saveAs or an empty name ask for one, and a
     // given path is taken as the answer. An auto-save writes to the path and leaves the name,
     // the recent files and the flags alone. False when cancelled or failed (the user was told).
@@ -123,9 +126,10 @@ public:
     bool Check(bool showMessage);
 
     void EnableItems(bool state);
+    // The auto-save counts again from now, with the minutes of the settings.
+    void RestartAutoSave();
 
 private:
-    void RestartAutoSave();
     void ClearUndo();
     void ForgetCanvas();
     void ReadMovieFps();

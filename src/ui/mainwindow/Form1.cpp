@@ -111,15 +111,7 @@ void Form1::ConnectCommands()
 
 void Form1::mnuOpen_Click()
 {
-    FileDialogRequest request;
-    request.Filter = "*.xml|*.xml";
-    request.DefaultExt = "xml";
-    request.InitialDir = project_.Values().LastFolderUsed;
-    const std::vector<std::string> files = project_.Ask().OpenFiles(request);
-    if (files.empty() || files.front().empty())
-        return;
-    project_.Values().LastFolderUsed = FolderOf(files.front());
-    ReplaceDocument([this, &files] { project_.OpenFile(files.front()); });
+    ReplaceDocument([this] { project_.OpenFileAsk(); });
 }
 
 void Form1::mnuOptions_Click()
@@ -127,9 +119,8 @@ void Form1::mnuOptions_Click()
     clsIniFile ini(SettingsFilePath(project_.ProgramFolder()).string());
     if (frmOptions(project_.Values(), ini, project_.Ask(), project_.ProgramFolder(), this).exec() != QDialog::Accepted)
         return;
-    // The timer counts again from now, with the new minutes.
-    project_.AutoSaveTicks = 0;
-    project_.AutoSaveRunning = project_.ItemsEnabled && project_.Values().AutoSaveMin > 0;
+    if (project_.ItemsEnabled)
+        project_.RestartAutoSave();
 }
 
 void Form1::OpenNickFile()
