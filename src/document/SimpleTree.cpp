@@ -1,6 +1,7 @@
 #include "document/SimpleTree.h"
 
 #include "core/Text.h"
+#include "document/NodeSelection.h"
 #include "document/TreeQueries.h"
 
 namespace mw {
@@ -77,11 +78,7 @@ SimpleRow LanguageSetRow(const DocNode& set)
 {
     SimpleRow row{set.Key(), "Menus (" + GetPropertyInNode(set, "languagecode") + ")", set.Image, {}};
     for (const DocNode* menu : ChildrenNamed(set, "DivXMediaMenu")) {
-        SimpleRow menuRow{menu->Key(),
-                          "Menu " + GetPropertyInNode(*menu, "menuname") + " (" +
-                              GetPropertyInNode(*menu, "menutype") + ")",
-                          "menu",
-                          {}};
+        SimpleRow menuRow{menu->Key(), MenuCaption(*menu), "menu", {}};
         // A button row carries the button's identifier, which is how a click finds it again.
         for (const DocNode* button : ChildrenNamed(*menu, "ButtonMenu"))
             menuRow.Children.push_back({button->Key(), "Button " + GetPropertyInNode(*button, "objectid"), "button", {}});

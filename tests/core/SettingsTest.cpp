@@ -78,7 +78,7 @@ TEST_F(SettingsFile, SavedValuesReadBackAndOtherKeysKeepTheFilesValue)
 {
     Load("; kept\n[General]\nAutoSaveMin=5\nLang=English\n[TitleMenu]\nPages=3\n"
          "[RecentFiles]\nFilesCount=4\nFile1=/a\nFile2=/b\nFile3=/c\nFile4=/d\n");
-    Settings s{.LastFolderUsed = "/x", .ShowRulers = false, .Left = -200, .Top = 300, .Width = 9000,
+    Settings s{.LastFolderUsed = "/x", .ShowRulers = false, .SimpleMode = true, .Left = -200, .Top = 300, .Width = 9000,
                .Height = 7000, .PropTextX = 11, .PropTextY = 12, .PropX = 13, .PropY = 14, .PropWidth = 15,
                .PropHeight = 16, .PropPined = true, .PropMenuX = 17, .PropMenuY = 18, .PropMenuWidth = 19,
                .PropMenuHeight = 20, .PropMenuPined = false, .PropMenuMiddle = 21, .PropMiddle = 22, .Diax = 1,
@@ -96,7 +96,7 @@ TEST_F(SettingsFile, SavedValuesReadBackAndOtherKeysKeepTheFilesValue)
     EXPECT_EQ(back, expected);
     const std::string text = ReadAll(file);
     EXPECT_TRUE(text.starts_with("; kept\r\n[General]\r\nAutoSaveMin=5\r\nLang=Francais\r\n")) << text;
-    for (const char* line : {"\r\nPropPined=-1\r\n", "\r\nShowRulers=0\r\n", "\r\nFile4=/d\r\n"})
+    for (const char* line : {"\r\nPropPined=-1\r\n", "\r\nShowRulers=0\r\n", "\r\nSimpleMode=-1\r\n", "\r\nFile4=/d\r\n"})
         EXPECT_NE(text.find(line), std::string::npos) << line;
 }
 

@@ -7,6 +7,10 @@
 #include "ui/widgets/TextFormatWidget.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QMouseEvent>
+#include <QStatusBar>
+#include <QTimer>
 #include <QLabel>
 #include <QSplitter>
 #include <QTableWidget>
@@ -95,6 +99,10 @@ private slots:
     void editingRowWritesTreeAndMarksDirty();
     void cancelAtExitKeepsWindowAndFiles();
     void splitterWidthsComeFromAndGoToSettings();
+    void splitterStopsShortOfTheOther();
+    void selectionDrivesCommandsAndMenuPanel();
+    void autoSaveTimerSavesTheOpenProject();
+    void progressGoesToTheNamedPanel();
     void nickFileOpensAtStart();
     void fileFiltersInQtForm_data();
     void fileFiltersInQtForm();
@@ -273,10 +281,90 @@ void Form1Test::splitterWidthsComeFromAndGoToSettings()
     QCOMPARE(w.Widget<QWidget>("lblDiax2")->x(), 500);
 
     splitter->setSizes({150, 300, splitter->width() - 462});
+    w.Action("mnuSimpleMode")->trigger();
     QVERIFY(w.form->close());
     clsIniFile ini((w.Folder() / "Menuwright.ini").string());
     QCOMPARE(ini.GetString("Diax", ""), std::string("150"));
     QCOMPARE(ini.GetString("Diax2", ""), std::string("456"));
+    QCOMPARE(ini.GetString("SimpleMode", ""), std::string("-1"));
+
+    Window again("[General]\r\nSimpleMode=-1\r\n");
+    QVERIFY(again.Action("mnuSimpleMode")->isChecked());
+    QVERIFY(again.Widget<QWidget>("tv2")->isVisibleTo(again.form.get()));
+}
+
+void Form1Test::splitterStopsShortOfTheOther()
+{
+    Window w("[General]\r\nDiax=200\r\nDiax2=500\r\n");
+    w.form->show();
+    QVERIFY(QTest::qWaitForWindowExposed(w.form.get()));
+    auto* left = w.Widget<QWidget>("lblDiax");
+    auto* right = w.Widget<QWidget>("lblDiax2");
+    // A drag with the button held, from the left strip to well past the right one.
+    const QPoint from = left->mapToGlobal(QPoint(2, 10));
+    const QPoint to = right->mapToGlobal(QPoint(200, 10));
+    const auto send = [left](QEvent::Type type, QPoint global, Qt::MouseButtons buttons) {
+        QMouseEvent event(type, left->mapFromGlobal(global), global, Qt::LeftButton, buttons, Qt::NoModifier);
+        QApplication::sendEvent(left, &event);
+    };
+    send(QEvent::MouseButtonPress, from, Qt::LeftButton);
+    send(QEvent::MouseMove, to, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, to, Qt::NoButton);
+    QVERIFY2(left->x() > 200, "the strip did not follow the mouse");
+    QVERIFY(left->x() + left->width() < right->x());
+    QVERIFY(w.Widget<QWidget>("PicCon")->width() > 0);
+}
+
+void Form1Test::selectionDrivesCommandsAndMenuPanel()
+{
+    Window w;
+    w.OpenByMenu(w.WriteProject());
+    QAction* removeTitle = w.Action("mnuRemoveTitle");
+    QAction* refreshTitle = w.Action("mnuRefreshTitle");
+    auto* panel = w.form->statusBar()->findChild<QLabel*>("menu");
+    QVERIFY(!removeTitle->isEnabled());
+
+    w.Select("6");
+    QVERIFY(removeTitle->isEnabled());
+    QVERIFY(refreshTitle->isEnabled());
+    QCOMPARE(panel->text(), QString());
+
+    w.Select("12");
+    QVERIFY(!removeTitle->isEnabled());
+    QCOMPARE(panel->text(), QString("Menu Main (title)"));
+
+    w.Action("mnuClose")->trigger();
+    QCOMPARE(panel->text(), QString());
+    QVERIFY(!refreshTitle->isEnabled());
+}
+
+void Form1Test::autoSaveTimerSavesTheOpenProject()
+{
+    Window w("[General]\r\nAutoSaveMin=1\r\n");
+    auto* timer = w.form->findChild<QTimer*>("tmrAutoSave");
+    QVERIFY(timer);
+    QCOMPARE(timer->interval(), 60000);
+    const auto autoSaves = [&w] {
+        int count = 0;
+        for (const auto& entry : std::filesystem::directory_iterator(w.Folder()))
+            count += entry.path().filename().string().starts_with("_tmpFile_");
+        return count;
+    };
+    timer->setInterval(1);
+    QTest::qWait(20);
+    QCOMPARE(autoSaves(), 0); // nothing open, nothing saved
+
+    w.OpenByMenu(w.WriteProject());
+    QTRY_COMPARE(autoSaves(), 1);
+}
+
+void Form1Test::progressGoesToTheNamedPanel()
+{
+    Window w;
+    w.form->ShowProgress({"menu"}, "Reading movie");
+    QCOMPARE(w.form->statusBar()->findChild<QLabel*>("menu")->text(), QString("Reading movie"));
+    w.form->ShowProgress({""}, "Step 2 of 5");
+    QCOMPARE(w.form->statusBar()->currentMessage(), QString("Step 2 of 5"));
 }
 
 void Form1Test::nickFileOpensAtStart()

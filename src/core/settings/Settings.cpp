@@ -82,6 +82,7 @@ void LoadValues(Settings& s, clsIniFile& ini, const std::filesystem::path& progr
     // program folder, which is no use to a dialog.
     s.LastFolderUsed = ini.GetString("LastFolderUsed", (programFolder / (std::string(kAppTitle) + ".exe")).string());
     s.ShowRulers = ReadBool(ini, "ShowRulers", true);
+    s.SimpleMode = ReadBool(ini, "SimpleMode", false);
     s.AutoSaveMin = ReadInt(ini, "AutoSaveMin", 0);
     s.cliPath = ini.GetString("cliPath", "");
     s.virtualDubPath = ini.GetString("virtualDubPath", "");
@@ -160,6 +161,7 @@ bool SaveValues(const Settings& s, const std::string& lang, clsIniFile& ini)
     ok &= WriteBool(ini, "PropMenuPined", s.PropMenuPined);
     ok &= ini.PutString("LastFolderUsed", s.LastFolderUsed);
     ok &= WriteBool(ini, "ShowRulers", s.ShowRulers);
+    ok &= WriteBool(ini, "SimpleMode", s.SimpleMode);
     ok &= ini.PutInt("PropMenuMiddle", s.PropMenuMiddle);
     ok &= ini.PutInt("PropMiddle", s.PropMiddle);
     ok &= ini.PutInt("Diax", s.Diax);

@@ -29,6 +29,7 @@ struct Settings {
     std::uint32_t GuideLineColor = 255;
     std::string LastFolderUsed{}; // LoadValues defaults it to the program's own path
     bool ShowRulers = true;
+    bool SimpleMode = false; // the left pane shows tv2 instead of the document tree
     int AutoSaveMin = 0;
     std::string cliPath{};
     std::string virtualDubPath{};

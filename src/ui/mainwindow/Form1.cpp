@@ -3,9 +3,12 @@
 #include "core/AutoSaveFiles.h"
 #include "core/Paths.h"
 #include "document/NodeKindsHelp.h"
+#include "document/NodeSelection.h"
 #include "document/TreeQueries.h"
 #include "media/AddTitle.h"
 #include "media/Chapters.h"
+#include "media/RefreshTitle.h"
+#include "media/RemoveTitle.h"
 #include "ui/QtDesignTarget.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmOptions.h"
@@ -17,6 +20,8 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QCloseEvent>
+#include <QCoreApplication>
+#include <QStatusBar>
 #include <QMenu>
 #include <QSplitter>
 #include <QTimer>
@@ -32,6 +37,9 @@ namespace {
 // Window places are kept in twips, 15 to a pixel of a 96 dpi screen.
 constexpr int kTwipsPerPixel = 15;
 constexpr int kSplitterWidth = 6;
+// The canvas keeps this much width, so that one splitter stops short of the other.
+constexpr int kCanvasMinimumWidth = 40;
+constexpr int kAutoSaveIntervalMs = 60000;
 
 } // namespace
 
@@ -49,6 +57,7 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
     tree_->setModel(model_);
     auto* canvasFrame = new QWidget;
     canvasFrame->setObjectName("PicCon");
+    canvasFrame->setMinimumWidth(kCanvasMinimumWidth);
     auto* rightPane = new QWidget;
     rightPane->setObjectName("PicCon2");
     auto* rightLayout = new QVBoxLayout(rightPane);
@@ -69,11 +78,18 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
     move(static_cast<int>(values.Left / kTwipsPerPixel), static_cast<int>(values.Top / kTwipsPerPixel));
     resize(static_cast<int>(values.Width / kTwipsPerPixel), static_cast<int>(values.Height / kTwipsPerPixel));
 
+    panes_->SetSimpleMode(values.SimpleMode);
     FillLanguages();
     LoadTextForDesign(program_.Lang.LangDoc(), *this);
     status_.ShowLast(LastPanelAtStart(program_.Lang.LangDoc()));
     ConnectCommands();
     RefreshCommands();
+
+    auto* autoSave = new QTimer(this);
+    autoSave->setObjectName("tmrAutoSave");
+    autoSave->setInterval(kAutoSaveIntervalMs);
+    connect(autoSave, &QTimer::timeout, this, [this] { project_.AutoSaveTick(); });
+    autoSave->start();
 }
 
 Form1::~Form1() = default;
@@ -93,6 +109,8 @@ void Form1::ConnectCommands()
     on("mnuUndo", [this] { ReplaceDocument([this] { project_.UndoDo(); }); });
     on("mnuAddTitle", [this] { ReplaceDocument([this] { mnuAddTitle(project_); }); });
     on("mnuCreateChapters", [this] { ReplaceDocument([this] { mnuCreateChapters(project_); }); });
+    on("mnuRefreshTitle", [this] { ReplaceDocument([this] { mnuRefreshTitle(project_); }); });
+    on("mnuRemoveTitle", [this] { ReplaceDocument([this] { mnuRemoveTitle(project_); }); });
     on("mnuExit", [this] { close(); });
     on("mnuNextNode", [this] { panes_->StepSibling(true); });
     on("mnuPreviusNode", [this] { panes_->StepSibling(false); });
@@ -125,9 +143,9 @@ void Form1::mnuOptions_Click()
 
 void Form1::OpenNickFile()
 {
-    const std::filesystem::path nick = NickFile(project_.ProgramFolder());
-    if (!nick.empty())
-        ReplaceDocument([this, &nick] { project_.OpenFile(nick.string()); });
+    const std::filesystem::path start = StartProjectFile(project_.ProgramFolder(), program_.FirstStart);
+    if (!start.empty())
+        ReplaceDocument([this, &start] { project_.OpenFile(start.string()); });
 }
 
 void Form1::ReplaceDocument(const std::function<void()>& command)
@@ -141,6 +159,8 @@ void Form1::ReplaceDocument(const std::function<void()>& command)
     ShowExpandedNodes();
     if (DocNode* selected = project_.Doc.Tree.Selected())
         tree_->setCurrentIndex(model_->IndexOf(selected));
+    else
+        status_.ShowMenu({});
     RefreshCommands();
 }
 
@@ -157,7 +177,7 @@ void Form1::RefreshCommands()
     setWindowTitle(QString::fromStdString(project_.WindowTitle));
     menus_.ApplyStates(project_);
     toolbars_.ApplyStates(project_);
-    menus_.FillRecent(project_.RecentFiles(), [this](std::size_t index) {
+    menus_.FillRecent(project_.RecentFiles(), program_.Lang.LangDoc(), [this](std::size_t index) {
         // Deferred: the entry that was clicked goes away when the list is filled again.
         QTimer::singleShot(0, this,
                            [this, index] { ReplaceDocument([this, index] { project_.OpenRecentFile(index); }); });
@@ -185,16 +205,20 @@ void Form1::ChangeLanguage(const std::string& name)
         return;
     LoadTextForDesign(program_.Lang.LangDoc(), *this);
     status_.ShowLast(LastPanelAfterChange(program_.Lang.LangDoc()));
+    // The caption tells the open project, whatever the language file calls the window.
+    setWindowTitle(QString::fromStdString(project_.WindowTitle));
 }
 
 void Form1::TreeView1_NodeClick(DocNode* node)
 {
-    project_.Doc.Tree.Select(node);
+    if (const std::optional<std::string> menu = mw::TreeView1_NodeClick(project_, node))
+        status_.ShowMenu(*menu);
     properties_->ShowNode(node);
     if (node)
         help_->ShowBlock(HelpBlockFor(node->Text));
     else
         help_->ShowBlock({});
+    RefreshCommands();
 }
 
 void Form1::Properties1_RowEdited(const QString& name, const QString& value)
@@ -214,6 +238,14 @@ void Form1::Properties1_RowEdited(const QString& name, const QString& value)
         model_->ChildrenChanged(*node);
     }
     project_.MarkDirty();
+}
+
+void Form1::ShowProgress(const ProgressChannel& channel, const std::string& text)
+{
+    if (!status_.ShowInPanel(channel.Name, text))
+        statusBar()->showMessage(QString::fromStdString(text));
+    // Long work runs in this thread; the window still repaints between its steps.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void Form1::showEvent(QShowEvent* event)
@@ -239,6 +271,7 @@ void Form1::KeepLayout()
     const QList<int> sizes = splitter_->sizes();
     values.Diax = sizes[0];
     values.Diax2 = sizes[0] + kSplitterWidth + sizes[1];
+    values.SimpleMode = panes_->SimpleMode();
     if (!isMaximized() && !isMinimized()) {
         values.Left = static_cast<long>(x()) * kTwipsPerPixel;
         values.Top = static_cast<long>(y()) * kTwipsPerPixel;

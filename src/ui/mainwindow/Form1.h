@@ -31,8 +31,10 @@ public:
     ~Form1() override;
 
     Project& CurrentProject() { return project_; }
-    // The last step of the start: nick.xml of the program folder, when there is one.
+    // The last step of the start: nick.xml of the program folder, or the demo at the first start.
     void OpenNickFile();
+    // Progress of long work: into the status panel the channel names, else the message area.
+    void ShowProgress(const ProgressChannel& channel, const std::string& text);
 
 protected:
     void showEvent(QShowEvent* event) override;

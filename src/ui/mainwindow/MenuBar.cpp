@@ -48,12 +48,12 @@ const std::array kEntries{
     MenuEntry{"", "Features", nullptr, "mnuFeatures", S::Submenu},
     MenuEntry{"mnuFeatures", "Add Titles...", "F6", "mnuAddTitle", S::Document},
     MenuEntry{"mnuFeatures", "Create Chapters for Title...", "F9", "mnuCreateChapters", S::Document},
-    MenuEntry{"mnuFeatures", "Refresh Title", "Ctrl+F6", "mnuRefreshTitle", S::NotYet},
+    MenuEntry{"mnuFeatures", "Refresh Title", "Ctrl+F6", "mnuRefreshTitle", S::State, &CommandStates::mnuRefreshTitle},
     MenuEntry{"mnuFeatures", "Add Language Menus...", nullptr, "mnuAddLang", S::NotYet},
     MenuEntry{"mnuFeatures", "Add Menu...", "F7", "mnuAddMenu", S::NotYet},
     MenuEntry{"mnuFeatures", "Add Button", "F8", "mnuAddButton", S::NotYet},
     Sep("mnuFeatures"),
-    MenuEntry{"mnuFeatures", "Remove Title", "Shift+F6", "mnuRemoveTitle", S::NotYet},
+    MenuEntry{"mnuFeatures", "Remove Title", "Shift+F6", "mnuRemoveTitle", S::State, &CommandStates::mnuRemoveTitle},
     MenuEntry{"mnuFeatures", "Remove Language Menus", nullptr, "mnuRemoveLang", S::NotYet},
     MenuEntry{"mnuFeatures", "Remove Menu", "Shift+F7", "mnuRemoveMenu", S::NotYet},
     MenuEntry{"mnuFeatures", "Remove Button", "Shift+F8", "mnuRemoveButton", S::NotYet},
@@ -169,12 +169,17 @@ void MenuBar::ApplyStates(const Project& project)
     }
 }
 
-void MenuBar::FillRecent(const std::vector<std::string>& files, const std::function<void(std::size_t)>& open)
+void MenuBar::FillRecent(const std::vector<std::string>& files, const LangDoc& lang,
+                         const std::function<void(std::size_t)>& open)
 {
+    if (recentShown_ == files)
+        return;
+    recentShown_ = files;
     QMenu* menu = menus_.at("mnuRecentFiles");
     menu->clear();
     if (files.empty()) {
-        QAction* none = menu->addAction("No files");
+        QAction* none =
+            menu->addAction(QString::fromStdString(lang.DesignText("Form1", "mnuRecent_0").value_or("No files")));
         none->setObjectName("mnuRecent_0");
         none->setEnabled(false);
         return;

@@ -7,6 +7,7 @@
 #include <functional>
 
 #include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -52,11 +53,14 @@ public:
 
     void ApplyStates(const Project& project);
     // mnuRecent: one entry per file, or one disabled "No files". `open` gets the entry's index.
-    void FillRecent(const std::vector<std::string>& files, const std::function<void(std::size_t)>& open);
+    // Does nothing while the list is the one shown.
+    void FillRecent(const std::vector<std::string>& files, const LangDoc& lang,
+                    const std::function<void(std::size_t)>& open);
 
 private:
     std::map<std::string, QAction*> actions_;
     std::map<std::string, QMenu*> menus_;
+    std::optional<std::vector<std::string>> recentShown_;
 };
 
 } // namespace mw

@@ -43,6 +43,17 @@ void StatusBar::ShowMenu(const std::string& text)
     menu_->setText(QString::fromStdString(text));
 }
 
+bool StatusBar::ShowInPanel(const std::string& key, const std::string& text)
+{
+    if (key.empty())
+        return false;
+    auto* panel = menu_->parentWidget()->findChild<QLabel*>(QString::fromStdString(key), Qt::FindDirectChildrenOnly);
+    if (!panel)
+        return false;
+    panel->setText(QString::fromStdString(text));
+    return true;
+}
+
 void StatusBar::ShowLast(const LanguagePanel& panel)
 {
     last_->setText(QString::fromStdString(panel.Text));

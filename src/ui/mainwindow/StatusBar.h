@@ -14,6 +14,8 @@ public:
     explicit StatusBar(QMainWindow& window);
 
     void ShowMenu(const std::string& text);
+    // Puts text into the panel of that key; false when there is no such panel.
+    bool ShowInPanel(const std::string& key, const std::string& text);
     // The language file's panel, with its picture for a file of another version.
     void ShowLast(const LanguagePanel& panel);
 
