@@ -3,7 +3,12 @@
 #include "ui/mainwindow/DocTreeModel.h"
 #include "ui/mainwindow/Form1.h"
 
+#include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QTabWidget>
+#include <QTimer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolBar>
@@ -89,6 +94,7 @@ class MainWindowPanesTest : public QObject {
     Q_OBJECT
 private slots:
     void languageSwitchRelabelsTheWindow();
+    void dialogsAreLabelledWhenTheyOpen();
     void simpleModeSwapsTreesAndClicksSelectInTreeView1();
     void nextAndPreviousNodeStopAtTheEnds();
     void toolbarButtonsFollowTheirCommands();
@@ -117,6 +123,31 @@ void MainWindowPanesTest::languageSwitchRelabelsTheWindow()
     QVERIFY(german->isChecked());
     // Texts the file does not hold stay as they were.
     QCOMPARE(window.Action("mnuSave")->text(), QString("Save"));
+}
+
+void MainWindowPanesTest::dialogsAreLabelledWhenTheyOpen()
+{
+    Window window(R"(<Lang><frmOptions_Design frmOptions="Optionen" TabStrip1_1="Allgemein" CancelButton="Abbrechen"/>
+<frmAbout_Design frmAbout="Ueber"/></Lang>)");
+    window.Action("mnuLangDef_1")->trigger();
+    QStringList seen;
+    const auto closeWhenOpen = [&seen] {
+        QTimer::singleShot(0, [&seen] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            seen << dialog->windowTitle();
+            if (auto* tabs = dialog->findChild<QTabWidget*>("TabStrip1"))
+                seen << tabs->tabText(0);
+            if (auto* cancel = dialog->findChild<QAbstractButton*>("CancelButton"))
+                seen << cancel->text();
+            dialog->reject();
+        });
+    };
+    closeWhenOpen();
+    window.Action("mnuOptions")->trigger();
+    closeWhenOpen();
+    window.Action("mnuAbout")->trigger();
+    QCOMPARE(seen, QStringList({"Optionen", "Allgemein", "Abbrechen", "Ueber"}));
 }
 
 void MainWindowPanesTest::simpleModeSwapsTreesAndClicksSelectInTreeView1()

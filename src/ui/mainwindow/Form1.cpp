@@ -115,7 +115,7 @@ void Form1::ConnectCommands()
     on("mnuNextNode", [this] { panes_->StepSibling(true); });
     on("mnuPreviusNode", [this] { panes_->StepSibling(false); });
     on("mnuOptions", [this] { mnuOptions_Click(); });
-    on("mnuAbout", [this] { frmAbout(this).exec(); });
+    on("mnuAbout", [this] { mnuAbout_Click(); });
 
     // The tree keeps what is open, so that it opens again after a model reset.
     connect(tree_, &QTreeView::expanded, this,
@@ -135,10 +135,19 @@ void Form1::mnuOpen_Click()
 void Form1::mnuOptions_Click()
 {
     clsIniFile ini(SettingsFilePath(project_.ProgramFolder()).string());
-    if (frmOptions(project_.Values(), ini, project_.Ask(), project_.ProgramFolder(), this).exec() != QDialog::Accepted)
+    frmOptions dialog(project_.Values(), ini, project_.Ask(), project_.ProgramFolder(), this);
+    LoadTextForDesign(project_.Lang(), dialog);
+    if (dialog.exec() != QDialog::Accepted)
         return;
     if (project_.ItemsEnabled)
         project_.RestartAutoSave();
+}
+
+void Form1::mnuAbout_Click()
+{
+    frmAbout dialog(this);
+    LoadTextForDesign(project_.Lang(), dialog);
+    dialog.exec();
 }
 
 void Form1::OpenNickFile()

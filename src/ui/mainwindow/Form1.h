@@ -54,6 +54,7 @@ private:
 
     void mnuOpen_Click();
     void mnuOptions_Click();
+    void mnuAbout_Click();
     void ApplyLayout();
     void KeepLayout();
 
