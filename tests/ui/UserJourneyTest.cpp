@@ -1,0 +1,143 @@
+#include "../media/MediaFixtures.h"
+
+#include "core/ScriptedPrompt.h"
+#include "ui/QtFormHost.h"
+#include "ui/mainwindow/Form1.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QTreeView>
+#include <QTreeWidget>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+using namespace mw;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path Movie()
+{
+    return test::FfmpegFixture("journey.avi", "-f lavfi -i testsrc=size=64x48:rate=25 -f lavfi -i sine=sample_rate=22050 "
+                                              "-t 4 -map 0 -map 1 -c:v mpeg4 -vtag DX50 -g 25 -c:a mp2");
+}
+
+// Presses a button of the next modal dialog once it shows, after `fill` had its go at it.
+void OnNextDialog(const char* button, const std::function<void(QDialog&)>& fill = {})
+{
+    QTimer::singleShot(0, [button, fill] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!dialog)
+            qFatal("no dialog came up");
+        if (fill)
+            fill(*dialog);
+        QTest::mouseClick(dialog->findChild<QPushButton*>(button), Qt::LeftButton);
+    });
+}
+
+int ChildrenNamed(const DocNode& node, const std::string& name)
+{
+    int count = 0;
+    for (const auto& child : node)
+        count += child->Text == name ? 1 : 0;
+    return count;
+}
+
+} // namespace
+
+// One session as a user has it: every step through the window's own commands and dialogs.
+class UserJourneyTest : public QObject {
+    Q_OBJECT
+private slots:
+    void newProjectTitlesChaptersSaveReopenAndExit();
+};
+
+void UserJourneyTest::newProjectTitlesChaptersSaveReopenAndExit()
+{
+    const fs::path movie = Movie();
+    QTemporaryDir home;
+    ProgramState program{home.path().toStdString()};
+    StartProgram(program);
+    ScriptedPrompt prompt;
+    QtFormHost forms;
+    Form1 form(program, prompt, forms);
+    forms.Attach(form.CurrentProject(), &form);
+    form.show();
+    Project& project = form.CurrentProject();
+    const auto action = [&form](const char* name) { return form.findChild<QAction*>(name); };
+
+    // A new project around the movie, through frmNewTitle.
+    prompt.OpenedFiles.push_back({movie.string()});
+    OnNextDialog("Command1");
+    action("mnuNew")->trigger();
+    QVERIFY(project.ItemsEnabled);
+    QVERIFY(form.windowTitle().startsWith("Untitled.xml - "));
+    auto* tree = form.findChild<QTreeView*>("TreeView1");
+    QVERIFY(tree->model()->rowCount() > 0);
+
+    // A second title, then two chapters for the first one.
+    prompt.OpenedFiles.push_back({movie.string()});
+    OnNextDialog("Command1");
+    action("mnuAddTitle")->trigger();
+    DocNode* media = project.Doc.Tree.Root();
+    for (const auto& child : *project.Doc.Tree.Root())
+        if (child->Text == "Media")
+            media = child.get();
+    QCOMPARE(ChildrenNamed(*media, "Title"), 2);
+    OnNextDialog("Command2", [](QDialog& dialog) {
+        dialog.findChild<QComboBox*>("Combo1")->setCurrentIndex(0);
+        auto* count = dialog.findChild<QLineEdit*>("txtChapters");
+        count->clear();
+        QTest::keyClicks(count, "2");
+    });
+    action("mnuCreateChapters")->trigger();
+    int chapters = 0;
+    for (const auto& title : *media)
+        chapters += ChildrenNamed(*title, "Chapter");
+    QCOMPARE(chapters, 2);
+
+    // The simple tree shows both titles.
+    action("mnuSimpleMode")->trigger();
+    auto* tv2 = form.findChild<QTreeWidget*>("tv2");
+    QCOMPARE(tv2->topLevelItem(0)->childCount(), 2);
+    action("mnuExpertMode")->trigger();
+
+    // Save under a name, close, and come back through the recent list.
+    const fs::path saved = fs::path(home.path().toStdString()) / "journey.xml";
+    prompt.SavedFiles.push_back(saved.string());
+    action("mnuSave")->trigger();
+    QVERIFY(fs::exists(saved));
+    QVERIFY(!project.FileIsDirty);
+    action("mnuClose")->trigger();
+    QVERIFY(!project.ItemsEnabled);
+    QAction* recent = form.findChild<QMenu*>("mnuRecentFiles")->actions().value(0);
+    QVERIFY(recent);
+    QCOMPARE(recent->text(), QString::fromStdString(saved.string()));
+    recent->trigger();
+    QTRY_VERIFY(project.ItemsEnabled);
+    QVERIFY(form.windowTitle().startsWith("journey.xml - "));
+
+    // An unsaved change is asked about at exit; Yes saves it.
+    project.MarkDirty();
+    prompt.Answers.push_back(PromptAnswer::Yes);
+    const auto before = fs::last_write_time(saved);
+    QTest::qWait(20);
+    QVERIFY(form.close());
+    QCOMPARE(prompt.Texts().back(), std::string("File is not saved. Save it now?"));
+    QVERIFY(fs::last_write_time(saved) > before);
+    QVERIFY(!project.FileIsDirty);
+}
+
+QTEST_MAIN(UserJourneyTest)
+#include "UserJourneyTest.moc"
