@@ -49,7 +49,14 @@ void Project::EnableItems(bool state)
 void Project::RestartAutoSave()
 {
     AutoSaveTicks = 0;
-    AutoSaveRunning = Values().AutoSaveMin > 0;
+    SetAutoSaveRunning(Values().AutoSaveMin > 0);
+}
+
+void Project::SetAutoSaveRunning(bool running)
+{
+    AutoSaveRunning = running;
+    if (AutoSaveTimerChanged)
+        AutoSaveTimerChanged(running);
 }
 
 void Project::ClearUndo()
@@ -246,7 +253,7 @@ bool Project::CloseOpenFile()
     Commands = CommandStates{};
     WindowTitle = WindowTitleFor("");
     ClearUndo();
-    AutoSaveRunning = false;
+    SetAutoSaveRunning(false);
     return true;
 }
 

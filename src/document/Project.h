@@ -64,10 +64,12 @@ public:
     bool FileIsNew = false;
     double MovieFps = 23.976;
 
-    // Auto-save. Whoever owns the one-minute timer calls AutoSaveTick while it runs.
+    // Auto-save. Whoever owns the one-minute timer calls AutoSaveTick while it runs, and is
+    // told through AutoSaveTimerChanged when the timer starts anew or stops.
     int AutoSaveTicks = 0;
     int AutoSaveSlot = 0;
     bool AutoSaveRunning = false;
+    std::function<void(bool running)> AutoSaveTimerChanged;
 
     UndoHistory Undo;
 
@@ -130,6 +132,7 @@ public:
     void RestartAutoSave();
 
 private:
+    void SetAutoSaveRunning(bool running);
     void ClearUndo();
     void ForgetCanvas();
     void ReadMovieFps();

@@ -89,7 +89,11 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
     autoSave->setObjectName("tmrAutoSave");
     autoSave->setInterval(kAutoSaveIntervalMs);
     connect(autoSave, &QTimer::timeout, this, [this] { project_.AutoSaveTick(); });
-    autoSave->start();
+    project_.AutoSaveTimerChanged = [autoSave](bool running) {
+        autoSave->stop();
+        if (running)
+            autoSave->start();
+    };
 }
 
 Form1::~Form1() = default;
