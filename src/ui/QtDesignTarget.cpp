@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QTabBar>
@@ -109,7 +110,72 @@ public:
     void SetButtonCaption(int i, const std::string& text) override { Buttons()[i - 1]->setText(Q(text)); }
     void SetButtonToolTipText(int i, const std::string& text) override { Buttons()[i - 1]->setToolTip(Q(text)); }
 
+    // What the control shows now, in the terms of the setters above.
+    ControlDesign Design() const
+    {
+        ControlDesign design{.Name = name_, .Index = index_, .TypeName = TypeName()};
+        if (HasCaption())
+            design.Caption = CaptionText().toStdString();
+        design.ToolTipText = ToolTipText().toStdString();
+        if (QTabBar* tabs = Tabs()) {
+            for (int i = 0; i < tabs->count(); ++i)
+                design.Tabs.push_back({tabs->tabText(i).toStdString(), tabs->tabToolTip(i).toStdString()});
+        }
+        for (int i = 1; i <= ColumnCount(); ++i)
+            design.Columns.push_back(HeaderShown() ? ColumnText(i).toStdString() : std::string());
+        for (QAction* button : Buttons())
+            design.Buttons.push_back({button->text().toStdString(), OwnToolTip(*button).toStdString()});
+        return design;
+    }
+
 private:
+    QString CaptionText() const
+    {
+        if (auto* action = qobject_cast<QAction*>(&object_))
+            return action->text();
+        if (auto* button = qobject_cast<QAbstractButton*>(&object_))
+            return button->text();
+        if (auto* label = qobject_cast<QLabel*>(&object_))
+            return label->text();
+        if (auto* group = qobject_cast<QGroupBox*>(&object_))
+            return group->title();
+        return {};
+    }
+
+    QString ToolTipText() const
+    {
+        if (auto* action = qobject_cast<QAction*>(&object_))
+            return OwnToolTip(*action);
+        if (auto* widget = qobject_cast<QWidget*>(&object_))
+            return widget->toolTip();
+        return {};
+    }
+
+    // An action without a tool tip of its own shows one made from its text; that one follows
+    // the caption and is no text of its own.
+    static QString OwnToolTip(const QAction& action)
+    {
+        const QAction madeFromText(action.text());
+        return action.toolTip() == madeFromText.toolTip() ? QString() : action.toolTip();
+    }
+
+    // A hidden header has only Qt's own numbers, nothing of the window's.
+    bool HeaderShown() const
+    {
+        if (auto* tree = qobject_cast<QTreeWidget*>(&object_))
+            return !tree->header()->isHidden();
+        auto* table = qobject_cast<QTableWidget*>(&object_);
+        return table && !table->horizontalHeader()->isHidden();
+    }
+
+    QString ColumnText(int i) const
+    {
+        if (auto* tree = qobject_cast<QTreeWidget*>(&object_))
+            return tree->headerItem()->text(i - 1);
+        const QTableWidgetItem* item = qobject_cast<QTableWidget*>(&object_)->horizontalHeaderItem(i - 1);
+        return item ? item->text() : QString();
+    }
+
     QTabBar* Tabs() const
     {
         if (auto* tabs = qobject_cast<QTabWidget*>(&object_))
@@ -143,6 +209,17 @@ bool IsControl(const QObject& object)
     return true;
 }
 
+template <typename Visit>
+void ForEachQtControl(QWidget& form, const Visit& visit)
+{
+    for (QObject* object : form.findChildren<QObject*>()) {
+        if (!IsControl(*object))
+            continue;
+        QtControl control(*object);
+        visit(control);
+    }
+}
+
 } // namespace
 
 std::string QtDesignTarget::FormName() const
@@ -157,18 +234,21 @@ void QtDesignTarget::SetCaption(const std::string& text)
 
 void QtDesignTarget::ForEachControl(const std::function<void(DesignControl&)>& visit)
 {
-    for (QObject* object : form_.findChildren<QObject*>()) {
-        if (!IsControl(*object))
-            continue;
-        QtControl control(*object);
-        visit(control);
-    }
+    ForEachQtControl(form_, visit);
 }
 
 void LoadTextForDesign(const LangDoc& lang, QWidget& form)
 {
     QtDesignTarget target(form);
     LoadTextForDesign(lang, target);
+}
+
+FormDesign ReadFormDesign(QWidget& form)
+{
+    FormDesign design{
+        .FormName = form.objectName().toStdString(), .Caption = form.windowTitle().toStdString(), .Controls = {}};
+    ForEachQtControl(form, [&](const QtControl& control) { design.Controls.push_back(control.Design()); });
+    return design;
 }
 
 } // namespace mw

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "i18n/DesignTarget.h"
+#include "i18n/FormDesign.h"
 #include "i18n/LangDoc.h"
 
 class QWidget;
@@ -24,5 +25,8 @@ private:
 
 // LoadTextForDesign for a Qt window.
 void LoadTextForDesign(const LangDoc& lang, QWidget& form);
+
+// The texts a Qt window shows now, named as LoadTextForDesign labels them.
+FormDesign ReadFormDesign(QWidget& form);
 
 } // namespace mw

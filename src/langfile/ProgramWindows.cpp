@@ -1,0 +1,51 @@
+#include "langfile/ProgramWindows.h"
+
+#include "core/ProgramStart.h"
+#include "core/ScriptedPrompt.h"
+#include "core/settings/Settings.h"
+#include "core/settings/clsIniFile.h"
+#include "media/ChapForm.h"
+#include "media/NewTitleForm.h"
+#include "ui/QtDesignTarget.h"
+#include "ui/QtFormHost.h"
+#include "ui/dialogs/ToolPathDialog.h"
+#include "ui/dialogs/frmAbout.h"
+#include "ui/dialogs/frmChap.h"
+#include "ui/dialogs/frmNewTitle.h"
+#include "ui/dialogs/frmOptions.h"
+#include "ui/mainwindow/Form1.h"
+
+#include <QTemporaryDir>
+
+namespace mw {
+
+std::vector<FormDesign> ProgramWindowDesigns()
+{
+    // An empty program folder of its own: no language file, no settings of the user.
+    const QTemporaryDir home;
+    ProgramState program(home.path().toStdString());
+    StartProgram(program);
+    ScriptedPrompt prompt;
+    QtFormHost forms;
+    Form1 form1(program, prompt, forms);
+    Project& project = form1.CurrentProject();
+    forms.Attach(project, &form1);
+    clsIniFile ini(SettingsFilePath(program.Lang.ProgramFolder()).string());
+
+    frmOptions options(program.Values, ini, prompt, program.Lang.ProgramFolder());
+    ToolPathDialog cliPath(kCliPathKind, program.Values, ini, prompt);
+    ToolPathDialog virtualDubPath(kVirtualDubPathKind, program.Values, ini, prompt);
+    frmAbout about;
+    NewTitleForm newTitleForm;
+    frmNewTitle newTitle(newTitleForm, prompt, program.Lang.LangDoc());
+    ChapForm chapForm;
+    frmChap chap(chapForm, project);
+
+    std::vector<FormDesign> designs;
+    for (QWidget* window : std::initializer_list<QWidget*>{&form1, &options, &cliPath, &virtualDubPath, &about,
+                                                           &newTitle, &chap})
+        designs.push_back(ReadFormDesign(*window));
+    return designs;
+}
+
+} // namespace mw
