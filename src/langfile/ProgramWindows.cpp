@@ -14,10 +14,29 @@
 #include "ui/dialogs/frmNewTitle.h"
 #include "ui/dialogs/frmOptions.h"
 #include "ui/mainwindow/Form1.h"
+#include "ui/mainwindow/MenuBar.h"
 
 #include <QTemporaryDir>
 
 namespace mw {
+
+namespace {
+
+// The mark of a command that is not in the program yet is no text to translate.
+FormDesign WithoutPlaceholders(FormDesign design)
+{
+    const auto strip = [](std::string& tip) {
+        tip = WithoutNotAvailableYet(QString::fromStdString(tip)).toStdString();
+    };
+    for (ControlDesign& control : design.Controls) {
+        strip(control.ToolTipText);
+        for (ButtonTexts& button : control.Buttons)
+            strip(button.ToolTipText);
+    }
+    return design;
+}
+
+} // namespace
 
 std::vector<FormDesign> ProgramWindowDesigns()
 {
@@ -44,7 +63,7 @@ std::vector<FormDesign> ProgramWindowDesigns()
     std::vector<FormDesign> designs;
     for (QWidget* window : std::initializer_list<QWidget*>{&form1, &options, &cliPath, &virtualDubPath, &about,
                                                            &newTitle, &chap})
-        designs.push_back(ReadFormDesign(*window));
+        designs.push_back(WithoutPlaceholders(ReadFormDesign(*window)));
     return designs;
 }
 

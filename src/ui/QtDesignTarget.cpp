@@ -123,8 +123,9 @@ public:
         }
         for (int i = 1; i <= ColumnCount(); ++i)
             design.Columns.push_back(HeaderShown() ? ColumnText(i).toStdString() : std::string());
+        // Tool bar buttons show pictures: their tool tip is the text a user reads.
         for (QAction* button : Buttons())
-            design.Buttons.push_back({button->text().toStdString(), OwnToolTip(*button).toStdString()});
+            design.Buttons.push_back({std::string(), button->toolTip().toStdString()});
         return design;
     }
 

@@ -129,6 +129,9 @@ void LangFileTest::shippedFileHoldsEveryWindow()
     QCOMPARE(lang.LoadResText("Form1", 5, ""), std::string("Can not detect type for stream number "));
     QCOMPARE(lang.LoadResText("frmChap", 9, ""), std::string("Can not find any chapter"));
     QCOMPARE(lang.LoadResText("mAVIDecs", 4, ""), std::string("Frame not found"));
+    // Unfinished commands keep their own tool tips for the translator, not the placeholder.
+    QCOMPARE(lang.DesignText("Form1", "Toolbar1_7_ToolTipText"), std::optional<std::string>("Add Language Menu"));
+    QCOMPARE(lang.DesignText("Form1", "mnuAddLang_ToolTipText"), std::optional<std::string>());
 }
 
 QTEST_MAIN(LangFileTest)

@@ -205,7 +205,7 @@ void MainWindowPanesTest::toolbarButtonsFollowTheirCommands()
     QVERIFY(!noOverlays->isEnabled());
     QVERIFY(noOverlays->isCheckable());
     QCOMPARE(noOverlays->toolTip(), QString("Dont recreate overlays (del temp must be false)"));
-    QCOMPARE(window.Button("Toolbar1", "addLang")->toolTip(), QString("Not available yet"));
+    QCOMPARE(window.Button("Toolbar1", "addLang")->toolTip(), QString("Add Language Menu (Not available yet)"));
     QVERIFY(!window.Button("ToolbarPic", "buttonAdd")->isEnabled());
 
     window.Write("demo.xml", kProject);

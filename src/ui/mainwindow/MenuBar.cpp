@@ -124,7 +124,7 @@ MenuBar::MenuBar(QMainWindow& window)
         if (entry.Shortcut)
             action->setShortcut(QKeySequence(entry.Shortcut));
         if (entry.Source == CommandSource::NotYet) {
-            action->setToolTip(kNotAvailableYet);
+            action->setToolTip(NotAvailableYet({}));
             action->setEnabled(false);
         }
         actions_[entry.Name] = action;
@@ -143,6 +143,24 @@ QMenu* MenuBar::Menu(const std::string& name) const
 {
     const auto found = menus_.find(name);
     return found == menus_.end() ? nullptr : found->second;
+}
+
+QString NotAvailableYetSuffix()
+{
+    return QString(" (%1)").arg(kNotAvailableYet);
+}
+
+QString NotAvailableYet(const QString& own)
+{
+    return own.isEmpty() ? QString(kNotAvailableYet) : own + NotAvailableYetSuffix();
+}
+
+QString WithoutNotAvailableYet(const QString& tip)
+{
+    if (tip == kNotAvailableYet)
+        return {};
+    const QString suffix = NotAvailableYetSuffix();
+    return tip.endsWith(suffix) ? tip.chopped(suffix.size()) : tip;
 }
 
 void MenuBar::ApplyStates(const Project& project)

@@ -20,6 +20,11 @@ namespace mw {
 
 inline constexpr const char* kNotAvailableYet = "Not available yet";
 
+// The tool tip of a control whose command is not in the program yet; `own` is its tool tip.
+QString NotAvailableYet(const QString& own);
+// The control's own tool tip again, without the mark of a missing command.
+QString WithoutNotAvailableYet(const QString& tip);
+
 // What decides whether a menu entry is enabled.
 enum class CommandSource {
     Always,   // a command that needs no project

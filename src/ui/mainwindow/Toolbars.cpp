@@ -1,6 +1,7 @@
 #include "ui/mainwindow/Toolbars.h"
 
 #include "ui/mainwindow/MenuBar.h"
+#include "ui/mainwindow/ToolbarIcons.h"
 
 #include <QAction>
 #include <QMainWindow>
@@ -62,7 +63,7 @@ void Forward(QAction& button, QAction* command)
 {
     if (!command || command->toolTip() == kNotAvailableYet) {
         button.setEnabled(false);
-        button.setToolTip(kNotAvailableYet);
+        button.setToolTip(NotAvailableYet(button.toolTip()));
         return;
     }
     QObject::connect(&button, &QAction::triggered, command, &QAction::trigger);
@@ -77,13 +78,16 @@ QToolBar* Build(QMainWindow& window, const char* name, const std::array<ToolbarB
     auto* bar = new QToolBar(&window);
     bar->setObjectName(name);
     bar->setMovable(false);
-    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    bar->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    bar->setIconSize(QSize(16, 16));
     for (const ToolbarButton& entry : buttons) {
         if (!entry.Key) {
             bar->addSeparator();
             continue;
         }
-        QAction* button = bar->addAction(entry.Key);
+        // The text is what an overflow menu and a screen reader show.
+        QAction* button = bar->addAction(ToolbarIcon(*window.style(), entry.Key),
+                                         *entry.ToolTip ? entry.ToolTip : entry.Key);
         button->setObjectName(entry.Key);
         button->setToolTip(entry.ToolTip);
         if (std::string_view(entry.Key) == "NoCreateOverlays") {
