@@ -36,7 +36,7 @@ const std::array kIcons{
     IconEntry{"DivX", std::nullopt, "Dx", kOrange},
     IconEntry{"NoCreateOverlays", std::nullopt, "Ov", kGrey},
     IconEntry{"options", std::nullopt, "Op", kGrey},
-    IconEntry{"help", QStyle::SP_DialogHelpButton, "", kGrey},
+    IconEntry{"help", std::nullopt, "?", kBlue},
     IconEntry{"buttonAdd", std::nullopt, "B+", kGreen},
     IconEntry{"buttonDel", std::nullopt, "B-", kOrange},
     IconEntry{"shapeSelect", std::nullopt, "Sh", kPurple},
