@@ -1,0 +1,115 @@
+#include "build/DemoProject.h"
+
+#include "core/FormHost.h"
+#include "core/ProgramStart.h"
+#include "document/Project.h"
+#include "document/TreeQueries.h"
+#include "media/ChapForm.h"
+#include "media/Chapters.h"
+#include "media/NewTitleForm.h"
+#include "media/TitleNodes.h"
+
+#include <string>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+namespace mw {
+
+namespace {
+
+// The dialogs as the demo answers them: the new title as proposed, the chapter dialog with a
+// number of chapters of equal length.
+class DemoForms : public FormHost {
+public:
+    DemoForms(const ProgramState& program, int chapters, Prompt& prompt)
+        : program_(program), chapters_(chapters), prompt_(prompt)
+    {
+    }
+
+    bool ShowNewTitle(NewTitleForm& form) override { return form.Accepted = true; }
+
+    bool ShowChap(ChapForm& form) override
+    {
+        form.Mode = ChapMode::Count;
+        form.txtChapters = std::to_string(chapters_);
+        CalcChapters(form, prompt_);
+        const std::string settingsFile = SettingsFilePath(program_.Lang.ProgramFolder()).string();
+        return AcceptChapForm(form, settingsFile, program_.Lang.LangDoc(), prompt_);
+    }
+
+private:
+    const ProgramState& program_;
+    int chapters_;
+    Prompt& prompt_;
+};
+
+// The project needs a program folder for its settings; the demo's own is thrown away, so
+// that the one the demo ships in never gets a settings file (whose absence marks a first start).
+class WorkFolder {
+public:
+    explicit WorkFolder(fs::path path) : path_(std::move(path))
+    {
+        std::error_code ec;
+        fs::remove_all(path_, ec);
+        fs::create_directories(path_, ec);
+    }
+    ~WorkFolder()
+    {
+        std::error_code ec;
+        fs::remove_all(path_, ec);
+    }
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
+
+    const fs::path& Path() const { return path_; }
+
+private:
+    fs::path path_;
+};
+
+bool MakeProject(const fs::path& movie, const fs::path& projectFile, const fs::path& programFolder,
+                 int chapters, Prompt& prompt)
+{
+    ProgramState program(programFolder);
+    DemoForms forms(program, chapters, prompt);
+    Project project(program, prompt, forms);
+    if (!project.CreateNewFile(movie.string()))
+        return false;
+    mnuCreateChapters(project);
+
+    const std::vector<DocNode*> titles = TitleNodes(project.Doc);
+    DocNode* source = titles.empty() ? nullptr : MediaSourceOf(*titles.front());
+    if (!source)
+        return false;
+    UpdatePropertyInNode(project.Doc.Tree, *source, "location", movie.filename().string(), false);
+    return project.SaveFile(false, false, projectFile.string());
+}
+
+} // namespace
+
+bool MakeDemoProject(const fs::path& folder, const DemoProjectSpec& spec, Prompt& prompt)
+{
+    const fs::path projectFile = fs::absolute(DemoProjectFile(folder));
+    const fs::path demo = projectFile.parent_path();
+    const fs::path movie = demo / "Demo.avi";
+    std::error_code ec;
+    fs::create_directories(demo, ec);
+    fs::remove(projectFile, ec);
+
+    const WorkFolder work(demo / ".work");
+    const std::string tone = (work.Path() / "tone.wav").string();
+    const Settings settings;
+    if (!WriteDemoTone(tone, spec.Movie)) {
+        prompt.Message("Can not write " + tone, "", PromptIcon::Critical);
+        return false;
+    }
+    if (!WriteDemoMovie(movie.string(), spec.Movie, tone, settings, prompt))
+        return false;
+    if (MakeProject(movie, projectFile, work.Path(), spec.Chapters, prompt))
+        return true;
+    prompt.Message("Can not make the demo project " + projectFile.string(), "", PromptIcon::Critical);
+    return false;
+}
+
+} // namespace mw

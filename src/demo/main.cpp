@@ -1,0 +1,22 @@
+#include "build/DemoProject.h"
+#include "cli/ConsolePrompt.h"
+
+#include <QGuiApplication>
+
+#include <iostream>
+#include <optional>
+
+// Makes the demo movie and project below the folder given; the build runs it beside the program.
+int main(int argc, char** argv)
+{
+    if (argc != 2) {
+        std::cerr << "usage: menuwright-demo OUTPUT_FOLDER\n";
+        return 2;
+    }
+    // The frames are drawn with fonts, which need an application but no screen.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    int appArgc = 1;
+    QGuiApplication app(appArgc, argv);
+    mw::ConsolePrompt prompt(std::cerr, std::cerr, std::nullopt);
+    return mw::MakeDemoProject(argv[1], {}, prompt) ? 0 : 1;
+}
