@@ -62,5 +62,19 @@ fi
 kill -0 "$app_pid" 2>/dev/null || { echo "screenshot: menuwright ended early" >&2; cat "$work/app.log" >&2; exit 1; }
 
 mkdir -p "$(dirname "$out")"
-ffmpeg -nostdin -v error -y -f x11grab -draw_mouse 0 -video_size "$size" -i "$display" -frames:v 1 "$out"
+ffmpeg -nostdin -v error -y -f x11grab -draw_mouse 0 -video_size "$size" -i "$display" -frames:v 1 "$work/screen.png"
+# No window manager places or frames the window: keep just the window, which is all that is
+# not the black background.
+# cropdetect keeps a few pixels off each edge, so the box grows back by a margin.
+crop="$(ffmpeg -nostdin -i "$work/screen.png" -vf cropdetect=limit=0:round=1:skip=0 -f null - 2>&1 |
+  grep -o 'crop=[0-9:]*' | tail -1 || true)"
+filter=()
+if [ -n "$crop" ]; then
+  IFS=: read -r w h x y <<<"${crop#crop=}"
+  margin=8
+  x=$((x > margin ? x - margin : 0)); y=$((y > margin ? y - margin : 0))
+  w=$((w + 2 * margin)); h=$((h + 2 * margin))
+  filter=(-vf "crop=min($w\,iw-$x):min($h\,ih-$y):$x:$y")
+fi
+ffmpeg -nostdin -v error -y -i "$work/screen.png" "${filter[@]}" "$out"
 echo "$out"

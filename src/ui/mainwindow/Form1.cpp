@@ -170,10 +170,14 @@ void Form1::ReplaceDocument(const std::function<void()>& command)
     model_->EndReset();
     panes_->LoadToSimple();
     ShowExpandedNodes();
-    if (DocNode* selected = project_.Doc.Tree.Selected())
-        tree_->setCurrentIndex(model_->IndexOf(selected));
-    else
+    // A fresh document shows its root, so that the panes on the right are not blank.
+    DocNode* selected = project_.Doc.Tree.Selected();
+    if (!selected) {
         status_.ShowMenu({});
+        selected = project_.Doc.Tree.Root();
+    }
+    if (selected)
+        tree_->setCurrentIndex(model_->IndexOf(selected));
     RefreshCommands();
 }
 
