@@ -1,26 +1,15 @@
-#include "core/ScriptedPrompt.h"
+#include "MainWindowFixture.h"
+
 #include "core/settings/clsIniFile.h"
-#include "ui/QtFormHost.h"
 #include "ui/QtPrompt.h"
-#include "ui/mainwindow/DocTreeModel.h"
-#include "ui/mainwindow/Form1.h"
 #include "ui/widgets/TextFormatWidget.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QMouseEvent>
-#include <QStatusBar>
-#include <QTimer>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QSplitter>
+#include <QStatusBar>
 #include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTreeView>
-
-#include <filesystem>
-#include <fstream>
-#include <memory>
 
 using namespace mw;
 
@@ -39,50 +28,14 @@ const char* kProject = R"(<DivXMediaManager menuVersion="1" objectID="1" default
 </DivXMediaManager>
 )";
 
-void WriteFile(const std::filesystem::path& path, const std::string& text)
-{
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-// A main window over a program folder of its own, answered by a scripted prompt.
-struct Window {
-    QTemporaryDir home;
-    ProgramState program{home.path().toStdString()};
-    ScriptedPrompt prompt;
-    QtFormHost forms;
-    std::unique_ptr<Form1> form;
-
-    explicit Window(const std::string& ini = {})
-    {
-        if (!ini.empty())
-            WriteFile(Folder() / "Menuwright.ini", ini);
-        StartProgram(program);
-        form = std::make_unique<Form1>(program, prompt, forms);
-    }
-    std::filesystem::path Folder() const { return program.Lang.ProgramFolder(); }
-
-    QAction* Action(const char* name) const { return form->findChild<QAction*>(name); }
-    template <typename T> T* Widget(const char* name) const { return form->findChild<T*>(name); }
+// The main window, with a settings file of its own when one is given.
+struct Window : test::MainWindow {
+    explicit Window(const std::string& ini = {}) : MainWindow(ini.empty() ? Files{} : Files{{"Menuwright.ini", ini}}) {}
 
     std::string WriteProject(const char* name = "demo.xml") const
     {
-        const std::filesystem::path path = Folder() / name;
-        WriteFile(path, kProject);
-        return path.string();
-    }
-    void OpenByMenu(const std::string& path)
-    {
-        prompt.OpenedFiles.push_back({path});
-        Action("mnuOpen")->trigger();
-    }
-    // Selects the node of an object identifier in TreeView1.
-    DocNode* Select(const char* id)
-    {
-        auto* tree = Widget<QTreeView>("TreeView1");
-        auto* model = static_cast<DocTreeModel*>(tree->model());
-        DocNode* node = form->CurrentProject().Doc.Tree.ObjectNode(id);
-        tree->setCurrentIndex(model->IndexOf(node));
-        return node;
+        Write(name, kProject);
+        return (Folder() / name).string();
     }
 };
 
@@ -255,7 +208,7 @@ void Form1Test::cancelAtExitKeepsWindowAndFiles()
     w.OpenByMenu(w.WriteProject());
     w.form->CurrentProject().MarkDirty();
     const std::filesystem::path autoSave = w.Folder() / "_tmpFile_1_05.03.2004_18.22.01.xml";
-    WriteFile(autoSave, kProject);
+    test::WriteFile(autoSave, kProject);
 
     w.prompt.Answers.push_back(PromptAnswer::Cancel);
     QVERIFY(!w.form->close());

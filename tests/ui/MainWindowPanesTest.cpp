@@ -1,23 +1,10 @@
-#include "core/ScriptedPrompt.h"
-#include "ui/QtFormHost.h"
-#include "ui/mainwindow/DocTreeModel.h"
-#include "ui/mainwindow/Form1.h"
+#include "MainWindowFixture.h"
 
 #include <QAbstractButton>
-#include <QAction>
-#include <QApplication>
-#include <QDialog>
 #include <QTabWidget>
-#include <QTimer>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QToolBar>
-#include <QTreeView>
 #include <QTreeWidget>
-
-#include <filesystem>
-#include <fstream>
-#include <memory>
 
 using namespace mw;
 
@@ -39,46 +26,20 @@ const char* kProject = R"(<DivXMediaManager menuVersion="1" objectID="1" default
 </DivXMediaManager>
 )";
 
-// The main window over a program folder of its own, with the demo project opened.
-struct Window {
-    QTemporaryDir home;
-    ProgramState program{home.path().toStdString()};
-    ScriptedPrompt prompt;
-    QtFormHost forms;
-    std::unique_ptr<Form1> form;
-
+// The main window, with a German language file beside it when one is given.
+struct Window : test::MainWindow {
     explicit Window(const std::string& languageFile = {})
+        : MainWindow(languageFile.empty() ? Files{} : Files{{"German.Menuwright.exe.xml", languageFile}})
     {
-        if (!languageFile.empty())
-            Write("German.Menuwright.exe.xml", languageFile);
-        StartProgram(program);
-        form = std::make_unique<Form1>(program, prompt, forms);
-    }
-    void Write(const char* name, const std::string& text) const
-    {
-        std::ofstream(program.Lang.ProgramFolder() / name, std::ios::binary) << text;
     }
     void Open()
     {
         Write("demo.xml", kProject);
-        prompt.OpenedFiles.push_back({(program.Lang.ProgramFolder() / "demo.xml").string()});
-        Action("mnuOpen")->trigger();
+        OpenByMenu((Folder() / "demo.xml").string());
     }
-    QAction* Action(const char* name) const { return form->findChild<QAction*>(name); }
     QAction* Button(const char* bar, const char* key) const
     {
         return form->findChild<QToolBar*>(bar)->findChild<QAction*>(key);
-    }
-    std::string SelectedKey() const
-    {
-        const DocNode* node = form->CurrentProject().Doc.Tree.Selected();
-        return node ? node->Key() : "";
-    }
-    void Select(const char* id)
-    {
-        auto* tree = form->findChild<QTreeView*>("TreeView1");
-        tree->setCurrentIndex(static_cast<DocTreeModel*>(tree->model())->IndexOf(
-            form->CurrentProject().Doc.Tree.ObjectNode(id)));
     }
 };
 
@@ -132,15 +93,13 @@ void MainWindowPanesTest::dialogsAreLabelledWhenTheyOpen()
     window.Action("mnuLangDef_1")->trigger();
     QStringList seen;
     const auto closeWhenOpen = [&seen] {
-        QTimer::singleShot(0, [&seen] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
-            seen << dialog->windowTitle();
-            if (auto* tabs = dialog->findChild<QTabWidget*>("TabStrip1"))
+        test::OnNextDialog([&seen](QDialog& dialog) {
+            seen << dialog.windowTitle();
+            if (auto* tabs = dialog.findChild<QTabWidget*>("TabStrip1"))
                 seen << tabs->tabText(0);
-            if (auto* cancel = dialog->findChild<QAbstractButton*>("CancelButton"))
+            if (auto* cancel = dialog.findChild<QAbstractButton*>("CancelButton"))
                 seen << cancel->text();
-            dialog->reject();
+            dialog.reject();
         });
     };
     closeWhenOpen();
@@ -209,7 +168,7 @@ void MainWindowPanesTest::toolbarButtonsFollowTheirCommands()
     QVERIFY(!window.Button("ToolbarPic", "buttonAdd")->isEnabled());
 
     window.Write("demo.xml", kProject);
-    window.prompt.OpenedFiles.push_back({(window.program.Lang.ProgramFolder() / "demo.xml").string()});
+    window.prompt.OpenedFiles.push_back({(window.Folder() / "demo.xml").string()});
     window.Button("Toolbar1", "openXml")->trigger();
     QVERIFY(window.form->CurrentProject().ItemsEnabled);
     QVERIFY(save->isEnabled());

@@ -1,30 +1,19 @@
 #include "../media/MediaFixtures.h"
+#include "MainWindowFixture.h"
 
-#include "core/ScriptedPrompt.h"
 #include "media/ChapForm.h"
 #include "media/Chapters.h"
 #include "media/NewTitleForm.h"
-#include "ui/QtFormHost.h"
 #include "ui/dialogs/frmChap.h"
 #include "ui/dialogs/frmNewTitle.h"
-#include "ui/mainwindow/Form1.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <QTreeWidget>
-
-#include <filesystem>
-#include <fstream>
-#include <functional>
-#include <memory>
 
 using namespace mw;
 
@@ -55,29 +44,11 @@ std::string ProjectXml(const fs::path& movie)
 )";
 }
 
-// A main window with its dialogs attached, over a program folder of its own.
-struct Window {
-    QTemporaryDir home;
-    ProgramState program{home.path().toStdString()};
-    ScriptedPrompt prompt;
-    QtFormHost forms;
-    std::unique_ptr<Form1> form;
-
-    Window()
-    {
-        StartProgram(program);
-        form = std::make_unique<Form1>(program, prompt, forms);
-        forms.Attach(form->CurrentProject(), form.get());
-    }
-    Project& project() { return form->CurrentProject(); }
-    QAction* Action(const char* name) const { return form->findChild<QAction*>(name); }
-
+struct Window : test::MainWindow {
     void Open(const fs::path& movie)
     {
-        const fs::path file = fs::path(home.path().toStdString()) / "titles.xml";
-        std::ofstream(file, std::ios::binary) << ProjectXml(movie);
-        prompt.OpenedFiles.push_back({file.string()});
-        Action("mnuOpen")->trigger();
+        Write("titles.xml", ProjectXml(movie));
+        OpenByMenu((Folder() / "titles.xml").string());
     }
     // The chapter form as the command opens it, title 6 chosen.
     ChapForm ChapFormOfFirstTitle()
@@ -89,19 +60,6 @@ struct Window {
         return chap;
     }
 };
-
-// Runs `act` on the dialog once it is shown modally.
-void OnNextDialog(const std::function<void(QDialog&)>& act)
-{
-    QTimer::singleShot(0, [act] {
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            if (auto* dialog = qobject_cast<QDialog*>(widget); dialog && dialog->isVisible()) {
-                act(*dialog);
-                return;
-            }
-        }
-    });
-}
 
 template <typename T> T* Child(QWidget& parent, const char* name)
 {
@@ -159,7 +117,7 @@ void TitleDialogsTest::newTitleListsTracksAndAnswers()
         int rows = 0;
         QString firstAudio;
         QString combo;
-        OnNextDialog([&](QDialog& dialog) {
+        test::OnNextDialog([&](QDialog& dialog) {
             QCOMPARE(dialog.windowTitle(), QString("Add new Title"));
             auto* tracks = Child<QTreeWidget>(dialog, "lstTracks");
             rows = tracks->topLevelItemCount();
@@ -294,7 +252,7 @@ void TitleDialogsTest::createChaptersFromTheMenuFillsTheTree()
     QVERIFY(w.Action("mnuCreateChapters")->isEnabled());
     QVERIFY(w.Action("mnuAddTitle")->isEnabled());
 
-    OnNextDialog([](QDialog& dialog) {
+    test::OnNextDialog([](QDialog& dialog) {
         Type(dialog, "txtChapters", "2");
         Click(dialog, "Command2");
     });
@@ -314,7 +272,7 @@ void TitleDialogsTest::applyCreatesAtOnceAndClosingAddsNoMore()
     Window w;
     w.Open(movie_);
     int listed = 0;
-    OnNextDialog([&listed](QDialog& dialog) {
+    test::OnNextDialog([&listed](QDialog& dialog) {
         Type(dialog, "txtChapters", "2");
         Click(dialog, "Command10");
         listed = Child<QTreeWidget>(dialog, "ListView1")->topLevelItemCount();

@@ -1,25 +1,12 @@
 #include "../media/MediaFixtures.h"
+#include "MainWindowFixture.h"
 
-#include "core/ScriptedPrompt.h"
-#include "ui/QtFormHost.h"
-#include "ui/mainwindow/Form1.h"
-
-#include <QAction>
-#include <QApplication>
 #include <QComboBox>
-#include <QDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
-#include <QTreeView>
 #include <QTreeWidget>
-
-#include <filesystem>
-#include <functional>
-#include <memory>
 
 using namespace mw;
 
@@ -36,13 +23,10 @@ fs::path Movie()
 // Presses a button of the next modal dialog once it shows, after `fill` had its go at it.
 void OnNextDialog(const char* button, const std::function<void(QDialog&)>& fill = {})
 {
-    QTimer::singleShot(0, [button, fill] {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (!dialog)
-            qFatal("no dialog came up");
+    test::OnNextDialog([button, fill](QDialog& dialog) {
         if (fill)
-            fill(*dialog);
-        QTest::mouseClick(dialog->findChild<QPushButton*>(button), Qt::LeftButton);
+            fill(dialog);
+        QTest::mouseClick(dialog.findChild<QPushButton*>(button), Qt::LeftButton);
     });
 }
 
@@ -66,16 +50,12 @@ private slots:
 void UserJourneyTest::newProjectTitlesChaptersSaveReopenAndExit()
 {
     const fs::path movie = Movie();
-    QTemporaryDir home;
-    ProgramState program{home.path().toStdString()};
-    StartProgram(program);
-    ScriptedPrompt prompt;
-    QtFormHost forms;
-    Form1 form(program, prompt, forms);
-    forms.Attach(form.CurrentProject(), &form);
+    test::MainWindow window;
+    Form1& form = *window.form;
+    ScriptedPrompt& prompt = window.prompt;
     form.show();
-    Project& project = form.CurrentProject();
-    const auto action = [&form](const char* name) { return form.findChild<QAction*>(name); };
+    Project& project = window.project();
+    const auto action = [&window](const char* name) { return window.Action(name); };
 
     // A new project around the movie, through frmNewTitle.
     prompt.OpenedFiles.push_back({movie.string()});
@@ -114,7 +94,7 @@ void UserJourneyTest::newProjectTitlesChaptersSaveReopenAndExit()
     action("mnuExpertMode")->trigger();
 
     // Save under a name, close, and come back through the recent list.
-    const fs::path saved = fs::path(home.path().toStdString()) / "journey.xml";
+    const fs::path saved = window.Folder() / "journey.xml";
     prompt.SavedFiles.push_back(saved.string());
     action("mnuSave")->trigger();
     QVERIFY(fs::exists(saved));

@@ -5,6 +5,8 @@
 #include "core/settings/DefOverlays.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace mw {
 
@@ -17,6 +19,21 @@ const std::vector<std::string> kMenuLanguages{
     "nl - Dutch",   "pt - Portuguese", "sv - Swedish", "pl - Polish",  "el - Greek",
     "ru - Russian", "ja - Japanese",   "zh - Chinese",
 };
+
+// The check boxes that each show one switch of the settings.
+const std::array<std::pair<bool OptionsModel::*, bool Settings::*>, 11> kCheckBoxes{{
+    {&OptionsModel::chkOnlyVD, &Settings::UseOnlyVD},
+    {&OptionsModel::chkDonNotInvolveCliExe, &Settings::DonNotInvolveCliExe},
+    {&OptionsModel::chkShowDOScli, &Settings::ShowDOScli},
+    {&OptionsModel::chkRunDivX, &Settings::RunDivX},
+    {&OptionsModel::chkErrors, &Settings::checkFirst},
+    {&OptionsModel::chkDeleteTemp, &Settings::deleteTemp},
+    {&OptionsModel::chkDeleteBmp, &Settings::deleteBmp},
+    {&OptionsModel::chkDeleteDivX, &Settings::deleteDivX},
+    {&OptionsModel::chkAddPauseDivX, &Settings::addPauseDivX},
+    {&OptionsModel::chkAddPauseOverlays, &Settings::addPauseOverlays},
+    {&OptionsModel::chkReplaceExistDivX, &Settings::replaceExistDivX},
+}};
 
 int IndexOf(const std::vector<std::string>& rows, const std::string& text)
 {
@@ -42,17 +59,8 @@ OptionsModel OptionsModel::Load(const Settings& s, const std::filesystem::path& 
     m.lblGuideColor = s.GuideLineColor;
 
     m.MethodForPicToMenu = s.MethodForPicToMenu;
-    m.chkOnlyVD = s.UseOnlyVD;
-    m.chkDonNotInvolveCliExe = s.DonNotInvolveCliExe;
-    m.chkShowDOScli = s.ShowDOScli;
-    m.chkRunDivX = s.RunDivX;
-    m.chkErrors = s.checkFirst;
-    m.chkDeleteTemp = s.deleteTemp;
-    m.chkDeleteBmp = s.deleteBmp;
-    m.chkDeleteDivX = s.deleteDivX;
-    m.chkAddPauseDivX = s.addPauseDivX;
-    m.chkAddPauseOverlays = s.addPauseOverlays;
-    m.chkReplaceExistDivX = s.replaceExistDivX;
+    for (const auto& [box, key] : kCheckBoxes)
+        m.*box = s.*key;
     if (s.NewDivXSaveToFolder == "1" || s.NewDivXSaveToFolder == "2") {
         m.SaveToOption = s.NewDivXSaveToFolder == "1" ? 1 : 2;
     } else {
@@ -112,17 +120,8 @@ void OptionsModel::Apply(Settings& s) const
     s.GuideLineColor = lblGuideColor;
 
     s.MethodForPicToMenu = MethodForPicToMenu;
-    s.UseOnlyVD = chkOnlyVD;
-    s.DonNotInvolveCliExe = chkDonNotInvolveCliExe;
-    s.ShowDOScli = chkShowDOScli;
-    s.RunDivX = chkRunDivX;
-    s.checkFirst = chkErrors;
-    s.deleteTemp = chkDeleteTemp;
-    s.deleteBmp = chkDeleteBmp;
-    s.deleteDivX = chkDeleteDivX;
-    s.addPauseDivX = chkAddPauseDivX;
-    s.addPauseOverlays = chkAddPauseOverlays;
-    s.replaceExistDivX = chkReplaceExistDivX;
+    for (const auto& [box, key] : kCheckBoxes)
+        s.*key = this->*box;
     s.NewDivXSaveToFolder = SaveToOption == 3 ? txtFolder : std::to_string(SaveToOption);
 
     // The separator is no overlay: choosing it keeps the one there was.
