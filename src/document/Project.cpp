@@ -1,6 +1,7 @@
 #include "document/Project.h"
 #include "document/TreeQueries.h"
 
+#include "core/AutoSaveFiles.h"
 #include "core/Paths.h"
 #include "core/Text.h"
 #include "core/Version.h"
@@ -254,6 +255,16 @@ bool Project::CloseOpenFile()
     WindowTitle = WindowTitleFor("");
     ClearUndo();
     SetAutoSaveRunning(false);
+    return true;
+}
+
+bool Project::Unload()
+{
+    if (!AskToSave())
+        return false;
+    DeleteAutoSaveFiles(ProgramFolder());
+    clsIniFile ini(SettingsFilePath(ProgramFolder()).string());
+    SaveValues(Values(), program_.Lang.LangName(), ini);
     return true;
 }
 

@@ -109,6 +109,9 @@ public:
     bool SaveFile(bool saveAs, bool autoSave, const std::string& path = {});
     // False when the user cancelled at the unsaved question.
     bool CloseOpenFile();
+    // The end of the program: offers to save, then deletes the auto-save files and writes the
+    // settings. False when the user cancelled, and the program goes on.
+    bool Unload();
 
     void AddFileToRecent(const std::string& path);
     const std::vector<std::string>& RecentFiles() const { return program_.Values.RecentFiles; }

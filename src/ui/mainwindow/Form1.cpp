@@ -1,6 +1,5 @@
 #include "ui/mainwindow/Form1.h"
 
-#include "core/AutoSaveFiles.h"
 #include "core/Paths.h"
 #include "document/NodeKindsHelp.h"
 #include "document/NodeSelection.h"
@@ -299,16 +298,12 @@ void Form1::KeepLayout()
 
 void Form1::closeEvent(QCloseEvent* event)
 {
-    if (!project_.AskToSave()) {
-        event->ignore();
-        return;
-    }
-    const std::filesystem::path& folder = project_.ProgramFolder();
-    DeleteAutoSaveFiles(folder);
+    // The layout goes into the settings first, so that the end of the program writes it.
     KeepLayout();
-    clsIniFile ini(SettingsFilePath(folder).string());
-    SaveValues(project_.Values(), program_.Lang.LangName(), ini);
-    event->accept();
+    if (project_.Unload())
+        event->accept();
+    else
+        event->ignore();
 }
 
 } // namespace mw
