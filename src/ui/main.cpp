@@ -40,6 +40,6 @@ int main(int argc, char** argv)
         [&window](const mw::ProgressChannel& channel, const std::string& text) { window.ShowProgress(channel, text); });
     forms.Attach(window.CurrentProject(), &window);
     window.show();
-    window.OpenNickFile();
+    window.OpenStartProject();
     return QApplication::exec();
 }

@@ -324,11 +324,11 @@ void Form1Test::progressGoesToTheNamedPanel()
 void Form1Test::nickFileOpensAtStart()
 {
     Window w;
-    w.form->OpenNickFile();
+    w.form->OpenStartProject();
     QCOMPARE(w.Widget<QTreeView>("TreeView1")->model()->rowCount(), 0);
 
     w.WriteProject("nick.xml");
-    w.form->OpenNickFile();
+    w.form->OpenStartProject();
     QVERIFY(w.form->windowTitle().startsWith("nick.xml - "));
     QVERIFY(w.Action("mnuSave")->isEnabled());
 }

@@ -153,7 +153,7 @@ void Form1::mnuAbout_Click()
     dialog.exec();
 }
 
-void Form1::OpenNickFile()
+void Form1::OpenStartProject()
 {
     const std::filesystem::path start = StartProjectFile(project_.ProgramFolder(), program_.FirstStart);
     if (!start.empty())

@@ -32,7 +32,7 @@ public:
 
     Project& CurrentProject() { return project_; }
     // The last step of the start: nick.xml of the program folder, or the demo at the first start.
-    void OpenNickFile();
+    void OpenStartProject();
     // Progress of long work: into the status panel the channel names, else the message area.
     void ShowProgress(const ProgressChannel& channel, const std::string& text);
 
