@@ -1,5 +1,7 @@
 // Inspecting, finding key frames in and grabbing from a one-hour 25 fps AVI with a full index,
 // side by side with ffprobe and ffmpeg on the same file, in one run.
+#include "BenchFixtures.h"
+
 #include "core/ScriptedPrompt.h"
 #include "i18n/LangDoc.h"
 #include "media/FrameGrabber.h"
@@ -8,59 +10,35 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <stdexcept>
 
 namespace {
 
 namespace fs = std::filesystem;
+using mw::bench::Quoted;
+using mw::bench::TimeCommand;
 
 // 720x576 MPEG-4 (DX50), a key frame every 250 frames, 90,000 frames. A flat colour encodes
 // quickly; still the first run takes some minutes, so the file is kept for the next.
 const fs::path& HourMovie()
 {
-    static const fs::path file = [] {
-        const fs::path folder = fs::temp_directory_path() / "menuwright-bench-media";
-        const fs::path movie = folder / "hour.avi";
-        if (fs::exists(movie))
-            return movie;
-        fs::create_directories(folder);
-        const fs::path partial = folder / "hour.partial.avi";
-        const std::string command = "ffmpeg -nostdin -y -loglevel error -f lavfi -i color=c=blue:s=720x576:r=25:d=3600 "
-                                    "-c:v mpeg4 -vtag DX50 -g 250 '" + partial.string() + "'";
-        if (std::system(command.c_str()) != 0)
-            throw std::runtime_error("ffmpeg could not make the one-hour movie");
-        fs::rename(partial, movie);
-        return movie;
-    }();
+    static const fs::path file =
+        mw::bench::FfmpegOnce(mw::bench::BenchFolder("menuwright-bench-media") / "hour.avi",
+                              "-f lavfi -i color=c=blue:s=720x576:r=25:d=3600 -c:v mpeg4 -vtag DX50 -g 250");
     return file;
 }
 
 constexpr long kMiddleFrame = 45125;                 // half a key interval after the key frame 45000
 constexpr const char* kMiddleSeconds = "1805";       // the same frame at 25 fps
 
-std::string Quoted(const fs::path& path)
-{
-    return "'" + path.string() + "'";
-}
-
-void RunCommand(benchmark::State& state, const std::string& command)
-{
-    for (auto _ : state) {
-        if (std::system(command.c_str()) != 0)
-            state.SkipWithError(("failed: " + command).c_str());
-    }
-}
-
 void BM_Media_Process_FfprobeShowStreams(benchmark::State& state)
 {
-    RunCommand(state, "ffprobe -v error -show_streams " + Quoted(HourMovie()) + " >/dev/null");
+    TimeCommand(state, "ffprobe -v error -show_streams " + Quoted(HourMovie()) + " >/dev/null");
 }
 
 void BM_Media_Process_CliTracks(benchmark::State& state)
 {
-    RunCommand(state, std::string("'") + MENUWRIGHT_CLI_PATH + "' tracks " + Quoted(HourMovie()) + " >/dev/null");
+    TimeCommand(state, std::string("'") + MENUWRIGHT_CLI_PATH + "' tracks " + Quoted(HourMovie()) + " >/dev/null");
 }
 
 void BM_Media_LoadStreamsToListView(benchmark::State& state)
@@ -101,15 +79,15 @@ void BM_Media_GrabFrameToPicture(benchmark::State& state)
 void BM_Media_Process_FfmpegGrabMiddle(benchmark::State& state)
 {
     const fs::path out = HourMovie().parent_path() / "ffmpeg-grab.bmp";
-    RunCommand(state, std::string("ffmpeg -nostdin -v error -y -ss ") + kMiddleSeconds + " -i " +
-                          Quoted(HourMovie()) + " -frames:v 1 " + Quoted(out));
+    TimeCommand(state, std::string("ffmpeg -nostdin -v error -y -ss ") + kMiddleSeconds + " -i " +
+                           Quoted(HourMovie()) + " -frames:v 1 " + Quoted(out));
 }
 
 void BM_Media_Process_CliGrabMiddle(benchmark::State& state)
 {
     const fs::path out = HourMovie().parent_path() / "cli-grab.bmp";
-    RunCommand(state, std::string("'") + MENUWRIGHT_CLI_PATH + "' grab " + Quoted(HourMovie()) + " " +
-                          std::to_string(kMiddleFrame) + " -o " + Quoted(out) + " >/dev/null");
+    TimeCommand(state, std::string("'") + MENUWRIGHT_CLI_PATH + "' grab " + Quoted(HourMovie()) + " " +
+                           std::to_string(kMiddleFrame) + " -o " + Quoted(out) + " >/dev/null");
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // Reading, checking, normalising and saving a generated project of about 20,000 nodes, side by
 // side with xmllint parsing the same file, in one run.
+#include "BenchFixtures.h"
 #include "ProjectGenerator.h"
 
 #include "core/ScriptedPrompt.h"
@@ -12,13 +13,13 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 
 namespace {
 
 namespace fs = std::filesystem;
+using mw::bench::TimeCommand;
 
 const fs::path& ProjectFile()
 {
@@ -91,25 +92,16 @@ void BM_Normalize(benchmark::State& state)
     }
 }
 
-// Whole processes, so that start-up counts on both sides alike.
-void RunCommand(benchmark::State& state, const std::string& command)
-{
-    for (auto _ : state) {
-        if (std::system(command.c_str()) != 0)
-            state.SkipWithError(("failed: " + command).c_str());
-    }
-}
-
 void BM_Process_XmllintNoout(benchmark::State& state)
 {
-    RunCommand(state, "xmllint --noout '" + ProjectFile().string() + "'");
+    TimeCommand(state, "xmllint --noout '" + ProjectFile().string() + "'");
 }
 
 void BM_Process_CliResave(benchmark::State& state)
 {
     const fs::path out = ProjectFile().parent_path() / "cli-saved.xml";
-    RunCommand(state, std::string("'") + MENUWRIGHT_CLI_PATH + "' resave '" + ProjectFile().string() + "' -o '" +
-                          out.string() + "' >/dev/null");
+    TimeCommand(state, std::string("'") + MENUWRIGHT_CLI_PATH + "' resave '" + ProjectFile().string() + "' -o '" +
+                           out.string() + "' >/dev/null");
 }
 
 } // namespace

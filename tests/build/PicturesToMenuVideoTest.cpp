@@ -69,6 +69,12 @@ protected:
         return mw::CreateAviFromaPic(picture.string(), Output().string(), fps, audio, mw::kPicToMenuBuiltIn,
                                      settings_, lang_, prompt_);
     }
+    // One frame a picture, at 25 fps and without audio.
+    bool FromPictures(const std::vector<std::string>& pictures)
+    {
+        return mw::CreateAviFromPics(pictures, Output().string(), 25, "", mw::kPicToMenuBuiltIn, settings_, lang_,
+                                     prompt_);
+    }
 
     mw::Settings settings_;
     mw::LangDoc lang_;
@@ -96,8 +102,7 @@ TEST_F(MenuVideo, AListMakesOneFramePerPictureInOrder)
     const std::vector<std::string> pictures = {Picture("red.bmp", 64, 48, Rgb(255, 0, 0)).string(),
                                                Picture("green.bmp", 64, 48, Rgb(0, 255, 0)).string(),
                                                Picture("blue.bmp", 64, 48, Rgb(0, 0, 255)).string()};
-    ASSERT_TRUE(mw::CreateAviFromPics(pictures, Output().string(), 25, "", mw::kPicToMenuBuiltIn, settings_, lang_,
-                                      prompt_));
+    ASSERT_TRUE(FromPictures(pictures));
     EXPECT_EQ(mw::test::ProbeStream(Output(), "v:0").at("nb_read_packets"), "3");
 
     const std::string pixels = mw::test::DecodedFramePixels(Output());
@@ -118,8 +123,7 @@ TEST_F(MenuVideo, AnOversizedPictureIsReportedAndTheRunGoesOn)
     const std::vector<std::string> pictures = {Picture("small.bmp", 320, 240, Rgb(1, 2, 3)).string(),
                                                Picture("wide.bmp", 800, 200, Rgb(4, 5, 6)).string(),
                                                Picture("tall.bmp", 100, 600, Rgb(7, 8, 9)).string()};
-    ASSERT_TRUE(mw::CreateAviFromPics(pictures, Output().string(), 25, "", mw::kPicToMenuBuiltIn, settings_, lang_,
-                                      prompt_));
+    ASSERT_TRUE(FromPictures(pictures));
     EXPECT_EQ(prompt_.Texts(), (std::vector<std::string>{kTooBig, kTooBig}));
     const auto probe = mw::test::ProbeStream(Output(), "v:0");
     EXPECT_EQ(probe.at("nb_read_packets"), "3");
@@ -137,8 +141,7 @@ TEST_F(MenuVideo, FailuresAreToldAndLeaveNoOutput)
     ASSERT_TRUE(FromPicture(black, 25));
     EXPECT_FALSE(FromPicture(scratch_.Path() / "missing.png", 25));
     EXPECT_FALSE(fs::exists(Output())); // the old output was deleted first
-    EXPECT_FALSE(mw::CreateAviFromPics({black, (scratch_.Path() / "gone.bmp").string()}, Output().string(), 25, "",
-                                       mw::kPicToMenuBuiltIn, settings_, lang_, prompt_));
+    EXPECT_FALSE(FromPictures({black, (scratch_.Path() / "gone.bmp").string()}));
     EXPECT_FALSE(fs::exists(Output()));
     EXPECT_FALSE(FromPicture(black, 0));
     EXPECT_FALSE(fs::exists(Output()));

@@ -1,6 +1,5 @@
 // The command line's project commands: what they write, print and how they exit.
-#include "RunCli.h"
-#include "core/ScratchFolder.h"
+#include "CliFixture.h"
 #include "media/TitleTestKit.h"
 
 #include <gtest/gtest.h>
@@ -8,28 +7,23 @@
 namespace {
 
 namespace fs = std::filesystem;
-using mw::test::CommandResult;
 
-class CliProject : public ::testing::Test {
+class CliProject : public mw::test::CliFixture {
 protected:
     void SetUp() override
     {
-        const fs::path fixture = mw::test::ShortMovie();
-        if (fixture.empty())
+        movie = CopyMovie(mw::test::ShortMovie(), "movie.avi");
+        if (movie.empty())
             GTEST_SKIP() << "ffmpeg is not available";
-        movie = folder.Path() / "movie.avi";
-        fs::copy_file(fixture, movie);
     }
-    CommandResult Cli(const std::string& arguments) const { return mw::test::RunCli(folder.Path(), arguments); }
     std::string Saved(const std::string& name) const { return mw::test::ReadAll(folder.Path() / name); }
 
-    mw::test::ScratchFolder folder;
     fs::path movie;
 };
 
 TEST_F(CliProject, NewTakesTheDialogsDefaultsOrTheChosenOnes)
 {
-    const CommandResult r = Cli("new movie.avi -o project");
+    const CommandResult r = Run("new movie.avi -o project");
     EXPECT_EQ(r.Exit, 0);
     EXPECT_EQ(r.Out, "");
     const std::string xml = Saved("project.xml"); // the name gets its extension
@@ -37,13 +31,13 @@ TEST_F(CliProject, NewTakesTheDialogsDefaultsOrTheChosenOnes)
                                     std::string("defaultAudioTrack=\"01wb\" defaultSubtitleTrack=\"none\""),
                                     "location=\"" + movie.string() + "\"", std::string("strn=\"Audio - en-US;02\"")})
         EXPECT_NE(xml.find(part), std::string::npos) << part;
-    EXPECT_EQ(Cli("check project.xml").Exit, 0);
+    EXPECT_EQ(Run("check project.xml").Exit, 0);
 
     for (const auto& [options, expected] :
          {std::pair{"--default-audio none --lang de", "defaultMenuLanguage=\"de\""},
           std::pair{"--default-audio none", "defaultAudioTrack=\"none\""},
           std::pair{"--default-audio 1 --default-subtitle none", "defaultAudioTrack=\"01wb\""}}) {
-        ASSERT_EQ(Cli(std::string("new movie.avi -o chosen.xml ") + options).Exit, 0);
+        ASSERT_EQ(Run(std::string("new movie.avi -o chosen.xml ") + options).Exit, 0);
         EXPECT_NE(Saved("chosen.xml").find(expected), std::string::npos) << options;
     }
     EXPECT_NE(Saved("chosen.xml").find("defaultMenuLanguage=\"en\""), std::string::npos); // --lang was for one run
@@ -56,14 +50,14 @@ TEST_F(CliProject, NewRefusesWhatItCannotDo)
           "new movie.avi -o x.xml --default-subtitle 1", "new movie.avi -o x.xml --default-audio one",
           "new movie.avi -o x.xml --lang", "new movie.avi movie.avi -o x.xml"}) {
         SCOPED_TRACE(arguments);
-        EXPECT_EQ(Cli(arguments).Exit, 2);
+        EXPECT_EQ(Run(arguments).Exit, 2);
         EXPECT_FALSE(fs::exists(folder.Path() / "x.xml"));
     }
 }
 
 TEST_F(CliProject, NewThatCannotBeSavedExitsThree)
 {
-    const CommandResult r = Cli("new movie.avi -o no/such/folder/x.xml");
+    const CommandResult r = Run("new movie.avi -o no/such/folder/x.xml");
     EXPECT_EQ(r.Exit, 3);
     EXPECT_NE(r.Out.find("Could not save"), std::string::npos) << r.Out;
 }

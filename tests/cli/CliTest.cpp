@@ -1,14 +1,12 @@
 // The command line's contract, which other tools script: texts on standard output, exit codes,
 // files written.
-#include "RunCli.h"
-#include "core/ScratchFolder.h"
+#include "CliFixture.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 namespace fs = std::filesystem;
-using mw::test::CommandResult;
 using mw::test::ReadAll;
 
 const char* kProject = R"(<DivXMediaManager menuVersion="1" objectID="1" defaultMenuLanguage="en" version="1.0">
@@ -29,16 +27,13 @@ const char* kProject = R"(<DivXMediaManager menuVersion="1" objectID="1" default
 </DivXMediaManager>
 )";
 
-class Cli : public ::testing::Test {
+class Cli : public mw::test::CliFixture {
 protected:
     void SetUp() override
     {
         folder.Write("movie.avi", "");
         folder.Write("project.xml", kProject);
     }
-    CommandResult Run(const std::string& arguments) const { return mw::test::RunCli(folder.Path(), arguments); }
-
-    mw::test::ScratchFolder folder;
 };
 
 TEST_F(Cli, HelpVersionAndBadCommandLines)

@@ -1,7 +1,6 @@
 // The title and chapter commands of the command line: a project taken from "new" through every
 // chapter mode, a refresh and a removal to a file that checks clean.
-#include "cli/RunCli.h"
-#include "core/ScratchFolder.h"
+#include "cli/CliFixture.h"
 #include "media/TitleTestKit.h"
 
 #include <gtest/gtest.h>
@@ -9,24 +8,18 @@
 namespace {
 
 namespace fs = std::filesystem;
-using mw::test::CommandResult;
-using mw::test::Quoted;
 
 // A project made by "new" around a minute of movie, with a short movie beside it.
-class CliTitles : public ::testing::Test {
+class CliTitles : public mw::test::CliFixture {
 protected:
     void SetUp() override
     {
-        const fs::path minute = mw::test::ChapterMovie();
-        const fs::path shorter = mw::test::ShortMovie();
-        if (minute.empty() || shorter.empty())
+        if (CopyMovie(mw::test::ChapterMovie(), "movie.avi").empty() ||
+            CopyMovie(mw::test::ShortMovie(), "short.avi").empty())
             GTEST_SKIP() << "ffmpeg could not make the movies";
-        fs::copy_file(minute, Movie());
-        fs::copy_file(shorter, Short());
         ASSERT_EQ(Run("new " + Quoted(Movie()) + " -o " + Quoted(Project())).Exit, 0);
     }
 
-    CommandResult Run(const std::string& arguments) { return mw::test::RunCli(folder.Path(), arguments); }
     // A command on the project.
     CommandResult On(const std::string& command, const std::string& rest)
     {
@@ -37,8 +30,6 @@ protected:
     fs::path Movie() const { return folder.Path() / "movie.avi"; }
     fs::path Short() const { return folder.Path() / "short.avi"; }
     fs::path Project() const { return folder.Path() / "project.xml"; }
-
-    mw::test::ScratchFolder folder;
 };
 
 } // namespace

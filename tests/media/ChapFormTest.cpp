@@ -12,7 +12,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using mw::ChapMode;
-using mw::test::TitleProject;
 
 using Pairs = std::vector<std::pair<long, long>>;
 using Texts = std::vector<std::string>;
@@ -26,17 +25,7 @@ Pairs Frames(const mw::ChapForm& form)
 }
 
 // A project started on the minute movie: title 6, 1500 frames at 25 fps.
-class ChapFormTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        REQUIRE_MOVIE(movie);
-        p.StartWith(movie);
-    }
-
-    const fs::path movie = mw::test::ChapterMovie();
-    TitleProject p;
-};
+class ChapFormTest : public mw::test::StartedProjectTest<mw::test::ChapterMovie> {};
 
 } // namespace
 
@@ -114,7 +103,7 @@ TEST(ChapFormDivision, RoundsAFractionOfAFrameUp)
     };
     for (const auto& [movie, mode, value, caption, tag] : cases) {
         SCOPED_TRACE(movie.filename().string() + " " + value);
-        TitleProject p;
+        mw::test::TitleProject p;
         p.StartWith(movie);
         mw::ChapForm form = p.OpenChapForm();
         form.Mode = mode;

@@ -15,12 +15,11 @@ namespace {
 
 namespace fs = std::filesystem;
 using mw::ChapMode;
-using mw::test::TitleProject;
 using Pairs = std::vector<std::pair<long, long>>;
 using Texts = std::vector<std::string>;
 
 // Chapters as the dialog makes them from a count or a number of minutes.
-void DivideChapters(TitleProject& p, ChapMode mode, const char* value)
+void DivideChapters(mw::test::TitleProject& p, ChapMode mode, const char* value)
 {
     mw::ChapForm form = p.OpenChapForm();
     form.Mode = mode;
@@ -50,17 +49,7 @@ Texts ChapterIds(const mw::DocNode& title)
 }
 
 // A project started on the minute movie (1500 frames, a key frame every 25): title 6, source 7.
-class Chapters : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        REQUIRE_MOVIE(movie);
-        p.StartWith(movie);
-    }
-
-    const fs::path movie = mw::test::ChapterMovie();
-    TitleProject p;
-};
+class Chapters : public mw::test::StartedProjectTest<mw::test::ChapterMovie> {};
 
 } // namespace
 
@@ -110,7 +99,7 @@ TEST(ChapterDivision, EachChapterEndsBeforeTheNearestKeyFrame)
     };
     for (const auto& [mode, value, frames] : cases) {
         SCOPED_TRACE(value);
-        TitleProject p;
+        mw::test::TitleProject p;
         p.StartWith(movie);
         DivideChapters(p, mode, value);
         EXPECT_EQ(ChapterFrames(p.Node(6)), frames);

@@ -10,39 +10,42 @@
 
 namespace mw::test {
 
+// ffmpeg's MPEG-4 encoder under the DX50 tag, as in the projects' movies; options follow the codec.
+inline std::filesystem::path Dx50Movie(const std::string& name, const std::string& inputs, const std::string& options)
+{
+    return FfmpegFixture(name, inputs + " -c:v mpeg4 -vtag DX50 " + options);
+}
+
 // 2 s of DX50 at 25 fps, 320x240, with two MP3 streams named as projects name them: 48 kHz
 // "Audio - en-US;02" and 44.1 kHz "Audio - de-DE;03".
 inline std::filesystem::path PalMovieWithTwoMp3()
 {
-    return FfmpegFixture("pal-two-mp3.avi",
-                         "-f lavfi -i color=c=blue:s=320x240:r=25:d=2 -f lavfi -i sine=f=440:r=48000:d=2 "
-                         "-f lavfi -i sine=f=220:r=44100:d=2 -map 0 -map 1 -map 2 -c:v mpeg4 -vtag DX50 -g 12 "
-                         "-c:a libmp3lame -b:a 128k -metadata:s:a:0 'title=Audio - en-US;02' "
-                         "-metadata:s:a:1 'title=Audio - de-DE;03'");
+    return Dx50Movie("pal-two-mp3.avi",
+                     "-f lavfi -i color=c=blue:s=320x240:r=25:d=2 -f lavfi -i sine=f=440:r=48000:d=2 "
+                     "-f lavfi -i sine=f=220:r=44100:d=2 -map 0 -map 1 -map 2",
+                     "-g 12 -c:a libmp3lame -b:a 128k -metadata:s:a:0 'title=Audio - en-US;02' "
+                     "-metadata:s:a:1 'title=Audio - de-DE;03'");
 }
 
 // 48 frames of DX50 at 24000/1001 fps, 352x240.
 inline std::filesystem::path NtscMovie()
 {
-    return FfmpegFixture("ntsc.avi", "-f lavfi -i color=c=red:s=352x240:r=24000/1001 -frames:v 48 "
-                                     "-c:v mpeg4 -vtag DX50");
+    return Dx50Movie("ntsc.avi", "-f lavfi -i color=c=red:s=352x240:r=24000/1001", "-frames:v 48");
 }
 
 // 25 chunks of 64x48 DX50 at 25 fps whose grey level tells the frame: 16 + 8 n. Frames 10 to
 // 14 are dropped (empty chunks); a key frame every 8 coded frames gives keys at 0, 8 and 21.
 inline std::filesystem::path DroppedFramesMovie()
 {
-    return FfmpegFixture("dropped.avi", "-f lavfi -i \"color=c=black:s=64x48:r=25:d=1,format=gray,"
-                                        "geq=lum='16+8*N'\" -vf \"select='not(between(n,10,14))'\" "
-                                        "-fps_mode passthrough -c:v mpeg4 -vtag DX50 -g 8 "
-                                        "-sc_threshold 1000000000 -q:v 2");
+    return Dx50Movie("dropped.avi", "-f lavfi -i \"color=c=black:s=64x48:r=25:d=1,format=gray,geq=lum='16+8*N'\"",
+                     "-vf \"select='not(between(n,10,14))'\" -fps_mode passthrough -g 8 "
+                     "-sc_threshold 1000000000 -q:v 2");
 }
 
 // 4 s of FFmpeg's coloured test picture, 64x48 DX50 at 25 fps, a key frame every 50 frames.
 inline std::filesystem::path TestPictureMovie()
 {
-    return FfmpegFixture("testsrc.avi", "-f lavfi -i testsrc=s=64x48:r=25:d=4 -c:v mpeg4 -vtag DX50 -g 50 "
-                                        "-sc_threshold 1000000000");
+    return Dx50Movie("testsrc.avi", "-f lavfi -i testsrc=s=64x48:r=25:d=4", "-g 50 -sc_threshold 1000000000");
 }
 
 // 3 s of 720x576 DX50 at 25 fps with an XSUB stream named "Subtitle - en-US;02", made from a
@@ -70,8 +73,8 @@ inline std::filesystem::path XsubMovie()
                                muxed.string() + "' 2>/dev/null";
     if (std::system(spumux.c_str()) != 0)
         return {};
-    return FfmpegFixture("xsub.avi", "-i '" + muxed.string() + "' -map 0:v -map 0:s -c:v mpeg4 -vtag DX50 "
-                                     "-c:s xsub -metadata:s:s:0 'title=Subtitle - en-US;02'");
+    return Dx50Movie("xsub.avi", "-i '" + muxed.string() + "' -map 0:v -map 0:s",
+                     "-c:s xsub -metadata:s:s:0 'title=Subtitle - en-US;02'");
 }
 
 } // namespace mw::test

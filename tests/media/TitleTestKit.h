@@ -17,6 +17,8 @@
 #include "media/NewTitleForm.h"
 #include "media/mAVIDecs.h"
 
+#include <gtest/gtest.h>
+
 #include <deque>
 #include <functional>
 
@@ -115,6 +117,20 @@ public:
     ScriptedPrompt prompt;
     ScriptedForms forms;
     Project project;
+};
+
+// A test on a project started on one of the shared movies, skipped when ffmpeg could not make it.
+template <std::filesystem::path (*MakeMovie)()>
+class StartedProjectTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        REQUIRE_MOVIE(movie);
+        p.StartWith(movie);
+    }
+
+    const std::filesystem::path movie = MakeMovie();
+    TitleProject p;
 };
 
 // A menu of a language whose one button plays a title (and a chapter of it, when given).

@@ -49,17 +49,7 @@ public:
 
 // A project started on the short movie: title 6, source 7, tracks 8 and 9, the name's
 // translation 4 and 5 and the audio track's 10 and 11.
-class Titles : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        REQUIRE_MOVIE(movie);
-        p.StartWith(movie);
-    }
-
-    const fs::path movie = mw::test::ShortMovie();
-    TitleProject p;
-};
+class Titles : public mw::test::StartedProjectTest<mw::test::ShortMovie> {};
 
 } // namespace
 

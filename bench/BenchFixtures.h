@@ -1,0 +1,49 @@
+#pragma once
+
+// The files the benchmarks work on, made once and kept between runs under the system's temporary
+// folder, and the timing of whole processes.
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+namespace mw::bench {
+
+// A folder of the benchmark's own, created when missing.
+inline std::filesystem::path BenchFolder(const std::string& name)
+{
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / name;
+    std::filesystem::create_directories(folder);
+    return folder;
+}
+
+inline std::string Quoted(const std::filesystem::path& path) { return "'" + path.string() + "'"; }
+
+// Makes file with `ffmpeg <arguments>` unless an earlier run left it. ffmpeg writes a partial file
+// that is renamed when it is done, so that a run cut short leaves nothing to be taken as whole.
+inline std::filesystem::path FfmpegOnce(const std::filesystem::path& file, const std::string& arguments)
+{
+    if (std::filesystem::exists(file))
+        return file;
+    std::filesystem::path partial = file;
+    partial.replace_extension(".partial" + file.extension().string());
+    const std::string command = "ffmpeg -nostdin -y -loglevel error " + arguments + " " + Quoted(partial);
+    if (std::system(command.c_str()) != 0)
+        throw std::runtime_error("ffmpeg could not make " + file.string());
+    std::filesystem::rename(partial, file);
+    return file;
+}
+
+// Whole processes, so that start-up counts on both sides alike.
+inline void TimeCommand(benchmark::State& state, const std::string& command)
+{
+    for (auto _ : state) {
+        if (std::system(command.c_str()) != 0)
+            state.SkipWithError(("failed: " + command).c_str());
+    }
+}
+
+} // namespace mw::bench
