@@ -77,30 +77,32 @@ void AppendComment(pugi::xml_node element, const std::string& text)
     element.append_child(pugi::node_comment).set_value(text.c_str());
 }
 
-// What differs between a project file, an undo string and a template.
-struct WriteVariant {
-    bool PadEnd;                // the padding's blank behind the text
-    bool RowComments;           // comment rows come back as comments
-    const Document* Standalone; // set for a template: backgroundVideoID is resolved against it
-};
+// How the extra info of an element is written: not at all (the root's own children in a project
+// file), padded in front only (the top of an undo string) or at both ends.
+enum class TagPadding { None, Start, Full };
 
 class XmlWriter {
 public:
-    explicit XmlWriter(WriteVariant variant) : variant_(variant) {}
+    // Set for a template: backgroundVideoID rows are resolved against this project.
+    explicit XmlWriter(const Document* standalone = nullptr) : standalone_(standalone) {}
 
     std::string Error;
 
     pugi::xml_node CreateElement(pugi::xml_node parent, const DocNode& node);
-    // The element of a node with children, its extra info first when `withTag`, then its content.
-    bool WriteElement(DocNode& node, pugi::xml_node parent, bool withTag);
-    bool WriteChildren(DocNode& node, pugi::xml_node element);
+    // The element of a node with children: its extra info first, then its content.
+    bool WriteElement(DocNode& node, pugi::xml_node parent, TagPadding padding);
+    // An undo string or a template: the node's own rows go without their comments, and its
+    // child elements with `padding`; below them everything is written as in a project file.
+    bool WriteSubtree(DocNode& node, pugi::xml_node parent, TagPadding padding);
     // A row holding "=" becomes an attribute; one whose name is no XML name is dropped silently.
     bool WriteRow(const DocNode& row, pugi::xml_node element);
 
 private:
+    pugi::xml_node CreateTaggedElement(DocNode& node, pugi::xml_node parent, TagPadding padding);
+    bool WriteChildren(DocNode& node, pugi::xml_node element);
     bool WriteStandaloneBackground(pugi::xml_node element, const std::string& name, const std::string& id);
 
-    WriteVariant variant_;
+    const Document* standalone_;
 };
 
 pugi::xml_node XmlWriter::CreateElement(pugi::xml_node parent, const DocNode& node)
@@ -112,27 +114,44 @@ pugi::xml_node XmlWriter::CreateElement(pugi::xml_node parent, const DocNode& no
     return parent.append_child(node.Text.c_str());
 }
 
-bool XmlWriter::WriteElement(DocNode& node, pugi::xml_node parent, bool withTag)
+pugi::xml_node XmlWriter::CreateTaggedElement(DocNode& node, pugi::xml_node parent, TagPadding padding)
 {
     const pugi::xml_node element = CreateElement(parent, node);
-    if (!element)
-        return false;
-    if (withTag && !node.Tag.empty()) {
-        node.Tag = PaddedTag(node.Tag, variant_.PadEnd);
+    if (element && padding != TagPadding::None && !node.Tag.empty()) {
+        node.Tag = PaddedTag(node.Tag, padding == TagPadding::Full);
         AppendComment(element, node.Tag);
     }
-    return WriteChildren(node, element);
+    return element;
+}
+
+bool XmlWriter::WriteElement(DocNode& node, pugi::xml_node parent, TagPadding padding)
+{
+    const pugi::xml_node element = CreateTaggedElement(node, parent, padding);
+    return element && WriteChildren(node, element);
+}
+
+bool XmlWriter::WriteSubtree(DocNode& node, pugi::xml_node parent, TagPadding padding)
+{
+    const pugi::xml_node element = CreateTaggedElement(node, parent, padding);
+    if (!element)
+        return false;
+    for (const auto& child : node) {
+        const bool written = child->HasChildren() ? WriteElement(*child, element, padding) : WriteRow(*child, element);
+        if (!written)
+            return false;
+    }
+    return true;
 }
 
 bool XmlWriter::WriteChildren(DocNode& node, pugi::xml_node element)
 {
     for (const auto& child : node) {
         if (child->HasChildren()) {
-            if (!WriteElement(*child, element, true))
+            if (!WriteElement(*child, element, TagPadding::Full))
                 return false;
             continue;
         }
-        if (variant_.RowComments && !child->Tag.empty()) {
+        if (!child->Tag.empty()) {
             child->Tag = PaddedRowTag(child->Tag);
             AppendComment(element, child->Tag);
         }
@@ -150,7 +169,7 @@ bool XmlWriter::WriteRow(const DocNode& row, pugi::xml_node element)
     if (!IsXmlName(name))
         return true;
     const std::string value = RowValue(row.Text);
-    if (variant_.Standalone && EqualsNoCase(name, "backgroundVideoID"))
+    if (standalone_ && EqualsNoCase(name, "backgroundVideoID"))
         return WriteStandaloneBackground(element, name, value);
     SetAttribute(element, name, value);
     return true;
@@ -158,7 +177,7 @@ bool XmlWriter::WriteRow(const DocNode& row, pugi::xml_node element)
 
 bool XmlWriter::WriteStandaloneBackground(pugi::xml_node element, const std::string& name, const std::string& id)
 {
-    const Document& doc = *variant_.Standalone;
+    const Document& doc = *standalone_;
     const DocNode* track = doc.Tree.ObjectNode(id);
     const DocNode* source = track ? doc.Tree.ObjectNode(GetPropertyInNode(*track, "mediaSourceID")) : nullptr;
     if (!source) {
@@ -203,7 +222,7 @@ bool SaveTreeToFile(DocTree& tree, const std::string& path, std::string& error)
         error = "The project is empty, so there is nothing to save.";
         return false;
     }
-    XmlWriter writer({true, true, nullptr});
+    XmlWriter writer;
     pugi::xml_document xml;
     const DocNode& root = *nodes.front();
     const pugi::xml_node rootElement = writer.CreateElement(xml, root);
@@ -217,7 +236,7 @@ bool SaveTreeToFile(DocTree& tree, const std::string& path, std::string& error)
         DocNode& node = *nodes[i];
         if (!node.Parent() || node.Parent()->Text != root.Text)
             continue;
-        const bool written = node.HasChildren() ? writer.WriteElement(node, rootElement, false)
+        const bool written = node.HasChildren() ? writer.WriteElement(node, rootElement, TagPadding::None)
                                                 : writer.WriteRow(node, rootElement);
         if (!written) {
             error = writer.Error;
@@ -229,9 +248,9 @@ bool SaveTreeToFile(DocTree& tree, const std::string& path, std::string& error)
 
 std::string NodeToXmlString(DocNode& node)
 {
-    XmlWriter writer({false, false, nullptr});
+    XmlWriter writer;
     pugi::xml_document xml;
-    if (!writer.WriteElement(node, xml, true))
+    if (!writer.WriteSubtree(node, xml, TagPadding::Start))
         return "";
     std::ostringstream out;
     xml.save(out, "", pugi::format_raw | pugi::format_no_declaration);
@@ -240,9 +259,9 @@ std::string NodeToXmlString(DocNode& node)
 
 bool SaveNodeToTemplate(const Document& doc, DocNode& node, const std::string& path, std::string& error)
 {
-    XmlWriter writer({true, false, &doc});
+    XmlWriter writer(&doc);
     pugi::xml_document xml;
-    if (!writer.WriteElement(node, xml, true)) {
+    if (!writer.WriteSubtree(node, xml, TagPadding::Full)) {
         error = writer.Error;
         return false;
     }

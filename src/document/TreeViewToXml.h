@@ -11,12 +11,14 @@ namespace mw {
 // old one as it was; `error` then says why. Padded comment texts are stored back into the Tags.
 bool SaveTreeToFile(DocTree& tree, const std::string& path, std::string& error);
 
-// One subtree as a line of raw XML, which LoadXmlString reads back (undo keeps these).
-// Comment rows are not part of it. Empty when an element name is not a valid XML name.
+// One subtree as a line of raw XML, which LoadXmlString reads back (undo keeps these). The
+// node's own comment rows are not part of it; those of the elements below it are. Empty when an
+// element name is not a valid XML name.
 std::string NodeToXmlString(DocNode& node);
 
 // Writes a subtree as a template file that stands without its project: a backgroundVideoID row
 // is written as the absolute path of the video, with the track's startFrame and endFrame beside it.
+// Comment rows are written as by NodeToXmlString.
 bool SaveNodeToTemplate(const Document& doc, DocNode& node, const std::string& path, std::string& error);
 
 } // namespace mw

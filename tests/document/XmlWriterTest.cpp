@@ -119,7 +119,7 @@ TEST(SaveTreeToFile, PadsCommentsAndStoresThePaddingBack)
     }
 }
 
-TEST(NodeToXmlString, WritesRawXmlWithoutCommentRows)
+TEST(NodeToXmlString, WritesRawXmlWithCommentRowsOnlyBelowTheTop)
 {
     DocTree tree;
     DocNode& menu = Element(tree, nullptr, "k20", "DivXMediaMenu", "<Menuwright Color1='1'/>");
@@ -128,9 +128,11 @@ TEST(NodeToXmlString, WritesRawXmlWithoutCommentRows)
     DocNode& button = Element(tree, &menu, "k21", "buttonmenu", "-y");
     Row(tree, button, "objectID = 21");
     Row(tree, button, "kept", "kept");
+    Row(tree, Element(tree, &button, "k22", "action", "z"), "objectID = 22");
     Row(tree, menu, "menuName = x < y");
     EXPECT_EQ(mw::NodeToXmlString(menu), R"(<DivXMediaMenu objectID="20" a="b" menuName="x &lt; y">)"
                                          R"(<!-- <Menuwright Color1='1'/>--><buttonmenu objectID="21"><!-- -y-->)"
+                                         R"(<!-- kept --><action objectID="22"><!-- z --></action>)"
                                          R"(</buttonmenu></DivXMediaMenu>)");
     button.Text = "1st";
     EXPECT_EQ(mw::NodeToXmlString(menu), ""); // no XML name
@@ -183,7 +185,9 @@ TEST(SaveNodeToTemplate, BackgroundVideoBecomesThePathOfItsFile)
     Row(tree, menu, "backgroundVideoID = 16");
     Row(tree, menu, "menuType = title");
     Row(tree, menu, "by hand", "by hand");
-    Row(tree, Element(tree, &menu, "k31", "ButtonMenu"), "objectID = 31");
+    DocNode& button = Element(tree, &menu, "k31", "ButtonMenu");
+    Row(tree, button, "objectID = 31");
+    Row(tree, button, "note", "note");
 
     const ScratchFolder scratch;
     const fs::path file = scratch.Path() / "t.xml";
@@ -193,7 +197,9 @@ TEST(SaveNodeToTemplate, BackgroundVideoBecomesThePathOfItsFile)
                                  R"(<DivXMediaMenu objectID="30" startFrame="0" endFrame="99" )"
                                  R"(backgroundVideoID="/home/u/proj/menus/bg.avi" menuType="title">)",
                                  R"(	<!-- <Menuwright frame='3'/> -->)",
-                                 R"(	<ButtonMenu objectID="31" />)",
+                                 R"(	<ButtonMenu objectID="31">)",
+                                 R"(		<!-- note -->)",
+                                 R"(	</ButtonMenu>)",
                                  R"(</DivXMediaMenu>)",
                              }));
 
