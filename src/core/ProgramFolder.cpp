@@ -21,6 +21,14 @@ std::optional<std::string> Variable(const char* name)
 
 bool IsSet(const std::optional<std::string>& value) { return value && !value->empty(); }
 
+// A copy of the program with its files beside it, as the build tree and an unpacked archive are.
+bool IsPortableCopy(const fs::path& folder, const ProgramEnvironment& env)
+{
+    std::error_code ec;
+    return !folder.empty() && env.IsWritable(folder) &&
+           fs::is_regular_file(folder / (std::string(kDefaultLangFileStem) + ".xml"), ec);
+}
+
 fs::path UserDataFolder(const ProgramEnvironment& env)
 {
     // The XDG rules ignore a relative XDG_DATA_HOME.
@@ -71,7 +79,7 @@ fs::path ResolveProgramFolder(const fs::path& executablePath, const ProgramEnvir
         return fs::path(*env.MenuwrightHome);
 
     const fs::path executableFolder = executablePath.parent_path();
-    if (!executableFolder.empty() && env.IsWritable(executableFolder))
+    if (IsPortableCopy(executableFolder, env))
         return executableFolder;
 
     const fs::path dataFolder = UserDataFolder(env);

@@ -7,6 +7,11 @@
 
 namespace mw {
 
+// What a program folder holds besides the settings: the English language file, which the build
+// puts beside the program and an installed copy ships, and the library of overlay bitmaps.
+inline constexpr const char* kDefaultLangFileStem = "English.Menuwright.exe";
+inline constexpr const char* kOverlaysFolder = "overlays";
+
 // True when files can be created in the folder.
 bool FolderIsWritable(const std::filesystem::path& folder);
 
@@ -22,8 +27,9 @@ struct ProgramEnvironment {
 };
 
 // The folder that holds the settings, the language files, the auto-save files and nick.xml:
-// MENUWRIGHT_HOME when set; else the executable's folder when it is writable (a portable copy);
-// else $XDG_DATA_HOME/Menuwright or ~/.local/share/Menuwright. The last one is created when
+// MENUWRIGHT_HOME when set; else the executable's folder when it is writable and holds the
+// English language file (a portable copy: a writable install prefix such as ~/.local/bin lacks
+// it); else $XDG_DATA_HOME/Menuwright or ~/.local/share/Menuwright. The last one is created when
 // missing and gets every shipped resource it does not hold yet.
 std::filesystem::path ResolveProgramFolder(const std::filesystem::path& executablePath,
                                            const ProgramEnvironment& env = ProgramEnvironment::FromProcess(),

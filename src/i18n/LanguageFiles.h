@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/ProgramFolder.h"
 #include "core/Version.h"
 #include "i18n/LangDoc.h"
 
@@ -9,8 +10,6 @@
 #include <vector>
 
 namespace mw {
-
-inline constexpr const char* kDefaultLangFileStem = "English.Menuwright.exe";
 
 // The interface language of the running program: the loaded language file and its stem (the
 // file name without ".xml"), both found in the program folder.

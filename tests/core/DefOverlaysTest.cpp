@@ -19,11 +19,11 @@ TEST(DefOverlays, ShapesAndSeparatorWithoutOverlaysFolder)
 TEST(DefOverlays, PicturesFollowByNameAndOtherFilesAreLeftOut)
 {
     ScratchFolder scratch;
-    scratch.Write("Overlays/star.bmp", "x");
-    scratch.Write("Overlays/Arrow.BMP", "x");
-    scratch.Write("Overlays/ball.bmp", "x");
-    scratch.Write("Overlays/notes.txt", "x");
-    scratch.Write("Overlays/inner.bmp/keep.bmp", "x"); // a folder named like a picture
+    scratch.Write("overlays/star.bmp", "x");
+    scratch.Write("overlays/Arrow.BMP", "x");
+    scratch.Write("overlays/ball.bmp", "x");
+    scratch.Write("overlays/notes.txt", "x");
+    scratch.Write("overlays/inner.bmp/keep.bmp", "x"); // a folder named like a picture
     EXPECT_EQ(mw::LoadDefOverlays(scratch.Path()),
               (Rows{"|Shape1", "|Oval", "|Rectangle", "=================", "Arrow.BMP", "ball.bmp", "star.bmp"}));
 }

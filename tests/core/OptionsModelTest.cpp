@@ -74,7 +74,7 @@ TEST_F(Options, SeparatorRowKeepsDefOverlay)
 
 TEST_F(Options, OverlayPictureIsChosenByName)
 {
-    scratch.Write("Overlays/star.bmp", "x");
+    scratch.Write("overlays/star.bmp", "x");
     settings.DefOverlay = "star.bmp";
     EXPECT_EQ(Load().List1Index, 4);
 }

@@ -1,5 +1,6 @@
 #include "core/settings/DefOverlays.h"
 
+#include "core/ProgramFolder.h"
 #include "core/Text.h"
 
 #include <algorithm>
@@ -11,7 +12,7 @@ std::vector<std::string> LoadDefOverlays(const std::filesystem::path& programFol
     std::vector<std::string> rows{"|Shape1", "|Oval", "|Rectangle", kOverlaySeparator};
     std::vector<std::string> pictures;
     std::error_code ec;
-    for (const auto& entry : std::filesystem::directory_iterator(programFolder / "Overlays", ec)) {
+    for (const auto& entry : std::filesystem::directory_iterator(programFolder / kOverlaysFolder, ec)) {
         const std::string name = entry.path().filename().string();
         if (entry.is_regular_file(ec) && EndsWithNoCase(name, ".bmp"))
             pictures.push_back(name);

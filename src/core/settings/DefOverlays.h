@@ -10,7 +10,7 @@ namespace mw {
 inline constexpr const char* kOverlaySeparator = "=================";
 
 // The overlays a button can get by default: the drawn shapes, the separator, then the pictures
-// of <program folder>/Overlays by file name.
+// of <program folder>/overlays by file name.
 std::vector<std::string> LoadDefOverlays(const std::filesystem::path& programFolder);
 
 } // namespace mw
