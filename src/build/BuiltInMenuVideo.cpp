@@ -5,14 +5,13 @@
 #include "build/PicToMenuSteps.h"
 #include "build/cAVICreator.h"
 #include "core/NumberText.h"
+#include "core/Version.h"
 
 #include <filesystem>
 
 namespace mw {
 
 namespace {
-
-constexpr const char* kStreamName = "video from Menuwright";
 
 struct MenuVideoJob {
     const std::vector<std::string>& Pictures;
@@ -34,7 +33,7 @@ bool WriteMenuVideo(const MenuVideoJob& job, const Settings& settings, const Lan
     avi.bitsPerPixel = 24;
     avi.FrameDuration = 1;
     avi.dwRate = MenuVideoRate(job.Fps);
-    avi.name = kStreamName;
+    avi.name = std::string("video from ") + kAppTitle; // the executable's base name
     DebugCheckpoint(settings, prompt, "After load");
 
     std::string error;

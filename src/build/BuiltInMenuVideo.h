@@ -11,7 +11,7 @@ namespace mw {
 
 // Our own route from pictures to a menu video (MethodForPicToMenu 2): the pictures are
 // encoded to MPEG-4 under the FourCC "divx" and written straight into the output, with the
-// audio file, when given and present, as a second stream. The caller has settled the names
+// audio file, when given and present, as a second stream that ends with the video. The caller has settled the names
 // and deleted an old output. True on success; on failure the message has been shown and no
 // output is left behind.
 

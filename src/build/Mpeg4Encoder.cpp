@@ -85,7 +85,8 @@ bool Mpeg4Encoder::Open(int width, int height, std::uint32_t rate, std::uint32_t
     c->thread_count = static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u,
                                                   static_cast<unsigned>((height + 15) / 16)));
     if (const int rc = avcodec_open2(c, codec, nullptr); rc < 0) {
-        error = AvError(rc);
+        error = "the MPEG-4 encoder refuses frames of " + std::to_string(width) + "x" + std::to_string(height) +
+                " (" + AvError(rc) + ")";
         return false;
     }
 

@@ -5,13 +5,15 @@
 #include "core/Text.h"
 
 #include <filesystem>
-#include <limits>
+#include <utility>
 
 namespace mw {
 
-std::string AviCreatorError::Description() const
+namespace {
+
+std::string CodeText(int code)
 {
-    switch (code_) {
+    switch (code) {
     case 1:
         return "File not found";
     case 2:
@@ -37,8 +39,15 @@ std::string AviCreatorError::Description() const
     case 12:
         return "Failed to add image to the AVI Stream.";
     default:
-        return "Unexpected error " + std::to_string(code_);
+        return "Unexpected error " + std::to_string(code);
     }
+}
+
+} // namespace
+
+std::string AviCreatorError::Description() const
+{
+    return reason_.empty() ? CodeText(code_) : CodeText(code_) + ": " + reason_;
 }
 
 bool IsMpeg4Handler(std::uint32_t fourCC)
@@ -100,7 +109,7 @@ bool cAVICreator::CreateFromCollection()
 
 bool cAVICreator::Fail(int code)
 {
-    lastError_ = AviCreatorError(code);
+    lastError_ = AviCreatorError(code, std::exchange(reason_, {}));
     return false;
 }
 
@@ -145,6 +154,7 @@ bool cAVICreator::StreamCreate(const cDIB& firstBitmap)
 {
     StreamClose();
     lastError_.reset();
+    reason_.clear();
     Width = firstBitmap.Width();
     Height = firstBitmap.Height();
 
@@ -169,9 +179,11 @@ bool cAVICreator::StreamCreate(const cDIB& firstBitmap)
     info.szName = name;
 
     DebugCheckpoint(settings_, prompt_, "Before AVI compressed stream");
-    std::string reason;
-    if (Encoded() && (!IsMpeg4Handler(VideoHandlerFourCC) ||
-                      !encoder_.Open(Width, Height, dwRate, dwScale, VideoHandlerFourCC, reason)))
+    if (Encoded() && !IsMpeg4Handler(VideoHandlerFourCC)) {
+        reason_ = "no encoder for the handler " + FourCCToString(VideoHandlerFourCC);
+        return FailCreate(8);
+    }
+    if (Encoded() && !encoder_.Open(Width, Height, dwRate, dwScale, VideoHandlerFourCC, reason_))
         return FailCreate(8);
 
     if (bitsPerPixel != 8 && bitsPerPixel != 24)
@@ -239,7 +251,7 @@ bool cAVICreator::AddFrameAt(std::int64_t position, const cDIB& bitmap)
     if (!ToStreamFormat(bitmap, held_))
         return false;
     heldPosition_ = position;
-    return WriteAudio(double(written_) * dwScale / dwRate);
+    return WriteAudio(VideoSeconds());
 }
 
 // Uncompressed frames are each a key frame; the encoder says which of its frames are.
@@ -250,8 +262,7 @@ bool cAVICreator::WriteHeldFrame()
     if (!Encoded())
         return writer_->WriteChunk(0, held_.lpBits(), held_.Size(), true);
     EncodedFrame packet;
-    std::string reason;
-    return encoder_.Encode(held_.lpBits(), held_.BytesPerScanLine(), packet, reason) &&
+    return encoder_.Encode(held_.lpBits(), held_.BytesPerScanLine(), packet, reason_) &&
            writer_->WriteChunk(0, packet.Data.data(), packet.Data.size(), packet.KeyFrame);
 }
 
@@ -265,7 +276,7 @@ bool cAVICreator::StreamClose()
     if (!writer_)
         return true;
     bool ok = heldPosition_ < 0 || WriteHeldFrame();
-    ok = ok && WriteAudio(std::numeric_limits<double>::infinity());
+    ok = ok && WriteAudio(VideoSeconds());
     ok = writer_->Close() && ok;
     writer_.reset();
     encoder_.Close();

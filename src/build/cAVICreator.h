@@ -19,12 +19,13 @@ class AudioMux;
 
 // Why an operation of cAVICreator failed. Number() is the code plus vbObjectError + 512
 // (0x80040000 + 512), the range of errors that classes raise, so that callers that log the
-// number see the values they always saw.
+// number see the values they always saw. The reason that the encoder gave, when there is one,
+// follows the description.
 class AviCreatorError {
 public:
     static constexpr std::int32_t kNumberBase = static_cast<std::int32_t>(0x80040000u + 512u);
 
-    explicit AviCreatorError(int code) : code_(code) {}
+    explicit AviCreatorError(int code, std::string reason = {}) : code_(code), reason_(std::move(reason)) {}
 
     int Code() const { return code_; }
     std::int32_t Number() const { return kNumberBase + code_; }
@@ -33,6 +34,7 @@ public:
 
 private:
     int code_;
+    std::string reason_;
 };
 
 // Writes bitmaps as the video stream of an AVI file: uncompressed DIBs of 8 or 24 bits with
@@ -75,7 +77,7 @@ public:
     bool CreateFromCollection();
 
     // An audio stream to write beside the video, interleaved with it; set before
-    // StreamCreate. Whatever audio the video does not cover is written by StreamClose.
+    // StreamCreate. The audio ends with the video: what is longer is cut off by StreamClose.
     void SetAudio(AudioMux* audio) { audio_ = audio; }
 
     // Opens Filename, prepares the stream and writes the first frame at position 0. A
@@ -93,6 +95,7 @@ public:
 private:
     bool Fail(int code);
     bool FailCreate(int code);
+    double VideoSeconds() const { return double(written_) * dwScale / dwRate; }
     bool Encoded() const { return VideoHandlerFourCC != 0; }
     bool ToStreamFormat(const cDIB& bitmap, cDIB& frame) const;
     bool AddFrameAt(std::int64_t position, const cDIB& bitmap);
@@ -106,6 +109,7 @@ private:
     std::vector<cDIB> frames_;
     AudioMux* audio_ = nullptr;
     std::optional<AviCreatorError> lastError_;
+    std::string reason_; // the encoder's, for the next failure
 
     std::unique_ptr<AviWriter> writer_;
     Mpeg4Encoder encoder_;

@@ -10,7 +10,6 @@ namespace mw {
 namespace {
 
 // Language files are named after the executable, which is named after the title.
-constexpr std::string_view kExeName = "Menuwright";
 constexpr std::string_view kLangFileSuffix = ".Menuwright.exe.xml";
 
 bool Exists(const fs::path& file)
@@ -70,7 +69,7 @@ std::vector<LanguageFileEntry> ListLanguageFiles(const fs::path& programFolder)
 
 std::string LangFileStemOf(std::string_view languageName)
 {
-    return std::string(languageName) + "." + std::string(kExeName) + ".exe";
+    return std::string(languageName) + "." + kAppTitle + ".exe";
 }
 
 LanguagePanel LastPanelAtStart(const LangDoc& lang, std::string_view runningVersion)

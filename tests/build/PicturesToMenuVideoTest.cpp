@@ -206,3 +206,38 @@ TEST_F(MenuVideo, OtherAudioIsEncodedToMpegAudioAndAMissingFileLeftOut)
 }
 
 } // namespace
+
+namespace {
+
+// As decoded: 8000 samples of 16 bits a second.
+double AudioSeconds(const fs::path& file)
+{
+    return std::stod(mw::test::CommandOutput("ffmpeg -nostdin -v error -i '" + file.string() +
+                                             "' -map 0:a:0 -f s16le -ac 1 -ar 8000 - | wc -c")) /
+           16000;
+}
+
+// A menu loops its video, so audio that outlasts it would be cut off at every turn anyway.
+TEST_F(MenuVideo, AudioLongerThanTheVideoEndsWithIt)
+{
+    for (const char* codec : {"pcm_s16le", "mp2"}) {
+        SCOPED_TRACE(codec);
+        const fs::path audio = mw::test::FfmpegFixture(
+            std::string("long-") + codec + ".avi", std::string("-f lavfi -i sine=duration=8 -ar 44100 -c:a ") + codec);
+        ASSERT_FALSE(audio.empty());
+        ASSERT_TRUE(FromPicture(Picture("p.bmp", 64, 48, Rgb(0, 0, 0)), 2, audio.string())); // 10 frames, 5 s
+        EXPECT_EQ(mw::test::ProbeStream(Output(), "v:0").at("nb_read_packets"), "10");
+        EXPECT_NEAR(AudioSeconds(Output()), 5.0, 0.1);
+    }
+}
+
+TEST_F(MenuVideo, TheEncodersReasonIsInTheMessage)
+{
+    EXPECT_FALSE(FromPicture(Picture("huge.bmp", 9000, 16, Rgb(0, 0, 0)), 25));
+    EXPECT_EQ(prompt_.Texts(), (std::vector<std::string>{
+                                   kTooBig, "An error occurred whilst creating the AVI: Failed to create compressed "
+                                            "AVI stream: the MPEG-4 encoder refuses frames of 9000x16 (Invalid argument)"}));
+    EXPECT_FALSE(fs::exists(Output()));
+}
+
+} // namespace
