@@ -13,6 +13,10 @@ namespace {
 
 enum class Align { Left, Centre, Right };
 
+// Between a floating picture and the text beside it.
+constexpr int kPictureGap = 4;
+constexpr std::string_view kAppPath = "<app.path>";
+
 // A table cell of the open row.
 struct Cell {
     int Left = 0;
@@ -44,6 +48,59 @@ std::optional<int> SmallNumber(std::string_view text)
 // A line of width 1 is a hair line that takes no room.
 int Room(int lineWidth) { return lineWidth > 1 ? lineWidth : 0; }
 
+// What stands behind the "|" of a picture tag: "<w>x<h>", either number may be missing, and
+// "r" or "c" at the end.
+struct PictureSpec {
+    std::optional<int> Width;
+    std::optional<int> Height;
+    Align Place = Align::Left;
+};
+
+std::optional<PictureSpec> ParsePictureSpec(std::string_view spec)
+{
+    PictureSpec result;
+    if (!spec.empty() && (spec.back() == 'r' || spec.back() == 'c')) {
+        result.Place = spec.back() == 'r' ? Align::Right : Align::Centre;
+        spec.remove_suffix(1);
+    }
+    const auto x = spec.find('x');
+    const std::string_view width = spec.substr(0, x);
+    const std::string_view height = x == std::string_view::npos ? std::string_view() : spec.substr(x + 1);
+    result.Width = SmallNumber(width);
+    result.Height = SmallNumber(height);
+    if ((!width.empty() && !result.Width) || (!height.empty() && !result.Height))
+        return std::nullopt;
+    return result;
+}
+
+// The file of a picture source; empty for a resource, which this program has none of.
+std::string PictureFile(std::string_view source, const std::string& programFolder)
+{
+    if (StartsWithNoCase(source, "<r>"))
+        return {};
+    if (!StartsWithNoCase(source, kAppPath))
+        return std::string(source);
+    std::string rest(source.substr(kAppPath.size()));
+    std::replace(rest.begin(), rest.end(), '\\', '/');
+    const auto first = rest.find_first_not_of('/');
+    return programFolder + "/" + (first == std::string::npos ? "" : rest.substr(first));
+}
+
+// The size a picture is shown at: a missing side follows the other in proportion.
+PictureExtent ShownSize(const PictureSpec& spec, const PictureExtent& natural)
+{
+    const auto scaled = [](int side, int to, int from) {
+        return from > 0 ? static_cast<int>(std::lround(double(side) * to / from)) : side;
+    };
+    if (spec.Width && spec.Height)
+        return {*spec.Width, *spec.Height};
+    if (spec.Width)
+        return {*spec.Width, scaled(natural.Height, *spec.Width, natural.Width)};
+    if (spec.Height)
+        return {scaled(natural.Width, *spec.Height, natural.Height), *spec.Height};
+    return natural;
+}
+
 class LayoutWalk {
 public:
     LayoutWalk(const ParsedText& text, const TextFormatOptions& options, const TextMeasurer& measurer)
@@ -55,7 +112,7 @@ public:
     {
         for (std::size_t i = 0; i < text_.Runs.size(); ++i) {
             const std::string& tag = text_.Runs[i].Tag;
-            if (!tag.empty() && !Apply(Lower(tag)))
+            if (!tag.empty() && !Apply(tag))
                 layout_.UnknownTags.push_back(tag);
             Print(i);
         }
@@ -68,8 +125,9 @@ public:
     }
 
 private:
-    bool Apply(const std::string& tag)
+    bool Apply(const std::string& original)
     {
+        const std::string tag = Lower(original);
         const std::string_view rest = std::string_view(tag).substr(1);
         switch (tag.front()) {
         case 'b':
@@ -112,6 +170,8 @@ private:
             return MoveDown(rest);
         case 'a':
             return TableTag(rest);
+        case 'g':
+            return PictureTag(std::string_view(original).substr(1), rest);
         default:
             return false;
         }
@@ -206,6 +266,97 @@ private:
         if (value)
             target = static_cast<std::uint32_t>(*value);
         return value.has_value();
+    }
+
+    // Pictures.
+
+    // The file name keeps its case, so the tag comes as written and lowered.
+    bool PictureTag(std::string_view tag, std::string_view lower)
+    {
+        if (lower == "a" || lower == "n") {
+            floating_ = lower == "a";
+            return true;
+        }
+        if (lower == "r") {
+            ReturnBelowPicture();
+            return true;
+        }
+        const auto bar = tag.rfind('|');
+        const std::string_view source = tag.substr(0, bar);
+        const auto spec = ParsePictureSpec(bar == std::string_view::npos ? "" : lower.substr(bar + 1));
+        if (source.empty() || !spec)
+            return false;
+        std::string file = PictureFile(source, options_.ProgramFolder);
+        const auto natural = file.empty() ? std::nullopt : measurer_.PictureSize(file);
+        if (!natural)
+            return false;
+        const PictureExtent size = ShownSize(*spec, *natural);
+        if (spec->Place == Align::Centre || (spec->Place == Align::Right && !Floats()))
+            PlaceOnOwnLine(std::move(file), size, spec->Place);
+        else if (Floats())
+            Float(std::move(file), size, spec->Place == Align::Right);
+        else
+            PlaceInLine(std::move(file), size);
+        return true;
+    }
+
+    bool Floats() const { return floating_ && !InCell(); }
+
+    // Like a tall letter: on the base line, and the line grows to its height.
+    void PlaceInLine(std::string file, const PictureExtent& size)
+    {
+        if (!atLineStart_ && x_ + size.Width > RightEdge())
+            NewLine(true);
+        inLinePictures_.push_back(layout_.Pictures.size());
+        layout_.Pictures.push_back({{x_, -size.Height, size.Width, size.Height}, std::move(file)});
+        x_ += size.Width;
+        TakeFont();
+        lineAscent_ = std::max(lineAscent_, size.Height);
+    }
+
+    void PlaceOnOwnLine(std::string file, const PictureExtent& size, Align place)
+    {
+        if (!atLineStart_)
+            NewLine(false);
+        const int left = LineLeft();
+        const int free = std::max(0, RightEdge() - left - size.Width);
+        const TextRect box{left + (place == Align::Right ? free : free / 2), y_, size.Width, size.Height};
+        layout_.Pictures.push_back({box, std::move(file)});
+        y_ = box.Bottom();
+        if (InCell())
+            row_.back().Bottom = std::max(row_.back().Bottom, y_);
+        x_ = LineLeft();
+    }
+
+    // At the top of this line while it is empty, else of the next one.
+    void Float(std::string file, const PictureExtent& size, bool right)
+    {
+        waitingFloats_.push_back({{{0, 0, size.Width, size.Height}, std::move(file)}, right});
+        if (atLineStart_) {
+            const int indent = x_ - LineLeft();
+            PlaceWaitingFloats();
+            x_ = LineLeft() + indent;
+        }
+    }
+
+    void PlaceWaitingFloats()
+    {
+        for (FloatingPicture& waiting : waitingFloats_) {
+            waiting.Picture.Box.Left = waiting.Right ? RightEdge() - waiting.Picture.Box.Width : LineLeft();
+            waiting.Picture.Box.Top = y_;
+            layout_.Pictures.push_back(waiting.Picture);
+            floats_.push_back({waiting.Picture.Box, waiting.Right});
+        }
+        waitingFloats_.clear();
+    }
+
+    void ReturnBelowPicture()
+    {
+        if (!atLineStart_)
+            NewLine(false);
+        if (!layout_.Pictures.empty())
+            y_ = std::max(y_, layout_.Pictures.back().Box.Bottom());
+        x_ = LineLeft();
     }
 
     // Text, word by word.
@@ -330,7 +481,10 @@ private:
     }
 
     bool PendingPieces() const { return layout_.Pieces.size() > linePieces_; }
-    bool Pending() const { return PendingPieces() || layout_.Shapes.size() > lineShapes_; }
+    bool Pending() const
+    {
+        return PendingPieces() || layout_.Shapes.size() > lineShapes_ || !inLinePictures_.empty();
+    }
 
     // Puts the pending items of the line on a common base line at the current height, aligned,
     // and returns the line's height: that of the tallest font on it.
@@ -363,6 +517,11 @@ private:
             layout_.Shapes[i].Box.Left += shift;
             layout_.Shapes[i].Box.Top += baseLine;
         }
+        for (const std::size_t i : inLinePictures_) {
+            layout_.Pictures[i].Box.Left += shift;
+            layout_.Pictures[i].Box.Top += baseLine;
+        }
+        inLinePictures_.clear();
         linePieces_ = layout_.Pieces.size();
         lineShapes_ = layout_.Shapes.size();
         lineAscent_ = 0;
@@ -391,14 +550,34 @@ private:
         y_ += PlaceLine();
         if (InCell())
             row_.back().Bottom = std::max(row_.back().Bottom, y_);
+        PlaceWaitingFloats();
         x_ = LineLeft() + (wrapped ? hang_ : 0);
         atLineStart_ = true;
     }
 
-    int LineLeft() const { return InCell() ? row_.back().Left + Inset(row_.back()) : margin_; }
+    // The edges of the current line: those of the cell, or of the surface less the floating
+    // pictures beside the line.
+    int LineLeft() const
+    {
+        if (InCell())
+            return row_.back().Left + Inset(row_.back());
+        int left = margin_;
+        for (const auto& f : floats_) {
+            if (!f.Right && y_ < f.Box.Bottom())
+                left = std::max(left, f.Box.Right() + kPictureGap);
+        }
+        return left;
+    }
     int RightEdge() const
     {
-        return InCell() ? row_.back().Right - Inset(row_.back()) : options_.Width - options_.RightMargin;
+        if (InCell())
+            return row_.back().Right - Inset(row_.back());
+        int right = options_.Width - options_.RightMargin;
+        for (const auto& f : floats_) {
+            if (f.Right && y_ < f.Box.Bottom())
+                right = std::min(right, f.Box.Left - kPictureGap);
+        }
+        return right;
     }
 
     // Tables.
@@ -455,7 +634,7 @@ private:
         }
         row_.clear();
         y_ = bottom;
-        x_ = margin_;
+        x_ = LineLeft();
         atLineStart_ = true;
     }
 
@@ -482,6 +661,8 @@ private:
             height = std::max(height, shape.Box.Bottom());
         for (const Cell& cell : row_)
             height = std::max(height, cell.Bottom + Inset(cell));
+        for (const TextPicture& picture : layout_.Pictures)
+            height = std::max(height, picture.Box.Bottom());
         return height;
     }
 
@@ -505,6 +686,19 @@ private:
     std::size_t lineShapes_ = 0;
     int lineAscent_ = 0;
     int lineDescent_ = 0;
+
+    struct FloatBox {
+        TextRect Box;
+        bool Right = false;
+    };
+    struct FloatingPicture {
+        TextPicture Picture;
+        bool Right = false;
+    };
+    bool floating_ = false;
+    std::vector<std::size_t> inLinePictures_; // on the line not yet placed
+    std::vector<FloatingPicture> waitingFloats_; // for the top of the next line
+    std::vector<FloatBox> floats_;
 
     std::vector<Cell> row_;
     int rowTop_ = 0;

@@ -55,12 +55,19 @@ struct TableCell {
     bool Border = true;
 };
 
+// A picture of a "g" tag, drawn scaled into its box.
+struct TextPicture {
+    TextRect Box;
+    std::string File;
+};
+
 struct TextFormatOptions {
     int Width = 0;       // of the surface
     int RightMargin = 0; // text wraps this far from the right side
     FontState Font;      // the starting font
     std::uint32_t Color = 0;
     int FontCount = 0; // entries of the font table that "f<n>" can name
+    std::string ProgramFolder; // what a picture source "<APP.PATH>" stands for
 };
 
 // What the painter draws, in surface coordinates.
@@ -69,12 +76,21 @@ struct TextLayout {
     std::vector<FilledShape> Shapes; // bullets and table borders
     std::vector<TextLink> Links;
     std::vector<TableCell> Cells; // of the rows that "a0" ended
-    int Height = 0;               // of everything laid out, for the scroll range
+    std::vector<TextPicture> Pictures;
+    int Height = 0; // of everything laid out, for the scroll range
+    // Tags that had no effect: unknown ones, and pictures that could not be read.
     std::vector<std::string> UnknownTags;
 };
 
-// One walk over the runs. Pictures ("g"), drawing ("d", "e"), printing ("p", "z") tags are
-// not supported: like any unknown tag they are listed in UnknownTags and have no effect.
+// Picture tags: "g<source>|<w>x<h>" puts a picture at this place. The source is a file, or
+// "<APP.PATH>" and a path below the program folder; either size may be left out and follows
+// the other in proportion, and an "r" or "c" at the end puts the picture at the right or in
+// the middle of a line of its own. After "ga" pictures float at the left (or right) of the text
+// that follows, which wraps beside them; "gn" ends that, and "gr" goes on below the last picture.
+// Resource pictures ("<R>") do not exist here and are left out like unreadable files.
+//
+// One walk over the runs. Drawing ("d", "e") and printing ("p", "z") tags are not supported:
+// like any unknown tag they are listed in UnknownTags and have no effect.
 TextLayout LayoutTextFormat(const ParsedText& text, const TextFormatOptions& options, const TextMeasurer& measurer);
 
 } // namespace mw

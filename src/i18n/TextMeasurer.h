@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace mw {
@@ -17,14 +19,23 @@ struct FontState {
     bool operator==(const FontState&) const = default;
 };
 
+struct PictureExtent {
+    int Width = 0;
+    int Height = 0;
+};
+
 // Text metrics for the layout of formatted text, so that the core needs no font system. The
-// window that paints the text measures with the same fonts it paints with.
+// window that paints the text measures with the same fonts it paints with, and reads the
+// pictures it paints.
 class TextMeasurer {
 public:
     virtual ~TextMeasurer() = default;
     virtual int TextWidth(const FontState& font, std::string_view text) const = 0;
     virtual int Height(const FontState& font) const = 0;
     virtual int Ascent(const FontState& font) const = 0;
+    // The size in pixels of a picture file; nothing when it cannot be read. A measurer for
+    // text alone reads none.
+    virtual std::optional<PictureExtent> PictureSize(const std::string& /*file*/) const { return std::nullopt; }
 };
 
 // The position behind the character at `i`, so that cutting and hit tests never split a UTF-8

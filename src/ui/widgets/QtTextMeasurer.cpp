@@ -37,4 +37,20 @@ int QtTextMeasurer::Ascent(const FontState& font) const
     return QFontMetrics(FontFor(font)).ascent();
 }
 
+std::optional<PictureExtent> QtTextMeasurer::PictureSize(const std::string& file) const
+{
+    const QImage& picture = Picture(file);
+    if (picture.isNull())
+        return std::nullopt;
+    return PictureExtent{picture.width(), picture.height()};
+}
+
+const QImage& QtTextMeasurer::Picture(const std::string& file) const
+{
+    auto it = pictures_.find(file);
+    if (it == pictures_.end())
+        it = pictures_.emplace(file, QImage(QString::fromStdString(file))).first;
+    return it->second;
+}
+
 } // namespace mw

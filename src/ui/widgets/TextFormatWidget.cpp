@@ -126,6 +126,12 @@ void TextFormatWidget::SetFonts(const QStringList& fonts)
     Relayout();
 }
 
+void TextFormatWidget::SetProgramFolder(const QString& folder)
+{
+    programFolder_ = folder;
+    Relayout();
+}
+
 void TextFormatWidget::SetLinkOpener(LinkOpener opener)
 {
     opener_ = std::move(opener);
@@ -169,6 +175,7 @@ void TextFormatWidget::Relayout()
     options.Font.Size = font().pointSize() > 0 ? font().pointSize() : options.Font.Size;
     options.Color = FromQColor(palette().color(QPalette::Text));
     options.FontCount = static_cast<int>(fonts_.size());
+    options.ProgramFolder = programFolder_.toStdString();
     layout_ = LayoutTextFormat(parsed_, options, *measurer_);
     laidWidth_ = options.Width;
     UpdateScrollRange();
@@ -219,6 +226,8 @@ void TextFormatWidget::paintEvent(QPaintEvent*)
             painter.fillRect(ToQRect(shape.Box), color);
         }
     }
+    for (const TextPicture& picture : layout_.Pictures)
+        painter.drawImage(ToQRect(picture.Box), measurer_->Picture(picture.File));
     for (const TextPiece& piece : layout_.Pieces)
         PaintPiece(painter, piece);
 }

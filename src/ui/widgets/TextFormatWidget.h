@@ -32,6 +32,7 @@ class TextFormatWidget : public QAbstractScrollArea {
     Q_PROPERTY(bool MenuCopyVisible READ MenuCopyVisible WRITE SetMenuCopyVisible)
     Q_PROPERTY(bool MenuCopyFormatedVisible READ MenuCopyFormatedVisible WRITE SetMenuCopyFormatedVisible)
     Q_PROPERTY(QStringList Fonts READ Fonts WRITE SetFonts)
+    Q_PROPERTY(QString ProgramFolder READ ProgramFolder WRITE SetProgramFolder)
 public:
     // Opens a link's target; the default hands it to the desktop.
     using LinkOpener = std::function<void(const std::string& target)>;
@@ -55,6 +56,9 @@ public:
     void SetMenuCopyFormatedVisible(bool visible);
     QStringList Fonts() const { return fonts_; }
     void SetFonts(const QStringList& fonts);
+    // What the picture source "<APP.PATH>" stands for.
+    QString ProgramFolder() const { return programFolder_; }
+    void SetProgramFolder(const QString& folder);
 
     void SetLinkOpener(LinkOpener opener);
 
@@ -93,6 +97,7 @@ private:
     int rightMargin_ = 0;
     bool enableSelect_ = true;
     QStringList fonts_;
+    QString programFolder_;
 
     ParsedText parsed_;
     TextLayout layout_;
