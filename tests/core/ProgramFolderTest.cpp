@@ -18,7 +18,7 @@ struct FolderRules : ::testing::Test {
     ScratchFolder scratch;
     fs::path exeFolder = scratch.Path() / "bin";
     fs::path exe = exeFolder / "menuwright";
-    fs::path langFile = scratch.Write("bin/English.Menuwright.exe.xml", "<lang/>");
+    fs::path langFile = scratch.Write("bin/English.Menuwright.exe.xml", "<lang/>"); // a portable copy has it
 
     ProgramEnvironment Env(bool exeFolderWritable) const
     {
