@@ -28,8 +28,8 @@ public:
     const AviStreamInfo& StreamInfo() const { return info_; }
     const std::vector<std::uint8_t>& Format() const { return format_; }
 
-    // Writes into the writer's stream the chunks that start before `seconds`. A damaged packet in the input ends the audio there; false
-    // only when the writer or the encoder fails.
+    // Writes into the writer's stream the chunks that start before `seconds`. A damaged packet
+    // in the input ends the audio there; false only when the writer or the encoder fails.
     bool WriteUntil(AviWriter& writer, std::size_t stream, double seconds);
 
 private:

@@ -234,9 +234,9 @@ TEST_F(MenuVideo, AudioLongerThanTheVideoEndsWithIt)
 TEST_F(MenuVideo, TheEncodersReasonIsInTheMessage)
 {
     EXPECT_FALSE(FromPicture(Picture("huge.bmp", 9000, 16, Rgb(0, 0, 0)), 25));
-    EXPECT_EQ(prompt_.Texts(), (std::vector<std::string>{
-                                   kTooBig, "An error occurred whilst creating the AVI: Failed to create compressed "
-                                            "AVI stream: the MPEG-4 encoder refuses frames of 9000x16 (Invalid argument)"}));
+    const std::string refused = "An error occurred whilst creating the AVI: Failed to create compressed AVI stream: "
+                                "the MPEG-4 encoder refuses frames of 9000x16 (Invalid argument)";
+    EXPECT_EQ(prompt_.Texts(), (std::vector<std::string>{kTooBig, refused}));
     EXPECT_FALSE(fs::exists(Output()));
 }
 
