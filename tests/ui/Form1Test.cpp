@@ -90,20 +90,12 @@ void Form1Test::menuEntriesCarryCaptionShortcutAndName_data()
     QTest::addColumn<QString>("shortcut");
     QTest::addColumn<bool>("enabledAtStart");
     QTest::newRow("new") << "mnuNew" << "New..." << "Ctrl+N" << true;
-    QTest::newRow("open") << "mnuOpen" << "Open..." << "Ctrl+O" << true;
     QTest::newRow("exit") << "mnuExit" << "Exit" << "" << true;
     QTest::newRow("save") << "mnuSave" << "Save" << "Ctrl+S" << false;
-    QTest::newRow("undo") << "mnuUndo" << "Undo" << "Ctrl+Z" << false;
-    QTest::newRow("paste size") << "mnuPasteSize2" << "Paste button size" << "F5" << false;
-    QTest::newRow("refresh title") << "mnuRefreshTitle" << "Refresh Title" << "Ctrl+F6" << false;
     QTest::newRow("remove button") << "mnuRemoveButton" << "Remove Button" << "Shift+F8" << false;
     QTest::newRow("create divx") << "mnuCreateDivX" << "Create DivX" << "F12" << false;
     QTest::newRow("previous node") << "mnuPreviusNode" << "Previous node" << "F2" << false;
-    QTest::newRow("movies with menu") << "mnuMoviesWithMenu" << "Many movies with menu..." << "Ctrl+M" << false;
     QTest::newRow("sub2divx") << "mnuSrt2Divx" << "Sub2DivX (Add subtitles)" << "" << false;
-    QTest::newRow("new language") << "mnuCreateLangNick" << "Create new Language..." << "" << false;
-    QTest::newRow("add titles") << "mnuAddTitle" << "Add Titles..." << "F6" << false;
-    QTest::newRow("create chapters") << "mnuCreateChapters" << "Create Chapters for Title..." << "F9" << false;
 }
 
 void Form1Test::menuEntriesCarryCaptionShortcutAndName()

@@ -2,6 +2,7 @@
 #include "MainWindowFixture.h"
 
 #include "media/ChapForm.h"
+#include "media/ChapterNodes.h"
 #include "media/Chapters.h"
 #include "media/NewTitleForm.h"
 #include "ui/dialogs/frmChap.h"
@@ -256,10 +257,7 @@ void TitleDialogsTest::applyCreatesAtOnceAndClosingAddsNoMore()
     });
     w.Action("mnuCreateChapters")->trigger();
     QCOMPARE(listed, 2); // the new chapters of the title, shown while the dialog stays open
-    int chapters = 0;
-    for (const auto& child : *w.project().Doc.Tree.ObjectNode("6"))
-        chapters += child->Text == "Chapter" ? 1 : 0;
-    QCOMPARE(chapters, 2);
+    QCOMPARE(ChapterNodesOf(*w.project().Doc.Tree.ObjectNode("6")).size(), std::size_t{2});
     QVERIFY(w.project().FileIsDirty);
 }
 
