@@ -101,7 +101,6 @@ void OptionsDialogTest::missingFolderKeepsDialogOpen()
     o.Click("Command1");
     QCOMPARE(o.prompt.Log.back().Text, std::string("Please select a folder"));
     o.Click("OKButton");
-    QVERIFY(!o.dialog.isVisible());
     QCOMPARE(o.dialog.result(), int(QDialog::Accepted));
     QCOMPARE(o.Reread().NewDivXSaveToFolder, o.folder.string());
 }
