@@ -338,7 +338,8 @@ void Form1Test::languageSwitchRelabelsWindowAndDialogs()
     Window w(Window::Files{{"German.Menuwright.exe.xml", R"(<Lang><Private Creator="Bernd" ProgramVersion="0"/>
 <Form1_Design Form1="Hauptfenster" mnuOpen="Oeffnen..." mnuOpen_ToolTipText="Projekt oeffnen"
  mnuRecent_0="Keine Dateien" Toolbar1_2_ToolTipText="Xml oeffnen"/>
-<frmOptions_Design frmOptions="Optionen" TabStrip1_1="Allgemein" CancelButton="Abbrechen"/>
+<frmOptions_Design frmOptions="Optionen" TabStrip1_1="Allgemein" TabStrip1_1_ToolTipText="Tipp"
+ CancelButton="Abbrechen"/>
 <frmAbout_Design frmAbout="Ueber"/></Lang>)"}});
     QAction* open = w.Action("mnuOpen");
     QCOMPARE(open->text(), QString("Open..."));
@@ -365,14 +366,14 @@ void Form1Test::languageSwitchRelabelsWindowAndDialogs()
         test::OnNextDialog([&seen](QDialog& dialog) {
             seen << dialog.windowTitle();
             if (auto* tabs = dialog.findChild<QTabWidget*>("TabStrip1"))
-                seen << tabs->tabText(0);
+                seen << tabs->tabText(0) << tabs->tabToolTip(0);
             if (auto* cancel = dialog.findChild<QAbstractButton*>("CancelButton"))
                 seen << cancel->text();
             dialog.reject();
         });
         w.Action(command)->trigger();
     }
-    QCOMPARE(seen, QStringList({"Optionen", "Allgemein", "Abbrechen", "Ueber"}));
+    QCOMPARE(seen, QStringList({"Optionen", "Allgemein", "Tipp", "Abbrechen", "Ueber"}));
 }
 
 void Form1Test::simpleModeSwapsTreesAndClicksSelectInTreeView1()
