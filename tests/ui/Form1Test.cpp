@@ -68,8 +68,7 @@ class Form1Test : public QObject {
 private slots:
     void menuEntriesCarryCaptionShortcutAndName_data();
     void menuEntriesCarryCaptionShortcutAndName();
-    void commandsFollowTheProjectAndSelection();
-    void openingFillsTreeAndRecentFiles();
+    void openingFillsTheWindowAndCommandsFollowProjectAndSelection();
     void propertiesShowAndEditTheSelectedNode();
     void cancelAtExitKeepsWindowAndFiles();
     void splittersComeFromAndGoToSettings();
@@ -77,8 +76,7 @@ private slots:
     void progressGoesToTheNamedPanel();
     void nickFileOpensAtStart();
     void languageSwitchRelabelsWindowAndDialogs();
-    void simpleModeSwapsTreesAndClicksSelectInTreeView1();
-    void nextAndPreviousNodeStopAtTheEnds();
+    void nodeStepsAndSimpleModeSelectInTreeView1();
     void fileFiltersInQtForm_data();
     void fileFiltersInQtForm();
 };
@@ -112,7 +110,7 @@ void Form1Test::menuEntriesCarryCaptionShortcutAndName()
     QCOMPARE(action->isEnabled(), enabledAtStart);
 }
 
-void Form1Test::commandsFollowTheProjectAndSelection()
+void Form1Test::openingFillsTheWindowAndCommandsFollowProjectAndSelection()
 {
     Window w;
     // Every entry of the table is on the bar once, and no command is missing its place.
@@ -141,10 +139,21 @@ void Form1Test::commandsFollowTheProjectAndSelection()
     };
     documentCommandsAre(false);
     QCOMPARE(w.form->windowTitle(), QString::fromStdString(WindowTitleFor("")));
+    QCOMPARE(w.Action("mnuRecent_0")->text(), QString("No files"));
+    QVERIFY(!w.Action("mnuRecent_0")->isEnabled());
 
-    w.prompt.OpenedFiles.push_back({w.WriteProject()});
+    const std::string path = w.WriteProject();
+    w.prompt.OpenedFiles.push_back({path});
     w.Button("Toolbar1", "openXml")->trigger();
     documentCommandsAre(true);
+    auto* tree = w.Widget<QTreeView>("TreeView1");
+    const QModelIndex root = tree->model()->index(0, 0);
+    QCOMPARE(root.data().toString(), QString("DivXMediaManager"));
+    QVERIFY(tree->isExpanded(root));
+    QCOMPARE(tree->model()->rowCount(root), 7); // four attribute rows and three elements
+    QCOMPARE(w.project().Values().LastFolderUsed, w.Folder().string());
+    QCOMPARE(w.Action("mnuRecent_0")->text(), QString::fromStdString(path));
+    QVERIFY(w.Action("mnuRecent_0")->isEnabled());
     QVERIFY(!w.Action("mnuUndo")->isEnabled());
     QVERIFY(!w.Action("mnuAddMenu")->isEnabled());
     QVERIFY(!w.Button("Toolbar1", "addLang")->isEnabled());
@@ -160,37 +169,16 @@ void Form1Test::commandsFollowTheProjectAndSelection()
     QVERIFY(!removeTitle->isEnabled());
     QCOMPARE(w.MenuPanel(), QString("Menu Main (title)"));
 
+    // A cancelled open dialog leaves the project open.
+    w.Action("mnuOpen")->trigger();
+    QCOMPARE(tree->model()->rowCount(), 1);
+
     w.Action("mnuClose")->trigger();
     documentCommandsAre(false);
     QVERIFY(!w.Action("mnuRefreshTitle")->isEnabled());
     QCOMPARE(w.MenuPanel(), QString());
-    QCOMPARE(w.Widget<QTreeView>("TreeView1")->model()->rowCount(), 0);
+    QCOMPARE(tree->model()->rowCount(), 0);
     QCOMPARE(w.form->windowTitle(), QString::fromStdString(WindowTitleFor("")));
-}
-
-void Form1Test::openingFillsTreeAndRecentFiles()
-{
-    Window w;
-    QAction* none = w.Action("mnuRecent_0");
-    QCOMPARE(none->text(), QString("No files"));
-    QVERIFY(!none->isEnabled());
-
-    const std::string path = w.WriteProject();
-    w.OpenByMenu(path);
-    auto* tree = w.Widget<QTreeView>("TreeView1");
-    const QModelIndex root = tree->model()->index(0, 0);
-    QCOMPARE(root.data().toString(), QString("DivXMediaManager"));
-    QVERIFY(tree->isExpanded(root));
-    QCOMPARE(tree->model()->rowCount(root), 7); // four attribute rows and three elements
-    QCOMPARE(w.project().Values().LastFolderUsed, w.Folder().string());
-
-    QAction* recent = w.Action("mnuRecent_0");
-    QCOMPARE(recent->text(), QString::fromStdString(path));
-    QVERIFY(recent->isEnabled());
-
-    // A cancelled open dialog leaves the project open.
-    w.Action("mnuOpen")->trigger();
-    QCOMPARE(tree->model()->rowCount(), 1);
 }
 
 void Form1Test::propertiesShowAndEditTheSelectedNode()
@@ -376,10 +364,19 @@ void Form1Test::languageSwitchRelabelsWindowAndDialogs()
     QCOMPARE(seen, QStringList({"Optionen", "Allgemein", "Tipp", "Abbrechen", "Ueber"}));
 }
 
-void Form1Test::simpleModeSwapsTreesAndClicksSelectInTreeView1()
+void Form1Test::nodeStepsAndSimpleModeSelectInTreeView1()
 {
     Window w;
     w.OpenByMenu(w.WriteProject());
+    // Next and previous node stop at the ends.
+    w.Select("12");
+    w.Action("mnuNextNode")->trigger();
+    QCOMPARE(w.SelectedKey(), std::string("k13"));
+    w.Action("mnuNextNode")->trigger();
+    QCOMPARE(w.SelectedKey(), std::string("k13"));
+    w.Action("mnuPreviusNode")->trigger();
+    QCOMPARE(w.SelectedKey(), std::string("k12"));
+
     auto* tv2 = w.Widget<QTreeWidget>("tv2");
     auto* treeView1 = w.Widget<QTreeView>("TreeView1");
     QVERIFY(!tv2->isVisibleTo(w.form.get()));
@@ -407,19 +404,6 @@ void Form1Test::simpleModeSwapsTreesAndClicksSelectInTreeView1()
     w.Action("mnuExpertMode")->trigger();
     QVERIFY(treeView1->isVisibleTo(w.form.get()));
     QVERIFY(!tv2->isVisibleTo(w.form.get()));
-}
-
-void Form1Test::nextAndPreviousNodeStopAtTheEnds()
-{
-    Window w;
-    w.OpenByMenu(w.WriteProject());
-    w.Select("12");
-    w.Action("mnuNextNode")->trigger();
-    QCOMPARE(w.SelectedKey(), std::string("k13"));
-    w.Action("mnuNextNode")->trigger();
-    QCOMPARE(w.SelectedKey(), std::string("k13"));
-    w.Action("mnuPreviusNode")->trigger();
-    QCOMPARE(w.SelectedKey(), std::string("k12"));
 }
 
 void Form1Test::fileFiltersInQtForm_data()
