@@ -10,22 +10,16 @@ namespace {
 
 using Rows = std::vector<std::string>;
 
-TEST(DefOverlays, ShapesAndSeparatorWithoutOverlaysFolder)
+TEST(DefOverlays, ShapesSeparatorThenPicturesByNameAndNoOtherFiles)
 {
     ScratchFolder scratch;
-    EXPECT_EQ(mw::LoadDefOverlays(scratch.Path()), (Rows{"|Shape1", "|Oval", "|Rectangle", "================="}));
-}
-
-TEST(DefOverlays, PicturesFollowByNameAndOtherFilesAreLeftOut)
-{
-    ScratchFolder scratch;
-    scratch.Write("overlays/star.bmp", "x");
-    scratch.Write("overlays/Arrow.BMP", "x");
-    scratch.Write("overlays/ball.bmp", "x");
-    scratch.Write("overlays/notes.txt", "x");
-    scratch.Write("overlays/inner.bmp/keep.bmp", "x"); // a folder named like a picture
-    EXPECT_EQ(mw::LoadDefOverlays(scratch.Path()),
-              (Rows{"|Shape1", "|Oval", "|Rectangle", "=================", "Arrow.BMP", "ball.bmp", "star.bmp"}));
+    const Rows shapes = {"|Shape1", "|Oval", "|Rectangle", "================="};
+    EXPECT_EQ(mw::LoadDefOverlays(scratch.Path()), shapes); // no overlays folder
+    for (const char* file : {"star.bmp", "Arrow.BMP", "ball.bmp", "notes.txt", "inner.bmp/keep.bmp"})
+        scratch.Write(std::string("overlays/") + file, "x"); // the last is a folder named like a picture
+    Rows expected = shapes;
+    expected.insert(expected.end(), {"Arrow.BMP", "ball.bmp", "star.bmp"});
+    EXPECT_EQ(mw::LoadDefOverlays(scratch.Path()), expected);
 }
 
 } // namespace

@@ -61,8 +61,11 @@ TEST_F(Options, AutoSaveMinutesCountOnlyWhenTicked)
     EXPECT_FALSE(Load().AutoSaveMinEnabled());
 }
 
-TEST_F(Options, SeparatorRowKeepsDefOverlay)
+TEST_F(Options, DefOverlayIsTheChosenRowButNotTheSeparator)
 {
+    scratch.Write("overlays/star.bmp", "x");
+    settings.DefOverlay = "star.bmp";
+    EXPECT_EQ(Load().List1Index, 4);
     settings.DefOverlay = "|Oval";
     OptionsModel model = Load();
     ASSERT_EQ(model.List1Index, 1);
@@ -70,13 +73,6 @@ TEST_F(Options, SeparatorRowKeepsDefOverlay)
     EXPECT_EQ(Applied(model).DefOverlay, "|Oval");
     model.List1Index = 0;
     EXPECT_EQ(Applied(model).DefOverlay, "|Shape1");
-}
-
-TEST_F(Options, OverlayPictureIsChosenByName)
-{
-    scratch.Write("overlays/star.bmp", "x");
-    settings.DefOverlay = "star.bmp";
-    EXPECT_EQ(Load().List1Index, 4);
 }
 
 TEST_F(Options, BlueIsRefusedOtherColoursTaken)
@@ -100,53 +96,36 @@ TEST_F(Options, BlueIsRefusedOtherColoursTaken)
     EXPECT_EQ(prompt.Texts().size(), 1u);
 }
 
-TEST_F(Options, SaveToFolderChoices)
+TEST_F(Options, ConfirmRefusesAMissingFolderAndWritesOtherwise)
 {
-    OptionsModel model = Load();
-    EXPECT_EQ(model.SaveToOption, 1);
-    model.SaveToOption = 2;
-    EXPECT_EQ(Applied(model).NewDivXSaveToFolder, "2");
-    model.SaveToOption = 3;
-    model.txtFolder = scratch.Path().string();
-    EXPECT_TRUE(model.Validate(prompt));
-    EXPECT_EQ(Applied(model).NewDivXSaveToFolder, scratch.Path().string());
-}
-
-TEST_F(Options, MissingFolderKeepsDialogOpenAndWritesNothing)
-{
+    EXPECT_EQ(Load().SaveToOption, 1);
     const fs::path file = mw::SettingsFilePath(scratch.Path());
     mw::clsIniFile ini(file.string());
-    for (const std::string& folder : {std::string(), (scratch.Path() / "gone").string(),
-                                     scratch.Write("plain.txt", "x").string()}) {
+    const auto confirm = [&](int option, const std::string& folder) {
         OptionsModel model = Load();
-        model.SaveToOption = 3;
+        model.SaveToOption = option;
         model.txtFolder = folder;
         model.chkAutoSave = true;
-        model.txtAutoSaveMin = "9";
-        EXPECT_FALSE(mw::ConfirmOptions(model, settings, ini, prompt)) << folder;
-    }
+        model.txtAutoSaveMin = "4";
+        model.Combo1Index = 1;
+        return mw::ConfirmOptions(model, settings, ini, prompt);
+    };
+    for (const std::string& folder : {std::string(), (scratch.Path() / "gone").string(),
+                                     scratch.Write("plain.txt", "x").string()})
+        EXPECT_FALSE(confirm(3, folder)) << folder;
     EXPECT_EQ(prompt.Texts(), std::vector<std::string>(3, "Error in folder where to save new DivXFile"));
     EXPECT_EQ(settings.AutoSaveMin, 0);
     EXPECT_FALSE(fs::exists(file));
-}
 
-TEST_F(Options, ConfirmWritesTheKeys)
-{
-    const fs::path file = mw::SettingsFilePath(scratch.Path());
-    mw::clsIniFile ini(file.string());
-    OptionsModel model = Load();
-    model.chkAutoSave = true;
-    model.txtAutoSaveMin = "4";
-    model.Combo1Index = 1;
-    model.chkDeleteDivX = false;
-    ASSERT_TRUE(mw::ConfirmOptions(model, settings, ini, prompt));
-
-    Settings reread;
-    mw::LoadValues(reread, ini, scratch.Path());
-    EXPECT_EQ(reread.AutoSaveMin, 4);
-    EXPECT_EQ(reread.defLang, "de");
-    EXPECT_FALSE(reread.deleteDivX);
-    EXPECT_EQ(settings.defLang, "de");
+    for (const auto& [option, saved] : {std::pair{2, std::string("2")}, std::pair{3, scratch.Path().string()}}) {
+        ASSERT_TRUE(confirm(option, scratch.Path().string()));
+        EXPECT_EQ(settings.defLang, "de");
+        Settings reread;
+        mw::LoadValues(reread, ini, scratch.Path());
+        EXPECT_EQ(reread.NewDivXSaveToFolder, saved);
+        EXPECT_EQ(reread.AutoSaveMin, 4);
+        EXPECT_EQ(reread.defLang, "de");
+    }
 }
 
 } // namespace

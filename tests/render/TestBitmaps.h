@@ -4,12 +4,19 @@
 
 namespace mw::test {
 
+// A bitmap of the given size and depth, every pixel 0.
+inline cDIB Blank(int width, int height, int bpp)
+{
+    cDIB dib;
+    dib.Create(width, height, bpp);
+    return dib;
+}
+
 // A bitmap whose pixels differ from their neighbours and from row to row, so that swapped rows,
 // columns or nibbles show.
 inline cDIB Patterned(int width, int height, int bpp)
 {
-    cDIB dib;
-    dib.Create(width, height, bpp);
+    cDIB dib = Blank(width, height, bpp);
     const std::uint32_t mask = bpp == 24 ? 0xFFFFFF : (1u << bpp) - 1;
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x)

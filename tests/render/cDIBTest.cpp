@@ -12,6 +12,7 @@
 using mw::cDIB;
 using mw::Colour;
 using mw::Rgb;
+using mw::test::Blank;
 using mw::test::Patterned;
 using mw::test::ScratchFolder;
 
@@ -59,8 +60,7 @@ TEST(cDIB, CreateRoundsLinesUpToFourBytesAndRefusesWhatCannotBeMade)
 
 TEST(cDIB, DefaultTablesByDepth)
 {
-    cDIB dib;
-    dib.Create(1, 1, 4);
+    cDIB dib = Blank(1, 1, 4);
     const std::vector<Colour> sixteen = dib.GetColorTable();
     dib.Create(1, 1, 8);
     const std::vector<Colour> table = dib.GetColorTable();
@@ -74,8 +74,7 @@ TEST(cDIB, DefaultTablesByDepth)
 
 TEST(cDIB, ShortColourTableSetsOnlyItsEntriesAndLongOneIsCut)
 {
-    cDIB dib;
-    dib.Create(2, 2, 4);
+    cDIB dib = Blank(2, 2, 4);
     std::vector<Colour> expected = dib.GetColorTable();
     dib.SetColorTable({Rgb(1, 2, 3), Rgb(10, 20, 30), Rgb(10, 20, 30)});
     expected[0] = Rgb(1, 2, 3);
@@ -87,15 +86,13 @@ TEST(cDIB, ShortColourTableSetsOnlyItsEntriesAndLongOneIsCut)
 
     dib.SetColorTable(std::vector<Colour>(20, Rgb(9, 9, 9)));
     EXPECT_EQ(dib.GetColorTable(), std::vector<Colour>(16, Rgb(9, 9, 9)));
-    cDIB rgb;
-    rgb.Create(1, 1, 24);
+    cDIB rgb = Blank(1, 1, 24);
     EXPECT_EQ(rgb.ValueOf(0xFF123456), 0x123456u);
 }
 
 TEST(cDIB, PixelsCountFromTheTopLeftOverBottomUpRows)
 {
-    cDIB dib;
-    dib.Create(3, 2, 4);
+    cDIB dib = Blank(3, 2, 4);
     dib.SetPixel(0, 0, 0xA);
     dib.SetPixel(1, 0, 0x5);
     dib.SetPixel(2, 1, 0xF);
@@ -116,8 +113,7 @@ TEST(cDIB, ClsTakesTheNearestEntryOfAPaletteBitmap)
     };
     for (const Case& c : {Case{4, Rgb(250, 10, 10), 9}, Case{4, Rgb(100, 100, 100), 8}, Case{1, Rgb(200, 200, 90), 1},
                           Case{8, Rgb(0, 0, 0x30), 16 + 1}, Case{24, Rgb(1, 2, 3), Rgb(1, 2, 3)}}) {
-        cDIB dib;
-        dib.Create(11, 3, c.Bpp);
+        cDIB dib = Blank(11, 3, c.Bpp);
         dib.Cls(c.Clear);
         EXPECT_EQ(ValuesIn(dib), std::set<std::uint32_t>{c.Value}) << c.Bpp << " " << c.Clear;
         dib.Reset();
@@ -128,15 +124,13 @@ TEST(cDIB, ClsTakesTheNearestEntryOfAPaletteBitmap)
 TEST(cDIB, StretchBetweenPaletteBitmapsKeepsIndexes)
 {
     // Entries 3 and 5 share a colour: a copy by colour would turn 5 into 3.
-    cDIB source;
-    source.Create(2, 2, 4);
+    cDIB source = Blank(2, 2, 4);
     source.SetColorTable({Rgb(0, 0, 255), Rgb(255, 0, 0), Rgb(255, 255, 0), Rgb(9, 9, 9), Rgb(1, 1, 1), Rgb(9, 9, 9)});
     source.SetPixel(0, 0, 5);
     source.SetPixel(1, 0, 1);
     source.SetPixel(0, 1, 2);
     source.SetPixel(1, 1, 0);
-    cDIB target;
-    target.Create(4, 4, 4);
+    cDIB target = Blank(4, 4, 4);
     target.Cls(Rgb(255, 255, 255));
     source.Stretch(target, 0, 0, 4, 4, 0, 0, 2, 2);
     for (int y = 0; y < 4; ++y) {
@@ -148,37 +142,31 @@ TEST(cDIB, StretchBetweenPaletteBitmapsKeepsIndexes)
 
 TEST(cDIB, StretchAcrossDepthsGoesByColour)
 {
-    cDIB palette;
-    palette.Create(2, 1, 4);
+    cDIB palette = Blank(2, 1, 4);
     palette.SetPixel(0, 0, 9);
     palette.SetPixel(1, 0, 14);
-    cDIB rgb;
-    rgb.Create(2, 1, 24);
+    cDIB rgb = Blank(2, 1, 24);
     palette.Paint(rgb, 0, 0);
     EXPECT_EQ(RowOf(rgb, 0), (Row{Rgb(255, 0, 0), Rgb(0, 255, 255)}));
 
     rgb.SetPixel(0, 0, Rgb(120, 0, 10));
-    cDIB back;
-    back.Create(2, 1, 4);
+    cDIB back = Blank(2, 1, 4);
     back.LoadBlt(rgb, 0, 0);
     EXPECT_EQ(RowOf(back, 0), (Row{1, 14})); // 1 is dark red
 }
 
 TEST(cDIB, NegativeSizesMirrorAndCopiesAreClipped)
 {
-    cDIB source;
-    source.Create(3, 1, 8);
+    cDIB source = Blank(3, 1, 8);
     for (int x = 0; x < 3; ++x)
         source.SetPixel(x, 0, std::uint32_t(x + 1));
-    cDIB target;
-    target.Create(4, 2, 8);
+    cDIB target = Blank(4, 2, 8);
     source.Stretch(target, 3, 0, -3, 1, 0, 0, 3, 1);
     source.Paint(target, 2, 1); // only two pixels fit
     EXPECT_EQ(RowOf(target, 0), (Row{3, 2, 1, 0}));
     EXPECT_EQ(RowOf(target, 1), (Row{0, 0, 1, 2}));
 
-    cDIB part;
-    part.Create(2, 1, 8);
+    cDIB part = Blank(2, 1, 8);
     part.LoadBlt(source, 1, 0);
     EXPECT_EQ(RowOf(part, 0), (Row{2, 3}));
 
@@ -188,13 +176,11 @@ TEST(cDIB, NegativeSizesMirrorAndCopiesAreClipped)
 
 TEST(cDIB, StretchTransparentLeavesOutTheTransparentColour)
 {
-    cDIB source;
-    source.Create(2, 2, 24);
+    cDIB source = Blank(2, 2, 24);
     source.Cls(Rgb(0, 255, 0));
     source.SetPixel(1, 1, Rgb(255, 0, 0));
     for (int bpp : {24, 4}) {
-        cDIB target;
-        target.Create(4, 4, bpp);
+        cDIB target = Blank(4, 4, bpp);
         target.Cls(Rgb(0, 0, 255));
         source.StretchTransparent(target, 0, 0, 4, 4, 0, 0, 2, 2, Rgb(0, 255, 0));
         for (int y = 0; y < 4; ++y) {
@@ -249,23 +235,17 @@ TEST(cDIB, SaveFailsWithoutTouchingWhatWasThere)
 TEST(cDIB, PicturesReadAt24Bits)
 {
     const ScratchFolder scratch;
-    QImage image(5, 3, QImage::Format_RGB888);
-    for (int y = 0; y < 3; ++y) {
-        for (int x = 0; x < 5; ++x)
-            image.setPixel(x, y, qRgb(x * 50, y * 100, 255 - x * 20));
-    }
-    const std::string png = (scratch.Path() / "p.png").string();
-    const std::string jpeg = (scratch.Path() / "p.jpg").string();
-    ASSERT_TRUE(image.save(QString::fromStdString(png)));
-    ASSERT_TRUE(image.save(QString::fromStdString(jpeg)));
-
+    const QImage image = Patterned(5, 3, 24).ToImage().convertToFormat(QImage::Format_RGB888);
     cDIB dib;
-    ASSERT_TRUE(dib.CreateFromPicture(png));
-    EXPECT_EQ(dib.BPP(), 24);
-    EXPECT_EQ(dib.Pixel(4, 2), Rgb(200, 200, 175)); // red in the low byte, top row first
+    for (const char* name : {"p.jpg", "p.png"}) {
+        const std::string file = (scratch.Path() / name).string();
+        ASSERT_TRUE(image.save(QString::fromStdString(file))) << name;
+        ASSERT_TRUE(dib.CreateFromPicture(file)) << name;
+        EXPECT_EQ(dib.BPP(), 24) << name;
+    }
     EXPECT_EQ(dib.ToImage().convertToFormat(QImage::Format_RGB888), image);
-    ASSERT_TRUE(dib.CreateFromPicture(jpeg));
-    EXPECT_EQ(dib.BPP(), 24);
+    const QRgb corner = image.pixel(4, 2);
+    EXPECT_EQ(dib.Pixel(4, 2), Rgb(qRed(corner), qGreen(corner), qBlue(corner))); // red in the low byte, top row first
 
     EXPECT_FALSE(dib.CreateFromPicture((scratch.Path() / "none.png").string()));
     EXPECT_TRUE(dib.Empty());

@@ -4,12 +4,16 @@
 #include "ui/QtPrompt.h"
 #include "ui/widgets/TextFormatWidget.h"
 
+#include <QAbstractButton>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QTabWidget>
 #include <QTableWidget>
 #include <QTest>
+#include <QToolBar>
+#include <QTreeWidget>
 
 using namespace mw;
 
@@ -23,21 +27,39 @@ const char* kProject = R"(<DivXMediaManager menuVersion="1" objectID="1" default
 </Title>
 </Media>
 <LanguageMenus objectID="9" languageCode="en" startingMenuID="12" rootMenuID="none">
-<DivXMediaMenu objectID="12" backgroundVideoID="none" backgroundAudioID="none" menuType="title" menuName="Main"/>
+<DivXMediaMenu objectID="12" backgroundVideoID="none" backgroundAudioID="none" menuType="title" menuName="Main">
+<ButtonMenu objectID="20" overlayID="none"/>
+</DivXMediaMenu>
+<DivXMediaMenu objectID="13" backgroundVideoID="none" backgroundAudioID="none" menuType="root" menuName="Second"/>
 </LanguageMenus>
 </DivXMediaManager>
 )";
 
-// The main window, with a settings file of its own when one is given.
 struct Window : test::MainWindow {
-    explicit Window(const std::string& ini = {}) : MainWindow(ini.empty() ? Files{} : Files{{"Menuwright.ini", ini}}) {}
+    using MainWindow::MainWindow;
 
     std::string WriteProject(const char* name = "demo.xml") const
     {
         Write(name, kProject);
         return (Folder() / name).string();
     }
+    QAction* Button(const char* bar, const char* key) const
+    {
+        return form->findChild<QToolBar*>(bar)->findChild<QAction*>(key);
+    }
+    QString MenuPanel() const { return form->statusBar()->findChild<QLabel*>("menu")->text(); }
 };
+
+Window::Files Ini(const char* text)
+{
+    return {{"Menuwright.ini", text}};
+}
+
+QTreeWidgetItem* FindRow(QTreeWidget* tree, const QString& text)
+{
+    const auto found = tree->findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
+    return found.isEmpty() ? nullptr : found.front();
+}
 
 } // namespace
 
@@ -46,17 +68,15 @@ class Form1Test : public QObject {
 private slots:
     void menuEntriesCarryCaptionShortcutAndName_data();
     void menuEntriesCarryCaptionShortcutAndName();
-    void documentCommandsFollowTheProject();
-    void openingFillsTreeAndRecentFiles();
-    void selectingNodeFillsPropertiesAndHelp();
-    void editingRowWritesTreeAndMarksDirty();
+    void openingFillsTheWindowAndCommandsFollowProjectAndSelection();
+    void propertiesShowAndEditTheSelectedNode();
     void cancelAtExitKeepsWindowAndFiles();
-    void splitterWidthsComeFromAndGoToSettings();
-    void splitterStopsShortOfTheOther();
-    void selectionDrivesCommandsAndMenuPanel();
+    void splittersComeFromAndGoToSettings();
     void autoSaveTimerSavesTheOpenProject();
     void progressGoesToTheNamedPanel();
     void nickFileOpensAtStart();
+    void languageSwitchRelabelsWindowAndDialogs();
+    void nodeStepsAndSimpleModeSelectInTreeView1();
     void fileFiltersInQtForm_data();
     void fileFiltersInQtForm();
 };
@@ -68,18 +88,12 @@ void Form1Test::menuEntriesCarryCaptionShortcutAndName_data()
     QTest::addColumn<QString>("shortcut");
     QTest::addColumn<bool>("enabledAtStart");
     QTest::newRow("new") << "mnuNew" << "New..." << "Ctrl+N" << true;
-    QTest::newRow("open") << "mnuOpen" << "Open..." << "Ctrl+O" << true;
     QTest::newRow("exit") << "mnuExit" << "Exit" << "" << true;
     QTest::newRow("save") << "mnuSave" << "Save" << "Ctrl+S" << false;
-    QTest::newRow("undo") << "mnuUndo" << "Undo" << "Ctrl+Z" << false;
-    QTest::newRow("paste size") << "mnuPasteSize2" << "Paste button size" << "F5" << false;
-    QTest::newRow("refresh title") << "mnuRefreshTitle" << "Refresh Title" << "Ctrl+F6" << false;
     QTest::newRow("remove button") << "mnuRemoveButton" << "Remove Button" << "Shift+F8" << false;
     QTest::newRow("create divx") << "mnuCreateDivX" << "Create DivX" << "F12" << false;
     QTest::newRow("previous node") << "mnuPreviusNode" << "Previous node" << "F2" << false;
-    QTest::newRow("movies with menu") << "mnuMoviesWithMenu" << "Many movies with menu..." << "Ctrl+M" << false;
     QTest::newRow("sub2divx") << "mnuSrt2Divx" << "Sub2DivX (Add subtitles)" << "" << false;
-    QTest::newRow("new language") << "mnuCreateLangNick" << "Create new Language..." << "" << false;
 }
 
 void Form1Test::menuEntriesCarryCaptionShortcutAndName()
@@ -94,7 +108,11 @@ void Form1Test::menuEntriesCarryCaptionShortcutAndName()
     QCOMPARE(action->text(), caption);
     QCOMPARE(action->shortcut(), QKeySequence(shortcut));
     QCOMPARE(action->isEnabled(), enabledAtStart);
+}
 
+void Form1Test::openingFillsTheWindowAndCommandsFollowProjectAndSelection()
+{
+    Window w;
     // Every entry of the table is on the bar once, and no command is missing its place.
     int entries = 0;
     for (const MenuEntry& entry : MainMenuEntries()) {
@@ -106,61 +124,70 @@ void Form1Test::menuEntriesCarryCaptionShortcutAndName()
             QCOMPARE(w.Action(entry.Name)->toolTip(), QString(kNotAvailableYet));
     }
     QCOMPARE(entries, 47);
-}
 
-void Form1Test::documentCommandsFollowTheProject()
-{
-    Window w;
-    const char* documentCommands[] = {"mnuClose", "mnuSave", "mnuSaveAs", "mnuNormalize", "mnuCheck"};
-    for (const char* name : documentCommands)
-        QVERIFY2(!w.Action(name)->isEnabled(), name);
+    QAction* noOverlays = w.Button("Toolbar1", "NoCreateOverlays");
+    QVERIFY(noOverlays->isCheckable());
+    QCOMPARE(noOverlays->toolTip(), QString("Dont recreate overlays (del temp must be false)"));
+    QCOMPARE(w.Button("Toolbar1", "addLang")->toolTip(), QString("Add Language Menu (Not available yet)"));
+    QVERIFY(!w.Button("ToolbarPic", "buttonAdd")->isEnabled());
+    const auto documentCommandsAre = [&w](bool enabled) {
+        for (const char* name : {"mnuClose", "mnuSave", "mnuSaveAs", "mnuNormalize", "mnuCheck"})
+            QVERIFY2(w.Action(name)->isEnabled() == enabled, name);
+        QCOMPARE(w.Button("Toolbar1", "save")->isEnabled(), enabled);
+        QCOMPARE(w.Button("Toolbar1", "NoCreateOverlays")->isEnabled(), enabled);
+        QCOMPARE(w.project().ItemsEnabled, enabled);
+    };
+    documentCommandsAre(false);
     QCOMPARE(w.form->windowTitle(), QString::fromStdString(WindowTitleFor("")));
-
-    w.OpenByMenu(w.WriteProject());
-    for (const char* name : documentCommands)
-        QVERIFY2(w.Action(name)->isEnabled(), name);
-    QVERIFY(!w.Action("mnuUndo")->isEnabled());
-    QVERIFY(!w.Action("mnuAddMenu")->isEnabled());
-    QVERIFY(w.form->windowTitle().startsWith("demo.xml - Menuwright ver. "));
-
-    w.Action("mnuClose")->trigger();
-    for (const char* name : documentCommands)
-        QVERIFY2(!w.Action(name)->isEnabled(), name);
-    QCOMPARE(w.Widget<QTreeView>("TreeView1")->model()->rowCount(), 0);
-    QCOMPARE(w.form->windowTitle(), QString::fromStdString(WindowTitleFor("")));
-}
-
-void Form1Test::openingFillsTreeAndRecentFiles()
-{
-    Window w;
-    QAction* none = w.Action("mnuRecent_0");
-    QCOMPARE(none->text(), QString("No files"));
-    QVERIFY(!none->isEnabled());
+    QCOMPARE(w.Action("mnuRecent_0")->text(), QString("No files"));
+    QVERIFY(!w.Action("mnuRecent_0")->isEnabled());
 
     const std::string path = w.WriteProject();
-    w.OpenByMenu(path);
+    w.prompt.OpenedFiles.push_back({path});
+    w.Button("Toolbar1", "openXml")->trigger();
+    documentCommandsAre(true);
     auto* tree = w.Widget<QTreeView>("TreeView1");
     const QModelIndex root = tree->model()->index(0, 0);
     QCOMPARE(root.data().toString(), QString("DivXMediaManager"));
     QVERIFY(tree->isExpanded(root));
     QCOMPARE(tree->model()->rowCount(root), 7); // four attribute rows and three elements
-    QCOMPARE(w.form->CurrentProject().Values().LastFolderUsed, w.Folder().string());
+    QCOMPARE(w.project().Values().LastFolderUsed, w.Folder().string());
+    QCOMPARE(w.Action("mnuRecent_0")->text(), QString::fromStdString(path));
+    QVERIFY(w.Action("mnuRecent_0")->isEnabled());
+    QVERIFY(!w.Action("mnuUndo")->isEnabled());
+    QVERIFY(!w.Action("mnuAddMenu")->isEnabled());
+    QVERIFY(!w.Button("Toolbar1", "addLang")->isEnabled());
+    QVERIFY(w.form->windowTitle().startsWith("demo.xml - Menuwright ver. "));
 
-    QAction* recent = w.Action("mnuRecent_0");
-    QCOMPARE(recent->text(), QString::fromStdString(path));
-    QVERIFY(recent->isEnabled());
+    QAction* removeTitle = w.Action("mnuRemoveTitle");
+    QVERIFY(!removeTitle->isEnabled());
+    w.Select("6");
+    QVERIFY(removeTitle->isEnabled());
+    QVERIFY(w.Action("mnuRefreshTitle")->isEnabled());
+    QCOMPARE(w.MenuPanel(), QString());
+    w.Select("12");
+    QVERIFY(!removeTitle->isEnabled());
+    QCOMPARE(w.MenuPanel(), QString("Menu Main (title)"));
 
     // A cancelled open dialog leaves the project open.
     w.Action("mnuOpen")->trigger();
     QCOMPARE(tree->model()->rowCount(), 1);
+
+    w.Action("mnuClose")->trigger();
+    documentCommandsAre(false);
+    QVERIFY(!w.Action("mnuRefreshTitle")->isEnabled());
+    QCOMPARE(w.MenuPanel(), QString());
+    QCOMPARE(tree->model()->rowCount(), 0);
+    QCOMPARE(w.form->windowTitle(), QString::fromStdString(WindowTitleFor("")));
 }
 
-void Form1Test::selectingNodeFillsPropertiesAndHelp()
+void Form1Test::propertiesShowAndEditTheSelectedNode()
 {
     Window w;
     w.OpenByMenu(w.WriteProject());
-    w.Select("12");
+    DocNode* menu = w.Select("12");
     auto* grid = w.Widget<QTableWidget>("Properties1");
+    auto* help = w.Widget<TextFormatWidget>("TextFormat1");
     QCOMPARE(w.Widget<QLabel>("lblPropFor")->text(), QString("DivXMediaMenu properties"));
     QCOMPARE(grid->rowCount(), 5);
     QCOMPARE(grid->item(0, 0)->text(), QString("objectID"));
@@ -168,37 +195,27 @@ void Form1Test::selectingNodeFillsPropertiesAndHelp()
     QCOMPARE(grid->item(4, 0)->text(), QString("menuName"));
     QCOMPARE(grid->item(4, 1)->text(), QString("Main"));
     QVERIFY(grid->item(4, 1)->flags() & Qt::ItemIsEditable);
+    QVERIFY2(help->PlainText().starts_with("DivXMediaMenu"), help->PlainText().c_str());
+    QVERIFY(help->PlainText().find("[b]") == std::string::npos);
 
-    const QString help = QString::fromStdString(w.Widget<TextFormatWidget>("TextFormat1")->PlainText());
-    QVERIFY2(help.startsWith("DivXMediaMenu"), qPrintable(help));
-    QVERIFY(!help.contains("[b]"));
-
-    // A row has no help block of its own.
-    auto* tree = w.Widget<QTreeView>("TreeView1");
-    tree->setCurrentIndex(tree->model()->index(0, 0, tree->currentIndex()));
-    QCOMPARE(QString::fromStdString(w.Widget<TextFormatWidget>("TextFormat1")->PlainText()), QString("none"));
-    QCOMPARE(grid->rowCount(), 0);
-}
-
-void Form1Test::editingRowWritesTreeAndMarksDirty()
-{
-    Window w;
-    w.OpenByMenu(w.WriteProject());
-    DocNode* menu = w.Select("12");
-    QVERIFY(!w.form->CurrentProject().FileIsDirty);
-    auto* grid = w.Widget<QTableWidget>("Properties1");
+    QVERIFY(!w.project().FileIsDirty);
     grid->item(4, 1)->setText("Start");
     QCOMPARE(GetPropertyInNode(*menu, "menuName"), std::string("Start"));
-    QVERIFY(w.form->CurrentProject().FileIsDirty);
+    QVERIFY(w.project().FileIsDirty);
     auto* tree = w.Widget<QTreeView>("TreeView1");
     QCOMPARE(tree->model()->index(4, 0, tree->currentIndex()).data().toString(), QString("menuName = Start"));
 
     // "<none>" takes the row away.
     grid->item(3, 1)->setText(kNoneMarker);
-    QCOMPARE(menu->ChildCount(), std::size_t{4});
+    QCOMPARE(menu->ChildCount(), std::size_t{5}); // four rows and the button
     QCOMPARE(GetPropertyInNode(*menu, "menuType"), std::string());
     QTest::qWait(0);
     QCOMPARE(grid->rowCount(), 4);
+
+    // A row has no help block nor properties of its own.
+    tree->setCurrentIndex(tree->model()->index(0, 0, tree->currentIndex()));
+    QCOMPARE(help->PlainText(), std::string("none"));
+    QCOMPARE(grid->rowCount(), 0);
 }
 
 void Form1Test::cancelAtExitKeepsWindowAndFiles()
@@ -206,7 +223,7 @@ void Form1Test::cancelAtExitKeepsWindowAndFiles()
     Window w;
     w.form->show();
     w.OpenByMenu(w.WriteProject());
-    w.form->CurrentProject().MarkDirty();
+    w.project().MarkDirty();
     const std::filesystem::path autoSave = w.Folder() / "_tmpFile_1_05.03.2004_18.22.01.xml";
     test::WriteFile(autoSave, kProject);
 
@@ -223,37 +240,19 @@ void Form1Test::cancelAtExitKeepsWindowAndFiles()
     QVERIFY(std::filesystem::exists(w.Folder() / "Menuwright.ini"));
 }
 
-void Form1Test::splitterWidthsComeFromAndGoToSettings()
+void Form1Test::splittersComeFromAndGoToSettings()
 {
-    Window w("[General]\r\nDiax=200\r\nDiax2=500\r\nWidth=12000\r\nHeight=6000\r\n");
+    Window w(Ini("[General]\r\nDiax=200\r\nDiax2=500\r\nWidth=12000\r\nHeight=6000\r\n"));
     w.form->show();
     QVERIFY(QTest::qWaitForWindowExposed(w.form.get()));
     auto* splitter = w.form->findChild<QSplitter*>();
-    QCOMPARE(splitter->sizes().front(), 200);
-    QCOMPARE(w.Widget<QWidget>("lblDiax")->x(), 200);
-    QCOMPARE(w.Widget<QWidget>("lblDiax2")->x(), 500);
-
-    splitter->setSizes({150, 300, splitter->width() - 462});
-    w.Action("mnuSimpleMode")->trigger();
-    QVERIFY(w.form->close());
-    clsIniFile ini((w.Folder() / "Menuwright.ini").string());
-    QCOMPARE(ini.GetString("Diax", ""), std::string("150"));
-    QCOMPARE(ini.GetString("Diax2", ""), std::string("456"));
-    QCOMPARE(ini.GetString("SimpleMode", ""), std::string("-1"));
-
-    Window again("[General]\r\nSimpleMode=-1\r\n");
-    QVERIFY(again.Action("mnuSimpleMode")->isChecked());
-    QVERIFY(again.Widget<QWidget>("tv2")->isVisibleTo(again.form.get()));
-}
-
-void Form1Test::splitterStopsShortOfTheOther()
-{
-    Window w("[General]\r\nDiax=200\r\nDiax2=500\r\n");
-    w.form->show();
-    QVERIFY(QTest::qWaitForWindowExposed(w.form.get()));
     auto* left = w.Widget<QWidget>("lblDiax");
     auto* right = w.Widget<QWidget>("lblDiax2");
-    // A drag with the button held, from the left strip to well past the right one.
+    QCOMPARE(splitter->sizes().front(), 200);
+    QCOMPARE(left->x(), 200);
+    QCOMPARE(right->x(), 500);
+
+    // A drag with the button held, from the left strip to well past the right one, stops short of it.
     const QPoint from = left->mapToGlobal(QPoint(2, 10));
     const QPoint to = right->mapToGlobal(QPoint(200, 10));
     const auto send = [left](QEvent::Type type, QPoint global, Qt::MouseButtons buttons) {
@@ -266,34 +265,23 @@ void Form1Test::splitterStopsShortOfTheOther()
     QVERIFY2(left->x() > 200, "the strip did not follow the mouse");
     QVERIFY(left->x() + left->width() < right->x());
     QVERIFY(w.Widget<QWidget>("PicCon")->width() > 0);
-}
 
-void Form1Test::selectionDrivesCommandsAndMenuPanel()
-{
-    Window w;
-    w.OpenByMenu(w.WriteProject());
-    QAction* removeTitle = w.Action("mnuRemoveTitle");
-    QAction* refreshTitle = w.Action("mnuRefreshTitle");
-    auto* panel = w.form->statusBar()->findChild<QLabel*>("menu");
-    QVERIFY(!removeTitle->isEnabled());
+    splitter->setSizes({150, 300, splitter->width() - 462});
+    w.Action("mnuSimpleMode")->trigger();
+    QVERIFY(w.form->close());
+    clsIniFile ini((w.Folder() / "Menuwright.ini").string());
+    QCOMPARE(ini.GetString("Diax", ""), std::string("150"));
+    QCOMPARE(ini.GetString("Diax2", ""), std::string("456"));
+    QCOMPARE(ini.GetString("SimpleMode", ""), std::string("-1"));
 
-    w.Select("6");
-    QVERIFY(removeTitle->isEnabled());
-    QVERIFY(refreshTitle->isEnabled());
-    QCOMPARE(panel->text(), QString());
-
-    w.Select("12");
-    QVERIFY(!removeTitle->isEnabled());
-    QCOMPARE(panel->text(), QString("Menu Main (title)"));
-
-    w.Action("mnuClose")->trigger();
-    QCOMPARE(panel->text(), QString());
-    QVERIFY(!refreshTitle->isEnabled());
+    Window again(Ini("[General]\r\nSimpleMode=-1\r\n"));
+    QVERIFY(again.Action("mnuSimpleMode")->isChecked());
+    QVERIFY(again.Widget<QWidget>("tv2")->isVisibleTo(again.form.get()));
 }
 
 void Form1Test::autoSaveTimerSavesTheOpenProject()
 {
-    Window w("[General]\r\nAutoSaveMin=1\r\n");
+    Window w(Ini("[General]\r\nAutoSaveMin=1\r\n"));
     auto* timer = w.form->findChild<QTimer*>("tmrAutoSave");
     QVERIFY(timer);
     QCOMPARE(timer->interval(), 60000);
@@ -316,7 +304,7 @@ void Form1Test::progressGoesToTheNamedPanel()
 {
     Window w;
     w.form->ShowProgress({"menu"}, "Reading movie");
-    QCOMPARE(w.form->statusBar()->findChild<QLabel*>("menu")->text(), QString("Reading movie"));
+    QCOMPARE(w.MenuPanel(), QString("Reading movie"));
     w.form->ShowProgress({""}, "Step 2 of 5");
     QCOMPARE(w.form->statusBar()->currentMessage(), QString("Step 2 of 5"));
 }
@@ -331,6 +319,91 @@ void Form1Test::nickFileOpensAtStart()
     w.form->OpenStartProject();
     QVERIFY(w.form->windowTitle().startsWith("nick.xml - "));
     QVERIFY(w.Action("mnuSave")->isEnabled());
+}
+
+void Form1Test::languageSwitchRelabelsWindowAndDialogs()
+{
+    Window w(Window::Files{{"German.Menuwright.exe.xml", R"(<Lang><Private Creator="Bernd" ProgramVersion="0"/>
+<Form1_Design Form1="Hauptfenster" mnuOpen="Oeffnen..." mnuOpen_ToolTipText="Projekt oeffnen"
+ mnuRecent_0="Keine Dateien" Toolbar1_2_ToolTipText="Xml oeffnen"/>
+<frmOptions_Design frmOptions="Optionen" TabStrip1_1="Allgemein" TabStrip1_1_ToolTipText="Tipp"
+ CancelButton="Abbrechen"/>
+<frmAbout_Design frmAbout="Ueber"/></Lang>)"}});
+    QAction* open = w.Action("mnuOpen");
+    QCOMPARE(open->text(), QString("Open..."));
+    QAction* german = w.Action("mnuLangDef_1");
+    QVERIFY(german);
+    QCOMPARE(german->text(), QString("German"));
+    QVERIFY(!german->isChecked());
+
+    const QString title = w.form->windowTitle();
+    german->trigger();
+    // The caption names the project, whatever the file calls the window.
+    QCOMPARE(w.form->windowTitle(), title);
+    QCOMPARE(open->text(), QString("Oeffnen..."));
+    QCOMPARE(open->toolTip(), QString("Projekt oeffnen"));
+    QCOMPARE(w.Action("mnuRecent_0")->text(), QString("Keine Dateien"));
+    QCOMPARE(w.Button("Toolbar1", "openXml")->toolTip(), QString("Xml oeffnen"));
+    QVERIFY(german->isChecked());
+    // Texts the file does not hold stay as they were.
+    QCOMPARE(w.Action("mnuSave")->text(), QString("Save"));
+
+    // Dialogs are labelled when they open.
+    QStringList seen;
+    for (const char* command : {"mnuOptions", "mnuAbout"}) {
+        test::OnNextDialog([&seen](QDialog& dialog) {
+            seen << dialog.windowTitle();
+            if (auto* tabs = dialog.findChild<QTabWidget*>("TabStrip1"))
+                seen << tabs->tabText(0) << tabs->tabToolTip(0);
+            if (auto* cancel = dialog.findChild<QAbstractButton*>("CancelButton"))
+                seen << cancel->text();
+            dialog.reject();
+        });
+        w.Action(command)->trigger();
+    }
+    QCOMPARE(seen, QStringList({"Optionen", "Allgemein", "Tipp", "Abbrechen", "Ueber"}));
+}
+
+void Form1Test::nodeStepsAndSimpleModeSelectInTreeView1()
+{
+    Window w;
+    w.OpenByMenu(w.WriteProject());
+    // Next and previous node stop at the ends.
+    w.Select("12");
+    w.Action("mnuNextNode")->trigger();
+    QCOMPARE(w.SelectedKey(), std::string("k13"));
+    w.Action("mnuNextNode")->trigger();
+    QCOMPARE(w.SelectedKey(), std::string("k13"));
+    w.Action("mnuPreviusNode")->trigger();
+    QCOMPARE(w.SelectedKey(), std::string("k12"));
+
+    auto* tv2 = w.Widget<QTreeWidget>("tv2");
+    auto* treeView1 = w.Widget<QTreeView>("TreeView1");
+    QVERIFY(!tv2->isVisibleTo(w.form.get()));
+    QVERIFY(w.Action("mnuExpertMode")->isChecked());
+
+    w.Action("mnuSimpleMode")->trigger();
+    QVERIFY(tv2->isVisibleTo(w.form.get()));
+    QVERIFY(!treeView1->isVisibleTo(w.form.get()));
+    QVERIFY(!w.Action("mnuExpertMode")->isChecked());
+    QCOMPARE(tv2->topLevelItemCount(), 2);
+    QCOMPARE(tv2->topLevelItem(1)->text(0), QString("Menus (en)"));
+
+    emit tv2->itemClicked(FindRow(tv2, "Menu Second (root)"), 0);
+    QCOMPARE(w.SelectedKey(), std::string("k13"));
+    emit tv2->itemClicked(FindRow(tv2, "Button 20"), 0);
+    QCOMPARE(w.SelectedKey(), std::string("k20"));
+    // A title row only selects itself.
+    emit tv2->itemClicked(FindRow(tv2, "Titles"), 0);
+    QCOMPARE(w.SelectedKey(), std::string("k20"));
+
+    // A structural change rebuilds the shown simple tree.
+    w.Action("mnuClose")->trigger();
+    QCOMPARE(tv2->topLevelItemCount(), 0);
+
+    w.Action("mnuExpertMode")->trigger();
+    QVERIFY(treeView1->isVisibleTo(w.form.get()));
+    QVERIFY(!tv2->isVisibleTo(w.form.get()));
 }
 
 void Form1Test::fileFiltersInQtForm_data()

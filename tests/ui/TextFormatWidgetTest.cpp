@@ -69,57 +69,39 @@ QString Clipboard()
 class TextFormatWidgetTest : public QObject {
     Q_OBJECT
 private slots:
-    void textIsLaidOutAndScrollRangeFollowsHeight();
-    void narrowerWidgetWrapsToMoreLines();
-    void scrolledSurfaceHitsLaterText();
+    void layoutFollowsWidthAndScrollsOverItsHeight();
     void dragSelectsAndCopiesWithAndWithoutTags();
-    void clickOnLinkOpensItButDragDoesNot();
-    void hiddenMenuCopiesLink();
+    void clickOnLinkOpensItDragAndHiddenMenuDoNot();
     void helpPaneShowsBlockOfNodeKind();
 };
 
-void TextFormatWidgetTest::textIsLaidOutAndScrollRangeFollowsHeight()
-{
-    View view(kLongText);
-    const int height = view.widget.Layout().Height;
-    QVERIFY(height > view.Surface()->height());
-    QVERIFY(view.Scroll());
-    QCOMPARE(view.Scroll()->maximum(), height - view.Surface()->height());
-
-    // A text that fits needs no scrolling; a new text starts at the top again.
-    view.Scroll()->setValue(view.Scroll()->maximum());
-    view.widget.SetText("short");
-    QVERIFY(view.widget.Layout().Height > 0);
-    QCOMPARE(view.Scroll()->maximum(), 0);
-    QCOMPARE(view.Scroll()->value(), 0);
-    QCOMPARE(view.widget.PlainText(), std::string("short"));
-}
-
-void TextFormatWidgetTest::narrowerWidgetWrapsToMoreLines()
+void TextFormatWidgetTest::layoutFollowsWidthAndScrollsOverItsHeight()
 {
     View view(kLongText, 400, 40);
     const int wide = view.widget.Layout().Height;
+    QVERIFY(wide > view.Surface()->height());
+    QCOMPARE(view.Scroll()->maximum(), wide - view.Surface()->height());
+    const auto top = view.widget.LocateTextAtXY(5, 2);
+    view.Scroll()->setValue(view.Scroll()->maximum());
+    const auto scrolled = view.widget.LocateTextAtXY(5, 2);
+    QVERIFY(top && scrolled);
+    QVERIFY(scrolled->Position > top->Position);
+
     view.widget.resize(200, 40);
     const int narrow = view.widget.Layout().Height;
     QVERIFY2(narrow > wide, qPrintable(QString("%1 <= %2").arg(narrow).arg(wide)));
     QCOMPARE(view.Scroll()->maximum(), narrow - view.Surface()->height());
     for (const TextPiece& piece : view.widget.Layout().Pieces)
         QVERIFY2(piece.Box.Right() <= view.Surface()->width(), piece.Text.c_str());
-
     // A right margin takes room from every line too.
     view.widget.SetRightMargin(80);
     QVERIFY(view.widget.Layout().Height > narrow);
-}
 
-void TextFormatWidgetTest::scrolledSurfaceHitsLaterText()
-{
-    View view(kLongText);
-    const auto top = view.widget.LocateTextAtXY(5, 2);
-    QVERIFY(top);
-    view.Scroll()->setValue(view.Scroll()->maximum());
-    const auto scrolled = view.widget.LocateTextAtXY(5, 2);
-    QVERIFY(scrolled);
-    QVERIFY(scrolled->Position > top->Position);
+    // A text that fits needs no scrolling; a new text starts at the top again.
+    view.widget.SetText("short");
+    QCOMPARE(view.Scroll()->maximum(), 0);
+    QCOMPARE(view.Scroll()->value(), 0);
+    QCOMPARE(view.widget.PlainText(), std::string("short"));
 }
 
 void TextFormatWidgetTest::dragSelectsAndCopiesWithAndWithoutTags()
@@ -152,7 +134,7 @@ void TextFormatWidgetTest::dragSelectsAndCopiesWithAndWithoutTags()
     QCOMPARE(view.widget.SelectedText(), std::string());
 }
 
-void TextFormatWidgetTest::clickOnLinkOpensItButDragDoesNot()
+void TextFormatWidgetTest::clickOnLinkOpensItDragAndHiddenMenuDoNot()
 {
     View view("Visit [w]http://example.com/menus[w] for more.", 400, 100);
     QCOMPARE(view.widget.Layout().Links.size(), std::size_t{1});
@@ -160,27 +142,18 @@ void TextFormatWidgetTest::clickOnLinkOpensItButDragDoesNot()
 
     Drag(view.Surface(), Center(rect), Center(rect));
     QCOMPARE(view.opened, std::vector<std::string>{"http://example.com/menus"});
-
     Drag(view.Surface(), {rect.Left + 1, Center(rect).y()}, {rect.Right() - 2, Center(rect).y()});
-    QCOMPARE(view.opened.size(), std::size_t{1});
-
     // Beside the link nothing opens.
     Drag(view.Surface(), {rect.Right() + 40, Center(rect).y()}, {rect.Right() + 40, Center(rect).y()});
-    QCOMPARE(view.opened.size(), std::size_t{1});
-}
 
-void TextFormatWidgetTest::hiddenMenuCopiesLink()
-{
-    View view("Visit [w]http://example.com[w] now", 400, 100);
-    const TextRect rect = view.widget.Layout().Links.front().Rects.front();
     QContextMenuEvent event(QContextMenuEvent::Mouse, Center(rect), view.Surface()->mapToGlobal(Center(rect)));
     QApplication::sendEvent(view.Surface(), &event);
     auto* menu = view.widget.findChild<QMenu*>("mnuHiddenLink");
     QVERIFY(menu && menu->isVisible());
     menu->close();
     view.Trigger("mnuCopyLink");
-    QCOMPARE(Clipboard(), QString("http://example.com"));
-    QVERIFY(view.opened.empty());
+    QCOMPARE(Clipboard(), QString("http://example.com/menus"));
+    QCOMPARE(view.opened.size(), std::size_t{1});
 }
 
 void TextFormatWidgetTest::helpPaneShowsBlockOfNodeKind()
@@ -189,19 +162,12 @@ void TextFormatWidgetTest::helpPaneShowsBlockOfNodeKind()
     pane.resize(300, 200);
     pane.show();
     pane.ShowBlock(HelpBlockFor("DivXMediaMenu"));
-    QCOMPARE(pane.objectName(), QString("TextFormat1"));
-    const std::string plain = pane.PlainText();
-    QVERIFY2(plain.rfind("DivXMediaMenu", 0) == 0, plain.c_str());
-    QVERIFY(plain.find("objectID") != std::string::npos);
-    QVERIFY(plain.find('[') == std::string::npos);
-    // The pane's prefix gives the property tables their borders.
-    QVERIFY(!pane.Layout().Cells.empty());
-    QVERIFY(!pane.Layout().Shapes.empty());
+    QVERIFY(pane.PlainText().find("objectID") != std::string::npos);
+    QVERIFY(!pane.Layout().Shapes.empty()); // the pane's prefix gives the property tables their borders
     QVERIFY(pane.Layout().UnknownTags.empty());
 
     pane.ShowBlock({});
     QCOMPARE(pane.PlainText(), std::string());
-    QCOMPARE(pane.Layout().Pieces.size(), std::size_t{0});
 }
 
 QTEST_MAIN(TextFormatWidgetTest)
