@@ -82,6 +82,7 @@ struct WriteVariant {
     bool PadEnd;                // the padding's blank behind the text
     bool RowComments;           // comment rows come back as comments
     const Document* Standalone; // set for a template: backgroundVideoID is resolved against it
+    const std::string* LocationsFrom; // set for a copy: relative locations are resolved against it
 };
 
 class XmlWriter {
@@ -149,7 +150,9 @@ bool XmlWriter::WriteRow(const DocNode& row, pugi::xml_node element)
     const std::string name = RowName(row.Text);
     if (!IsXmlName(name))
         return true;
-    const std::string value = RowValue(row.Text);
+    std::string value = RowValue(row.Text);
+    if (variant_.LocationsFrom && EqualsNoCase(name, "location") && !value.empty() && !IsAbsoluteLocation(value))
+        value = ResolveLocation(*variant_.LocationsFrom, value);
     if (variant_.Standalone && EqualsNoCase(name, "backgroundVideoID"))
         return WriteStandaloneBackground(element, name, value);
     SetAttribute(element, name, value);
@@ -196,14 +199,14 @@ bool SaveDocument(const pugi::xml_document& xml, const std::string& path, std::s
 
 } // namespace
 
-bool SaveTreeToFile(DocTree& tree, const std::string& path, std::string& error)
+bool SaveTreeToFile(DocTree& tree, const std::string& path, std::string& error, const std::string& locationsFrom)
 {
     const std::vector<DocNode*> nodes = tree.Flat();
     if (nodes.empty()) {
         error = "The project is empty, so there is nothing to save.";
         return false;
     }
-    XmlWriter writer({true, true, nullptr});
+    XmlWriter writer({true, true, nullptr, locationsFrom.empty() ? nullptr : &locationsFrom});
     pugi::xml_document xml;
     const DocNode& root = *nodes.front();
     const pugi::xml_node rootElement = writer.CreateElement(xml, root);
@@ -229,7 +232,7 @@ bool SaveTreeToFile(DocTree& tree, const std::string& path, std::string& error)
 
 std::string NodeToXmlString(DocNode& node)
 {
-    XmlWriter writer({false, false, nullptr});
+    XmlWriter writer({false, false, nullptr, nullptr});
     pugi::xml_document xml;
     if (!writer.WriteElement(node, xml, true))
         return "";
@@ -240,7 +243,7 @@ std::string NodeToXmlString(DocNode& node)
 
 bool SaveNodeToTemplate(const Document& doc, DocNode& node, const std::string& path, std::string& error)
 {
-    XmlWriter writer({true, false, &doc});
+    XmlWriter writer({true, false, &doc, nullptr});
     pugi::xml_document xml;
     if (!writer.WriteElement(node, xml, true)) {
         error = writer.Error;
