@@ -88,7 +88,8 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
     auto* autoSave = new QTimer(this);
     autoSave->setObjectName("tmrAutoSave");
     autoSave->setInterval(kAutoSaveIntervalMs);
-    connect(autoSave, &QTimer::timeout, this, [this] { RunCommandCaught(project_.Ask(), [this] { project_.AutoSaveTick(); }); });
+    connect(autoSave, &QTimer::timeout, this,
+            [this] { RunCommandCaught(project_.Ask(), [this] { project_.AutoSaveTick(); }); });
     project_.AutoSaveTimerChanged = [autoSave](bool running) {
         autoSave->stop();
         if (running)
