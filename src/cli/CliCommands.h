@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/CliOptions.h"
+#include "cli/ConsolePrompt.h"
 
 #include <functional>
 #include <iosfwd>
@@ -10,15 +11,21 @@ namespace mw {
 class ConsoleFormHost;
 class Language;
 class Project;
-class Prompt;
 struct ProgramState;
 
-enum CliExit : int { kExitOk = 0, kExitFaults = 1, kExitUnreadable = 2, kExitUnsaved = 3 };
+enum CliExit : int {
+    kExitOk = 0,
+    kExitFaults = 1,
+    kExitUnreadable = 2,
+    kExitUnsaved = 3,
+    kExitCancelled = 4,
+    kExitUnexpected = 5,
+};
 
 // What every command needs: the interface language for its texts and the user's answers.
 struct CliContext {
     const Language& Lang;
-    Prompt& Ask;
+    ConsolePrompt& Ask;
     std::ostream& Err;
     ProgramState& Program; // the settings in memory, for commands that open a project
     ConsoleFormHost& Forms;
@@ -29,8 +36,9 @@ int RunCheck(const CliOptions& options, CliContext& context);
 int RunNormalize(const CliOptions& options, CliContext& context);
 
 // Opens the project named by the first argument as the window opens a file, runs the command
-// on it and saves it back in place, or to -o OUT. A command that returns anything but kExitOk
-// is not saved. Exit 2 when the project cannot be read, 3 when it cannot be saved.
+// on it and saves it back in place (under the very name it was read from), or to -o OUT. A
+// command that returns anything but kExitOk, that the user cancelled (exit 4) or that threw
+// (exit 5) is not saved. Exit 2 when the project cannot be read, 3 when it cannot be saved.
 int RunOnProject(const CliOptions& options, CliContext& context, const std::function<int(Project&)>& command);
 
 // A new project around a movie, saved to -o PROJECT.xml.

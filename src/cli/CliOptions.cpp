@@ -157,9 +157,11 @@ std::string CliUsage()
            "  --help                     show this text\n"
            "  --version                  show the version\n"
            "\n"
-           "Messages go to standard output in order. Exit status: 0 success, 1 check found faults\n"
-           "or a media command failed, 2 the command line or the input could not be read, 3 the\n"
-           "result could not be saved.\n"
+           "Messages go to standard output in order. Exit status: 0 success, 1 check found faults,\n"
+           "a media command failed or a movie of the project could not be read, 2 the command line\n"
+           "or the input could not be read, 3 the result could not be saved, 4 the command was\n"
+           "cancelled (--answer cancel), 5 an unexpected error stopped the command. A project is\n"
+           "saved only with 0.\n"
            "The program folder is $MENUWRIGHT_HOME when set.\n";
 }
 

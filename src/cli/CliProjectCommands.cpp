@@ -1,6 +1,7 @@
 #include "cli/CliCommands.h"
 
 #include "cli/ConsoleFormHost.h"
+#include "core/CommandGuard.h"
 #include "core/ProgramStart.h"
 #include "document/Project.h"
 
@@ -24,8 +25,9 @@ std::string AbsolutePath(const std::string& path)
 // Saves under the -o name, or else under the project's own; the user has been told of a failure.
 int SaveProject(const CliOptions& options, Project& project)
 {
-    const std::string target = options.Output ? AbsolutePath(*options.Output) : project.Doc.ProjectFile;
-    return project.SaveFile(false, false, target) ? kExitOk : kExitUnsaved;
+    const bool saved = options.Output ? project.SaveFile(false, false, AbsolutePath(*options.Output))
+                                      : project.SaveFile(false, false);
+    return saved ? kExitOk : kExitUnsaved;
 }
 
 } // namespace
@@ -39,7 +41,11 @@ int RunOnProject(const CliOptions& options, CliContext& context, const std::func
     Project project(context.Program, context.Ask, context.Forms);
     if (!project.OpenFile(AbsolutePath(options.Arguments.front())))
         return kExitUnreadable;
-    const int status = command(project);
+    int status = kExitOk;
+    if (!RunCommandCaught(context.Ask, [&] { status = command(project); }))
+        return kExitUnexpected;
+    if (context.Ask.Cancelled())
+        return kExitCancelled;
     if (status != kExitOk)
         return status;
     return SaveProject(options, project);

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <ostream>
 #include <system_error>
@@ -38,8 +39,8 @@ bool SelectTitle(Project& project, const std::string& titleId)
     return true;
 }
 
-// Runs a menu command on the title named by the second argument.
-int RunOnTitle(const CliOptions& options, CliContext& context, void (*command)(Project&))
+// Runs a menu command on the title named by the second argument; exit 1 when it fails.
+int RunOnTitle(const CliOptions& options, CliContext& context, const std::function<bool(Project&)>& command)
 {
     if (options.Arguments.size() != 2)
         return Refuse(context, options, "expected a project file and a title id");
@@ -47,8 +48,7 @@ int RunOnTitle(const CliOptions& options, CliContext& context, void (*command)(P
     return RunOnProject(options, context, [&](Project& project) {
         if (!SelectTitle(project, titleId))
             return Refuse(context, options, titleId + " is not a title of the project");
-        command(project);
-        return static_cast<int>(kExitOk);
+        return static_cast<int>(command(project) ? kExitOk : kExitFaults);
     });
 }
 
@@ -132,8 +132,10 @@ int RunAddTitle(const CliOptions& options, CliContext& context)
         movies.push_back(movie.string());
     }
     return RunOnProject(options, context, [&](Project& project) {
-        for (const std::string& movie : movies)
-            AddTitle(project, movie);
+        for (const std::string& movie : movies) {
+            if (!AddTitle(project, movie))
+                return static_cast<int>(kExitFaults);
+        }
         return static_cast<int>(kExitOk);
     });
 }
@@ -156,11 +158,11 @@ int RunChapters(const CliOptions& options, CliContext& context)
         }
         if (form.Combo1.ListIndex < 0)
             return Refuse(context, options, titleId + " is not a title of the project");
-        Combo1_Click(form, project.Doc, project.Ask());
+        if (!Combo1_Click(form, project.Doc, project.Ask()))
+            return static_cast<int>(kExitFaults);
         if (const int status = FillChapForm(form, options, project, context); status != kExitOk)
             return status;
-        CreateChaps(project, form, false);
-        return static_cast<int>(kExitOk);
+        return static_cast<int>(CreateChaps(project, form, false) ? kExitOk : kExitFaults);
     });
 }
 
@@ -171,7 +173,10 @@ int RunRefreshTitle(const CliOptions& options, CliContext& context)
 
 int RunRemoveTitle(const CliOptions& options, CliContext& context)
 {
-    return RunOnTitle(options, context, mnuRemoveTitle);
+    return RunOnTitle(options, context, [](Project& project) {
+        mnuRemoveTitle(project);
+        return true;
+    });
 }
 
 } // namespace mw

@@ -29,6 +29,14 @@ PromptAnswer ConsolePrompt::Ask(const std::string& text, PromptButtons buttons, 
                                 const std::string&, PromptIcon)
 {
     out_ << text << '\n';
+    if (forcedAnswer_ == PromptAnswer::Cancel) {
+        for (const PromptAnswer declined : {PromptAnswer::Cancel, PromptAnswer::No}) {
+            if (Offers(buttons, declined)) {
+                cancelled_ = true;
+                return declined;
+            }
+        }
+    }
     if (forcedAnswer_ && Offers(buttons, *forcedAnswer_))
         return *forcedAnswer_;
     return defaultAnswer;

@@ -9,7 +9,8 @@ namespace mw {
 
 // The command line's Prompt: messages and questions go to standard output as plain text, in
 // order; a question takes its default button unless the user fixed the answer with --answer.
-// Dialogs that would pick a file, folder, colour or font are cancelled.
+// "--answer cancel" declines a question without Cancel (No), and the command counts as
+// cancelled. Dialogs that would pick a file, folder, colour or font are cancelled.
 class ConsolePrompt : public Prompt {
 public:
     ConsolePrompt(std::ostream& out, std::ostream& progress, std::optional<PromptAnswer> forcedAnswer)
@@ -29,10 +30,14 @@ public:
     std::optional<FontChoice> PickFont(const FontChoice& initial) override;
     void Progress(const ProgressChannel& channel, const std::string& text) override;
 
+    // The user's forced Cancel answered a question: the command must not be saved.
+    bool Cancelled() const { return cancelled_; }
+
 private:
     std::ostream& out_;
     std::ostream& progress_;
     std::optional<PromptAnswer> forcedAnswer_;
+    bool cancelled_ = false;
 };
 
 } // namespace mw

@@ -3,15 +3,54 @@
 #include "cli/CliTitleCommands.h"
 #include "cli/ConsoleFormHost.h"
 #include "cli/ConsolePrompt.h"
+#include "core/CommandGuard.h"
 #include "core/ProgramFolder.h"
 #include "core/Version.h"
 #include "core/ProgramStart.h"
 
 #include <iostream>
 
+using namespace mw;
+
+namespace {
+
+int RunCommand(const CliOptions& options, CliContext& context)
+{
+    const std::string& command = options.Command;
+    if (command == "resave")
+        return RunResave(options, context);
+    if (command == "check")
+        return RunCheck(options, context);
+    if (command == "normalize")
+        return RunNormalize(options, context);
+    if (command == "new")
+        return RunNew(options, context);
+    if (command == "tracks")
+        return RunTracks(options, context);
+    if (command == "keyframe")
+        return RunKeyframe(options, context);
+    if (command == "grab")
+        return RunGrab(options, context);
+    if (command == "streamname")
+        return RunStreamName(options, context);
+    if (command == "pic2avi")
+        return RunPic2Avi(options, context);
+    if (command == "add-title")
+        return RunAddTitle(options, context);
+    if (command == "chapters")
+        return RunChapters(options, context);
+    if (command == "refresh-title")
+        return RunRefreshTitle(options, context);
+    if (command == "remove-title")
+        return RunRemoveTitle(options, context);
+    context.Err << "menuwright-cli: unknown command " << command << "\n\n" << CliUsage();
+    return kExitUnreadable;
+}
+
+} // namespace
+
 int main(int argc, char** argv)
 {
-    using namespace mw;
     const CliParseResult parsed = ParseCliOptions(std::vector<std::string>(argv + 1, argv + argc));
     const CliOptions& options = parsed.Options;
     if (options.Help) {
@@ -33,33 +72,8 @@ int main(int argc, char** argv)
     ConsolePrompt prompt(std::cout, std::cerr, options.Answer);
     ConsoleFormHost forms;
     CliContext context{program.Lang, prompt, std::cerr, program, forms};
-
-    if (options.Command == "resave")
-        return RunResave(options, context);
-    if (options.Command == "check")
-        return RunCheck(options, context);
-    if (options.Command == "normalize")
-        return RunNormalize(options, context);
-    if (options.Command == "new")
-        return RunNew(options, context);
-    if (options.Command == "tracks")
-        return RunTracks(options, context);
-    if (options.Command == "keyframe")
-        return RunKeyframe(options, context);
-    if (options.Command == "grab")
-        return RunGrab(options, context);
-    if (options.Command == "streamname")
-        return RunStreamName(options, context);
-    if (options.Command == "pic2avi")
-        return RunPic2Avi(options, context);
-    if (options.Command == "add-title")
-        return RunAddTitle(options, context);
-    if (options.Command == "chapters")
-        return RunChapters(options, context);
-    if (options.Command == "refresh-title")
-        return RunRefreshTitle(options, context);
-    if (options.Command == "remove-title")
-        return RunRemoveTitle(options, context);
-    std::cerr << "menuwright-cli: unknown command " << options.Command << "\n\n" << CliUsage();
-    return kExitUnreadable;
+    // Whatever a command throws is told as a message and ends it without saving.
+    int status = kExitUnexpected;
+    RunCommandCaught(prompt, [&] { status = RunCommand(options, context); });
+    return status;
 }

@@ -30,7 +30,7 @@ std::string AutoSaveFileName(int slot, std::chrono::system_clock::time_point whe
     return SlotPrefix(slot) + stamp + ".xml";
 }
 
-void DeleteAutoSaveSlot(const fs::path& folder, int slot)
+void DeleteAutoSaveSlot(const fs::path& folder, int slot, const fs::path& keep)
 {
     const std::string prefix = SlotPrefix(slot);
     // Names are collected first: removing entries while the folder is being read is unspecified.
@@ -39,7 +39,8 @@ void DeleteAutoSaveSlot(const fs::path& folder, int slot)
     for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
         const std::string name = it->path().filename().string();
         std::error_code ignored;
-        if (it->is_regular_file(ignored) && StartsWithNoCase(name, prefix) && EndsWithNoCase(name, ".xml"))
+        if (it->is_regular_file(ignored) && StartsWithNoCase(name, prefix) && EndsWithNoCase(name, ".xml") &&
+            it->path().filename() != keep.filename())
             files.push_back(it->path());
     }
     for (const fs::path& file : files) {
@@ -57,8 +58,12 @@ void Project::AutoSaveTick()
         ++AutoSaveTicks;
         return;
     }
-    DeleteAutoSaveSlot(ProgramFolder(), AutoSaveSlot);
-    SaveFile(false, true, (ProgramFolder() / AutoSaveFileName(AutoSaveSlot, Now())).string());
+    // The slot's older file goes only once the new one stands; a failure keeps the count, so the
+    // next tick tries again.
+    const fs::path file = ProgramFolder() / AutoSaveFileName(AutoSaveSlot, Now());
+    if (!SaveFile(false, true, file.string()))
+        return;
+    DeleteAutoSaveSlot(ProgramFolder(), AutoSaveSlot, file);
     AutoSaveTicks = 0;
     AutoSaveSlot = (AutoSaveSlot + 1) % kAutoSaveSlots;
 }

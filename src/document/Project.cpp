@@ -20,10 +20,6 @@ namespace fs = std::filesystem;
 
 namespace mw {
 
-namespace {
-
-} // namespace
-
 std::string WindowTitleFor(const std::string& projectFile)
 {
     std::string title = std::string(kAppTitle) + " ver. " + std::to_string(kVersionMajor) + "." +
@@ -81,8 +77,8 @@ bool Project::AskToSave()
         return true;
     switch (prompt_.Ask(Texts()(1, "File is not saved. Save it now?"), PromptButtons::YesNoCancel, PromptAnswer::Yes)) {
     case PromptAnswer::Yes:
-        SaveFile(false, false);
-        return true;
+        // A cancelled or failed save keeps the work: the caller must not go on.
+        return SaveFile(false, false);
     case PromptAnswer::No:
         return true;
     default:
@@ -209,37 +205,47 @@ void Project::ReadMovieFps()
 
 bool Project::SaveFile(bool saveAs, bool autoSave, const std::string& path)
 {
-    const bool autoSaving = autoSave && !path.empty();
-    std::string name = path.empty() ? Doc.ProjectFile : path;
-    if (!autoSaving) {
-        if (path.empty() && (FileIsNew || saveAs || name.empty())) {
-            FileDialogRequest request;
-            request.Filter = "*.xml|*.xml";
-            request.DefaultExt = "xml";
-            request.OverwritePrompt = true;
-            const std::optional<std::string> chosen = prompt_.SaveFile(request);
-            if (!chosen || chosen->empty())
-                return false;
-            name = *chosen;
-        }
-        if (!EndsWithNoCase(name, ".xml"))
-            name += ".xml";
-        Doc.ProjectFile = name;
-        WindowTitle = WindowTitleFor(name);
-        AddFileToRecent(name);
-    }
-    // The file is replaced in one step, so the old one is not deleted first: a failed save
-    // leaves it whole.
     std::string error;
+    if (autoSave && !path.empty()) {
+        // The copy is opened by hand after a crash, from the program folder: its movies must be
+        // found from there.
+        if (SaveTreeToFile(Doc.Tree, path, error, Doc.ProjectFile)) {
+            autoSaveFailing_ = false;
+            return true;
+        }
+        // Said once, not at every minute; each tick tries again.
+        if (!autoSaveFailing_)
+            prompt_.Progress({}, "Auto-save failed, tried again every minute: " + error);
+        autoSaveFailing_ = true;
+        return false;
+    }
+    std::string name = path.empty() ? Doc.ProjectFile : path;
+    const bool asked = path.empty() && (FileIsNew || saveAs || name.empty());
+    if (asked) {
+        FileDialogRequest request;
+        request.Filter = "*.xml|*.xml";
+        request.DefaultExt = "xml";
+        request.OverwritePrompt = true;
+        const std::optional<std::string> chosen = prompt_.SaveFile(request);
+        if (!chosen || chosen->empty())
+            return false;
+        name = *chosen;
+    }
+    // A new name gets the extension; the project's own name is kept as it was read.
+    if ((asked || !path.empty()) && !EndsWithNoCase(name, ".xml"))
+        name += ".xml";
+    // The file is replaced in one step, so a failed save leaves the old one whole; the project
+    // takes the new name only once it stands on disk.
     if (!SaveTreeToFile(Doc.Tree, name, error)) {
         prompt_.Message(error, "", PromptIcon::Critical);
         return false;
     }
-    if (!autoSaving) {
-        FileIsNew = false;
-        FileIsDirty = false;
-        RestartAutoSave();
-    }
+    Doc.ProjectFile = name;
+    WindowTitle = WindowTitleFor(name);
+    AddFileToRecent(name);
+    FileIsNew = false;
+    FileIsDirty = false;
+    RestartAutoSave();
     return true;
 }
 

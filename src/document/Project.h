@@ -93,7 +93,8 @@ public:
     // Every change by a user command marks the project dirty.
     void MarkDirty() { FileIsDirty = true; }
 
-    // Offers to save unsaved work. False when the user cancelled: the caller must not go on.
+    // Offers to save unsaved work. False when the user cancelled, at the question or at the save
+    // dialog, or the save failed: the caller must not go on.
     bool AskToSave();
     // A new project around one movie, asked for when preset is empty. False when anything was
     // cancelled; the open project then stays as it was.
@@ -104,13 +105,16 @@ public:
     // the choice. False when cancelled or when OpenFile fails.
     bool OpenFileAsk();
     // Saves under the project's name; a new project, saveAs or an empty name ask for one, and a
-    // given path is taken as the answer. An auto-save writes to the path and leaves the name,
-    // the recent files and the flags alone. False when cancelled or failed (the user was told).
+    // given path is taken as the answer. The name, the title and the recent files change only
+    // once the file is written. An auto-save writes a copy with absolute locations to the path,
+    // leaves the name, the recent files and the flags alone and tells a failure once in the
+    // status text. False when cancelled or failed (the user was told).
     bool SaveFile(bool saveAs, bool autoSave, const std::string& path = {});
     // False when the user cancelled at the unsaved question.
     bool CloseOpenFile();
     // The end of the program: offers to save, then deletes the auto-save files and writes the
-    // settings. False when the user cancelled, and the program goes on.
+    // settings. False when the work was not saved as asked, and the program goes on with its
+    // auto-save files in place.
     bool Unload();
 
     void AddFileToRecent(const std::string& path);
@@ -142,6 +146,7 @@ private:
 
     ProgramState& program_;
     Prompt& prompt_;
+    bool autoSaveFailing_ = false; // the failure was told; it is not told again until one succeeds
     FormHost& forms_;
     Clock clock_;
 };

@@ -83,8 +83,12 @@ enum class TagPadding { None, Start, Full };
 
 class XmlWriter {
 public:
-    // Set for a template: backgroundVideoID rows are resolved against this project.
-    explicit XmlWriter(const Document* standalone = nullptr) : standalone_(standalone) {}
+    // `standalone` is set for a template: backgroundVideoID rows are resolved against it.
+    // `locationsFrom` is set for a copy elsewhere: relative locations are resolved against it.
+    explicit XmlWriter(const Document* standalone = nullptr, const std::string* locationsFrom = nullptr)
+        : standalone_(standalone), locationsFrom_(locationsFrom)
+    {
+    }
 
     std::string Error;
 
@@ -103,6 +107,7 @@ private:
     bool WriteStandaloneBackground(pugi::xml_node element, const std::string& name, const std::string& id);
 
     const Document* standalone_;
+    const std::string* locationsFrom_;
 };
 
 pugi::xml_node XmlWriter::CreateElement(pugi::xml_node parent, const DocNode& node)
@@ -168,7 +173,9 @@ bool XmlWriter::WriteRow(const DocNode& row, pugi::xml_node element)
     const std::string name = RowName(row.Text);
     if (!IsXmlName(name))
         return true;
-    const std::string value = RowValue(row.Text);
+    std::string value = RowValue(row.Text);
+    if (locationsFrom_ && EqualsNoCase(name, "location") && !value.empty() && !IsAbsoluteLocation(value))
+        value = ResolveLocation(*locationsFrom_, value);
     if (standalone_ && EqualsNoCase(name, "backgroundVideoID"))
         return WriteStandaloneBackground(element, name, value);
     SetAttribute(element, name, value);
@@ -215,14 +222,14 @@ bool SaveDocument(const pugi::xml_document& xml, const std::string& path, std::s
 
 } // namespace
 
-bool SaveTreeToFile(DocTree& tree, const std::string& path, std::string& error)
+bool SaveTreeToFile(DocTree& tree, const std::string& path, std::string& error, const std::string& locationsFrom)
 {
     const std::vector<DocNode*> nodes = tree.Flat();
     if (nodes.empty()) {
         error = "The project is empty, so there is nothing to save.";
         return false;
     }
-    XmlWriter writer;
+    XmlWriter writer(nullptr, locationsFrom.empty() ? nullptr : &locationsFrom);
     pugi::xml_document xml;
     const DocNode& root = *nodes.front();
     const pugi::xml_node rootElement = writer.CreateElement(xml, root);

@@ -9,7 +9,9 @@ namespace mw {
 // Writes the whole tree as a project file: rows become attributes, elements nest, comment rows
 // and extra info become comments. The file is replaced in one step, so a failed save leaves the
 // old one as it was; `error` then says why. Padded comment texts are stored back into the Tags.
-bool SaveTreeToFile(DocTree& tree, const std::string& path, std::string& error);
+// With locationsFrom, a copy that stands away from the project: relative locations are written
+// as absolute ones against that project file; the tree keeps them as they are.
+bool SaveTreeToFile(DocTree& tree, const std::string& path, std::string& error, const std::string& locationsFrom = {});
 
 // One subtree as a line of raw XML, which LoadXmlString reads back (undo keeps these). The
 // node's own comment rows are not part of it; those of the elements below it are. Empty when an

@@ -19,6 +19,9 @@ struct UndoSnapshot {
     std::string MenuTracksParentKey; // Media
     std::string SelectedKey;
     std::string CurrentMenuKey;
+    // Their places among their siblings, for when the nodes themselves are gone.
+    std::size_t MenuPosition = 0;
+    std::size_t MenuTracksPosition = 0;
 };
 
 // The last snapshots, oldest first. When full, a new one pushes the oldest out.
@@ -41,9 +44,10 @@ private:
 // a parent of theirs cannot be found or written.
 bool TakeUndoSnapshot(DocTree& tree, const std::string& currentMenuID, UndoSnapshot& snapshot);
 
-// Replaces the menu and MenuTracks by the snapshot's, as last children of their old parents, and
-// selects the stored node. False when a parent is gone or the XML is refused; the tree is checked
-// before anything is removed, so only a refused piece can leave it changed.
+// Replaces the menu and MenuTracks by the snapshot's, each in the place its node holds (so the
+// menu keeps its place among the menus of its language), and selects the stored node. False
+// when a parent is gone or a piece cannot be read back; both are checked before anything is
+// removed, so a refused snapshot leaves the tree as it was.
 bool RestoreUndoSnapshot(Document& doc, const UndoSnapshot& snapshot, Prompt& prompt);
 
 } // namespace mw

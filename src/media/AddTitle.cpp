@@ -40,20 +40,20 @@ void mnuAddTitle(Project& project)
     }
 }
 
-void AddTitle(Project& project, const std::string& fileName)
+bool AddTitle(Project& project, const std::string& fileName)
 {
     NewTitleForm form;
     double fps = project.MovieFps;
-    FillNewTitleForm(form, fileName, fps, project.Ask());
-    if (!project.Forms().ShowNewTitle(form))
-        return;
+    // A movie that cannot be read (or has gone) adds nothing: a title without tracks is no use.
+    if (!FillNewTitleForm(form, fileName, fps, project.Ask()) || !project.Forms().ShowNewTitle(form))
+        return false;
 
     project.MarkDirty();
     Document& doc = project.Doc;
     DocTree& tree = doc.Tree;
     DocNode* media = FindMediaNode(doc);
     if (!media)
-        return;
+        return true;
     const std::string& defLang = project.Values().defLang;
     const long titleId = doc.NextObjectID;
     DocNode& title = AddNextObjectNode(doc, *media, "Title", "movie");
@@ -64,7 +64,7 @@ void AddTitle(Project& project, const std::string& fileName)
     // A project without a translation table keeps the title as far as it got.
     DocNode* table = tree.ObjectNode(Get1NodeInNode(*tree.Root(), "translationtable"));
     if (!table)
-        return;
+        return true;
     AddTranslationLookup(tree, *table, doc.NextObjectID, defLang, "<an other title " + std::to_string(titleId) + ">");
     doc.NextObjectID += 2;
     const std::string sourceId = std::to_string(doc.NextObjectID);
@@ -75,6 +75,7 @@ void AddTitle(Project& project, const std::string& fileName)
     AddTitleTracks(doc, title, *table, sourceId, form.Tracks, true, defLang);
     UpdatePropertyInNode(tree, title, "defaultAudioTrack", DefaultTrack(form.Combo1, "wb"), false);
     UpdatePropertyInNode(tree, title, "defaultSubtitleTrack", DefaultTrack(form.Combo2, "sb"), false);
+    return true;
 }
 
 void AddTitleTracks(Document& doc, DocNode& title, DocNode& table, const std::string& sourceId,

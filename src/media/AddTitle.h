@@ -15,8 +15,9 @@ void mnuAddTitle(Project& project);
 
 // Shows the new-title dialog for the movie and, when accepted, adds the title under Media: its
 // name translation, its MediaSource and one MediaTrack per stream, with identifiers that follow
-// each other from the document's next one.
-void AddTitle(Project& project, const std::string& fileName);
+// each other from the document's next one. False, with nothing added, when the movie cannot be
+// read (the user was told) or the dialog was cancelled.
+bool AddTitle(Project& project, const std::string& fileName);
 
 // One MediaTrack per track row, appended to the title, identifiers from the document's next one
 // (each audio, subtitle or unknown stream also takes two for its translation). The language of

@@ -153,12 +153,13 @@ std::string ChosenTitleFile(const ChapForm& form)
     return ResolveLocation(form.ProjectFile, bar == std::string::npos ? "" : text.substr(bar + 1));
 }
 
-void LoadChosenTitle(ChapForm& form, Prompt& prompt)
+bool LoadChosenTitle(ChapForm& form, Prompt& prompt)
 {
     form.lstTracks.clear();
     form.lblRuntime.clear();
     form.lblEndFrame = 0;
-    LoadStreamsToListView(ChosenTitleFile(form), form.lstTracks, true, form.Fps, prompt);
+    if (!LoadStreamsToListView(ChosenTitleFile(form), form.lstTracks, true, form.Fps, prompt))
+        return false;
     for (const TrackRow& row : form.lstTracks) {
         if (!EqualsNoCase(row.Kind, "Video"))
             continue;
@@ -170,21 +171,23 @@ void LoadChosenTitle(ChapForm& form, Prompt& prompt)
         form.lblEndFrame = static_cast<long>(LeadingNumber(row.EndFrame));
         break;
     }
+    return true;
 }
 
-void Combo1_Click(ChapForm& form, const Document& doc, Prompt& prompt)
+bool Combo1_Click(ChapForm& form, const Document& doc, Prompt& prompt)
 {
-    LoadChosenTitle(form, prompt);
+    const bool read = LoadChosenTitle(form, prompt);
     form.ListView1.clear();
     form.ListView1Index = -1;
     const DocNode* title = doc.Tree.ObjectNode(ChosenTitleID(form));
     if (!title)
-        return;
+        return read;
     for (const auto& child : *title) {
         if (child->HasChildren() && EqualsNoCase(child->Text, "Chapter"))
             form.ListView1.push_back(
                 ListedChapter(doc, *child, static_cast<int>(form.ListView1.size()) + 1));
     }
+    return read;
 }
 
 void CalcChapters(ChapForm& form, Prompt& prompt)

@@ -75,9 +75,10 @@ std::string ChosenTitleID(const ChapForm& form);
 std::string ChosenTitleFile(const ChapForm& form);
 
 // Loads the chosen title's tracks, last frame and running time, without touching the list.
-void LoadChosenTitle(ChapForm& form, Prompt& prompt);
+// False when the movie cannot be read (the user was told); the tracks are then empty.
+bool LoadChosenTitle(ChapForm& form, Prompt& prompt);
 // Combo1_Click: the tracks as above, and the title's own chapters listed in ListView1.
-void Combo1_Click(ChapForm& form, const Document& doc, Prompt& prompt);
+bool Combo1_Click(ChapForm& form, const Document& doc, Prompt& prompt);
 
 // Recomputes the captions and tags of the regular division for the mode in use.
 void CalcChapters(ChapForm& form, Prompt& prompt);

@@ -73,6 +73,15 @@ bool CreateChapsForTitle(Project& project, ChapForm& form)
     if (!IsTitleNode(title))
         return false;
     const std::string file = ChosenTitleFile(form);
+    // The movie may have gone since the dialog read it; its chapters stay then.
+    TrackRows rows;
+    double fps = form.Fps;
+    if (!LoadStreamsToListView(file, rows, false, fps, prompt))
+        return false;
+    if (form.lstTracks.empty()) {
+        prompt.Message("An error occured loading tracks");
+        return false;
+    }
 
     std::vector<std::string> oldIds;
     const std::vector<DocNode*> oldChapters = ChapterNodesOf(*title);
@@ -96,10 +105,6 @@ bool CreateChapsForTitle(Project& project, ChapForm& form)
     DocNode& table = GetOrCreateTransNode(doc);
     const DocNode* source = MediaSourceOf(*title);
     const std::string sourceId = source ? ObjectIdOf(*source) : "";
-    if (form.lstTracks.empty()) {
-        prompt.Message("An error occured loading tracks");
-        return false;
-    }
 
     const std::vector<ChapterRange> ranges = ChapterRanges(form, file, prompt);
     const FormTexts texts = project.Texts();
@@ -120,14 +125,14 @@ std::string ChapSettingsFile(const Project& project)
     return SettingsFilePath(project.ProgramFolder()).string();
 }
 
-void mnuCreateChapters(Project& project)
+bool mnuCreateChapters(Project& project)
 {
     ChapForm form;
     LoadChapForm(form, project.Doc, ChapSettingsFile(project), project.Ask());
-    CreateChaps(project, form, true);
+    return CreateChaps(project, form, true);
 }
 
-void CreateChaps(Project& project, ChapForm& form, bool showForm)
+bool CreateChaps(Project& project, ChapForm& form, bool showForm)
 {
     Prompt& prompt = project.Ask();
     if (showForm) {
@@ -137,21 +142,21 @@ void CreateChaps(Project& project, ChapForm& form, bool showForm)
         form.chkAll = false;
         form.Accepted = false;
         if (!project.Forms().ShowChap(form))
-            return;
+            return false;
     }
-    if (!form.chkAll) {
-        CreateChapsForTitle(project, form);
-        return;
-    }
+    if (!form.chkAll)
+        return CreateChapsForTitle(project, form);
     // Every title is loaded in turn; a regular division is worked out again for its length.
     for (std::size_t i = 0; i < form.Combo1.Items.size(); ++i) {
         form.Combo1.ListIndex = static_cast<int>(i);
-        LoadChosenTitle(form, prompt);
+        if (!LoadChosenTitle(form, prompt))
+            return false;
         if (form.Mode != ChapMode::Manual && !form.Imported)
             CalcChapters(form, prompt);
         if (!CreateChapsForTitle(project, form))
-            return;
+            return false;
     }
+    return true;
 }
 
 } // namespace mw

@@ -18,13 +18,16 @@ namespace mw {
 
 namespace {
 
-void RefreshTracks(Project& project, DocNode& title)
+bool RefreshTracks(Project& project, DocNode& title)
 {
     Document& doc = project.Doc;
     DocTree& tree = doc.Tree;
     TrackRows rows;
     double fps = project.MovieFps;
-    LoadStreamsToListView(TitleFile(doc, title), rows, true, fps, project.Ask());
+    // A movie that cannot be read keeps the tracks the title has.
+    if (!LoadStreamsToListView(TitleFile(doc, title), rows, true, fps, project.Ask()))
+        return false;
+    project.MarkDirty();
 
     RemoveOwnTracks(tree, title);
 
@@ -35,6 +38,7 @@ void RefreshTracks(Project& project, DocNode& title)
     AddTitleTracks(doc, title, table, source ? ObjectIdOf(*source) : "", rows, false, project.Values().defLang);
     UpdatePropertyInNode(tree, title, "defaultAudioTrack", audio.empty() ? "none" : audio, true);
     UpdatePropertyInNode(tree, title, "defaultSubtitleTrack", subtitle.empty() ? "none" : subtitle, true);
+    return true;
 }
 
 // The frames of a chapter: those of its first track that has both.
@@ -51,11 +55,23 @@ std::optional<ChapterRange> ChapterFrames(const DocNode& chapter)
     return std::nullopt;
 }
 
-void RefreshChapters(Project& project, DocNode& title)
+bool RefreshChapters(Project& project, DocNode& title)
 {
     Document& doc = project.Doc;
     Prompt& prompt = project.Ask();
     const FormTexts texts = project.Texts();
+
+    // The movie is read before any chapter goes, so that one that cannot be read keeps them.
+    ChapForm form;
+    LoadChapForm(form, doc, ChapSettingsFile(project), prompt);
+    const std::string titleId = ObjectIdOf(title);
+    for (std::size_t i = 0; i < form.Combo1.Items.size(); ++i) {
+        if (std::to_string(form.Combo1.Items[i].ItemData) == titleId)
+            form.Combo1.ListIndex = static_cast<int>(i);
+    }
+    if (!Combo1_Click(form, doc, prompt))
+        return false;
+    project.MarkDirty();
 
     std::vector<std::string> oldIds;
     std::vector<ChapterRange> ranges;
@@ -69,15 +85,6 @@ void RefreshChapters(Project& project, DocNode& title)
         ranges.push_back(*frames);
         RemoveChapter(doc.Tree, *chapter);
     }
-
-    ChapForm form;
-    LoadChapForm(form, doc, ChapSettingsFile(project), prompt);
-    const std::string titleId = ObjectIdOf(title);
-    for (std::size_t i = 0; i < form.Combo1.Items.size(); ++i) {
-        if (std::to_string(form.Combo1.Items[i].ItemData) == titleId)
-            form.Combo1.ListIndex = static_cast<int>(i);
-    }
-    Combo1_Click(form, doc, prompt);
     form.txtChapters = std::to_string(ranges.size());
 
     DocNode& table = GetOrCreateTransNode(doc);
@@ -91,20 +98,17 @@ void RefreshChapters(Project& project, DocNode& title)
                                          ranges[i], project.Values().defLang, shared, texts, prompt));
     }
     RepairChapterReferences(doc.Tree, oldIds, newIds, texts, prompt);
+    return true;
 }
 
 } // namespace
 
-void mnuRefreshTitle(Project& project)
+bool mnuRefreshTitle(Project& project)
 {
     DocNode* title = GetParentNode(project.Doc.Tree);
     if (!IsTitleNode(title))
-        return;
-    project.MarkDirty();
-    if (ChapterNodesOf(*title).empty())
-        RefreshTracks(project, *title);
-    else
-        RefreshChapters(project, *title);
+        return true;
+    return ChapterNodesOf(*title).empty() ? RefreshTracks(project, *title) : RefreshChapters(project, *title);
 }
 
 } // namespace mw

@@ -72,7 +72,8 @@ TEST_F(CliTitles, RefusalsAndAnswersOtherThanYesLeaveTheFileAsItWas)
 {
     ASSERT_EQ(On("chapters", "6 --count 3").Exit, 0);
     const std::string before = Saved();
-    EXPECT_EQ(On("chapters", "6 --count 2 --answer cancel").Exit, 0);
+    EXPECT_EQ(On("chapters", "6 --count 2 --answer cancel").Exit, 4);
+    EXPECT_EQ(On("remove-title", "6 --answer cancel").Exit, 4); // a Yes/No question is declined
     EXPECT_EQ(On("remove-title", "6 --answer no").Exit, 0);
     const CommandResult frames = On("chapters", "6 --manual 0-100,100-100");
     EXPECT_EQ(frames.Exit, 1);
@@ -81,6 +82,34 @@ TEST_F(CliTitles, RefusalsAndAnswersOtherThanYesLeaveTheFileAsItWas)
     EXPECT_EQ(empty.Exit, 1);
     EXPECT_EQ(empty.Out, "Can not find any chapter\n");
     EXPECT_EQ(Saved(), before);
+}
+
+TEST_F(CliTitles, AMovieThatCannotBeReadExitsOneAndSavesNothing)
+{
+    ASSERT_EQ(On("add-title", Quoted(Short())).Exit, 0); // title 12
+    ASSERT_EQ(On("chapters", "12 --count 2").Exit, 0);
+    const std::string junk = Quoted(folder.Write("junk.avi", "not a movie"));
+    fs::remove(Movie());
+    fs::remove(Short());
+    const std::string before = Saved();
+    for (const auto& [command, rest] : std::vector<std::pair<const char*, std::string>>{
+             {"refresh-title", "6"}, {"refresh-title", "12"}, {"chapters", "6 --count 2"},
+             {"chapters", "12 --manual 0-9"}, {"add-title", junk}}) {
+        SCOPED_TRACE(std::string(command) + " " + rest);
+        const CommandResult result = On(command, rest);
+        EXPECT_EQ(result.Exit, 1);
+        EXPECT_EQ(result.Out.substr(0, 26), "Error geting info for file");
+        EXPECT_EQ(Saved(), before);
+    }
+}
+
+TEST_F(CliTitles, InPlaceTheFileReadIsWrittenWhateverItsExtension)
+{
+    const fs::path other = folder.Path() / "p.proj";
+    fs::copy_file(Project(), other);
+    ASSERT_EQ(Run("chapters " + Quoted(other) + " 6 --count 2").Exit, 0);
+    EXPECT_NE(mw::test::ReadAll(other).find("<Chapter "), std::string::npos);
+    EXPECT_FALSE(fs::exists(folder.Path() / "p.proj.xml"));
 }
 
 TEST_F(CliTitles, BadCommandLinesExitTwo)

@@ -74,15 +74,52 @@ TEST_F(AutoSaveTest, ThreeFilesTakeTurnsAndTheProjectStaysAsItWas)
     EXPECT_EQ(Files(), (Texts{"_tmpFile_1_05.03.2004_18.25.01.xml", "_tmpFile_2_05.03.2004_18.23.01.xml",
                               "_tmpFile_3_05.03.2004_18.24.01.xml"}));
     EXPECT_EQ(project.AutoSaveSlot, 1);
+    // The copy lies in the program folder: its movies are named by their full paths there, and
+    // only there.
     mw::Document saved;
     ASSERT_TRUE(mw::LoadXmlFile((home.Path() / "_tmpFile_1_05.03.2004_18.25.01.xml").string(), saved, prompt));
-    EXPECT_EQ(mw::NodeToXmlString(*saved.Tree.Root()), Xml());
+    std::string expected = Xml();
+    for (const std::string movie : {"movie.avi", "menu.avi"}) {
+        const std::string relative = "location=\"" + movie + "\"";
+        ASSERT_NE(expected.find(relative), std::string::npos);
+        expected.replace(expected.find(relative), relative.size(),
+                         "location=\"" + (work.Path() / movie).string() + "\"");
+    }
+    EXPECT_EQ(mw::NodeToXmlString(*saved.Tree.Root()), expected);
     EXPECT_TRUE(project.FileIsDirty);
     EXPECT_FALSE(project.FileIsNew);
     EXPECT_EQ(project.Doc.ProjectFile, (work.Path() / "p.xml").string());
     EXPECT_EQ(project.WindowTitle, title);
     EXPECT_EQ(project.RecentFiles(), recent);
     EXPECT_TRUE(prompt.Log.empty());
+}
+
+TEST_F(AutoSaveTest, AFailingAutoSaveKeepsTheOlderFileSaysSoOnceAndTriesAgainAtTheNextTick)
+{
+    program.Values.AutoSaveMin = 1;
+    Open("p.xml");
+    for (int tick = 0; tick < 3; ++tick)
+        Tick();
+    const Texts three = Files();
+    ASSERT_EQ(three.size(), 3u);
+    ASSERT_EQ(project.AutoSaveSlot, 0);
+
+    // A folder in the place of each next file makes the write fail, also for root.
+    for (int tick = 0; tick < 2; ++tick) {
+        fs::create_directory(home.Path() / mw::AutoSaveFileName(0, now + std::chrono::minutes(1)));
+        Tick();
+        EXPECT_EQ(project.AutoSaveSlot, 0);
+    }
+    ASSERT_EQ(prompt.ProgressLog.size(), 1u);
+    EXPECT_NE(prompt.ProgressLog[0].second.find("Auto-save failed"), std::string::npos);
+    EXPECT_TRUE(prompt.Log.empty()); // no box
+    EXPECT_TRUE(fs::is_regular_file(home.Path() / three[0])); // the slot's older file is kept
+
+    Tick();
+    EXPECT_EQ(project.AutoSaveSlot, 1);
+    EXPECT_FALSE(fs::exists(home.Path() / three[0]));
+    EXPECT_TRUE(fs::is_regular_file(home.Path() / mw::AutoSaveFileName(0, now)));
+    EXPECT_EQ(prompt.ProgressLog.size(), 1u);
 }
 
 } // namespace

@@ -14,6 +14,7 @@
 
 #include <chrono>
 #include <ctime>
+#include <ostream>
 
 namespace mw::test {
 
@@ -53,6 +54,28 @@ inline std::chrono::system_clock::time_point LocalTime(int year, int month, int 
     return std::chrono::system_clock::from_time_t(std::mktime(&tm));
 }
 
+// What a failed or cancelled step must leave as it was: the tree, the flags, the name and the
+// caption, the recent files, the undo steps and the bytes of the project's file.
+struct ProjectState {
+    std::string Xml;
+    bool Dirty = false;
+    bool New = false;
+    std::string File;
+    std::string Title;
+    std::vector<std::string> Recent;
+    std::size_t UndoSteps = 0;
+    std::string Bytes;
+
+    bool operator==(const ProjectState&) const = default;
+};
+
+inline void PrintTo(const ProjectState& s, std::ostream* out)
+{
+    *out << "dirty " << s.Dirty << ", new " << s.New << ", file " << s.File << ", title " << s.Title << ", "
+         << s.Recent.size() << " recent, " << s.UndoSteps << " undo steps, " << s.Bytes.size() << " bytes on disk\n"
+         << s.Xml;
+}
+
 class ProjectFixture : public ::testing::Test {
 protected:
     // Writes a project file into the work folder and returns its path.
@@ -67,6 +90,13 @@ protected:
         prompt.Log.clear();
     }
     std::string Xml() { return project.Doc.Tree.Empty() ? "" : NodeToXmlString(*project.Doc.Tree.Root()); }
+    ProjectState State()
+    {
+        std::error_code ec;
+        const std::string& file = project.Doc.ProjectFile;
+        return {Xml(), project.FileIsDirty, project.FileIsNew, file, project.WindowTitle, project.RecentFiles(),
+                project.Undo.Count(), std::filesystem::is_regular_file(file, ec) ? ReadAll(file) : "<no file>"};
+    }
 
     ScratchFolder home; // the program folder
     ScratchFolder work; // where the user keeps projects and movies

@@ -55,39 +55,58 @@ TEST_F(ProjectTest, AFailedOpenKeepsTheOldProject)
     EXPECT_EQ(prompt.Texts()[0], kSaveQuestion);
 }
 
-TEST_F(ProjectTest, CancelAtTheUnsavedQuestionLeavesEverything)
+TEST_F(ProjectTest, AStopAtTheUnsavedQuestionLeavesEverything)
 {
     const std::string movie = mw::test::ShortMovie().string();
     const std::string other = WriteProject("other.xml");
-    const std::vector<std::pair<const char*, std::function<bool()>>> cases = {
+    const std::vector<std::pair<const char*, std::function<bool()>>> commands = {
         {"open", [&] { return project.OpenFile(other); }},
         {"new", [&] { return project.CreateNewFile(movie); }},
         {"new with dialog", [&] { return project.CreateNewFile(); }},
         {"close", [&] { return project.CloseOpenFile(); }},
+        {"exit", [&] { return project.Unload(); }},
+    };
+    // Cancel at the question; Yes, then the save dialog cancelled; Yes, then a write that fails
+    // (its folder is a file, which stops root too).
+    const std::string unwritable = (work.Write("plain.txt", "x") / "p.xml").string();
+    const std::vector<std::pair<const char*, std::function<void()>>> stops = {
+        {"cancel", [&] { prompt.Answers.push_back(mw::PromptAnswer::Cancel); }},
+        {"dialog cancelled", [&] {
+             prompt.Answers.push_back(mw::PromptAnswer::Yes);
+             prompt.SavedFiles.push_back(std::nullopt);
+         }},
+        {"write failed", [&] {
+             prompt.Answers.push_back(mw::PromptAnswer::Yes);
+             prompt.SavedFiles.push_back(unwritable);
+         }},
     };
     Open("mine.xml");
     project.Doc.Tree.AddChild(project.Doc.Tree.Item("k12"), "", "menuName = changed", "prop");
     project.MarkDirty();
+    project.FileIsNew = true; // Save asks for a name
     project.CurrentMenuID = "12";
     project.UndoAdd();
-    const std::string before = Xml();
-    const std::string savedFile = ReadAll(work.Path() / "mine.xml");
-    const mw::CommandStates commands = project.Commands;
+    const fs::path leftOver = home.Write("_tmpFile_1_01.01.2004_00.00.00.xml", "auto-saved");
+    const mw::test::ProjectState before = State();
+    const mw::CommandStates commandStates = project.Commands;
 
-    for (const auto& [name, run] : cases) {
-        SCOPED_TRACE(name);
-        prompt.Log.clear();
-        prompt.Answers.push_back(mw::PromptAnswer::Cancel);
-        EXPECT_FALSE(run());
-        ASSERT_EQ(prompt.Log.size(), 1u); // no file dialog either
-        EXPECT_EQ(prompt.Log[0].Text, kSaveQuestion);
-        EXPECT_TRUE(forms.ShownNewTitles.empty());
-        EXPECT_EQ(Xml(), before);
-        EXPECT_TRUE(project.FileIsDirty);
-        EXPECT_EQ(project.CurrentMenuID, "12");
-        EXPECT_EQ(project.Undo.Count(), 1u);
-        EXPECT_EQ(project.Commands, commands);
-        EXPECT_EQ(ReadAll(work.Path() / "mine.xml"), savedFile);
+    for (const auto& [command, run] : commands) {
+        for (const auto& [stop, answer] : stops) {
+            SCOPED_TRACE(std::string(command) + ", " + stop);
+            prompt.Log.clear();
+            answer();
+            EXPECT_FALSE(run());
+            ASSERT_FALSE(prompt.Log.empty());
+            EXPECT_EQ(prompt.Log[0].Text, kSaveQuestion);
+            for (const auto& shown : prompt.Log)
+                EXPECT_NE(shown.Kind, "open"); // no movie or project was asked for
+            EXPECT_TRUE(forms.ShownNewTitles.empty());
+            EXPECT_EQ(State(), before);
+            EXPECT_EQ(project.CurrentMenuID, "12");
+            EXPECT_EQ(project.Commands, commandStates);
+            EXPECT_TRUE(fs::exists(leftOver)); // the auto-save files stay while the work is unsaved
+            EXPECT_FALSE(fs::exists(home.Path() / "Menuwright.ini"));
+        }
     }
 }
 
@@ -141,19 +160,32 @@ TEST_F(ProjectTest, SavingAsAddsTheExtensionAndClearsTheFlags)
     EXPECT_EQ(project.Doc.ProjectFile, (work.Path() / "twice.xml.bak.xml").string());
 }
 
-TEST_F(ProjectTest, AFailedSaveKeepsTheOldFileAndTheProjectDirty)
+TEST_F(ProjectTest, AFailedSaveOrSaveAsKeepsTheOldFileTheNameAndTheRecentFiles)
 {
     Open("locked.xml");
     const fs::path file = work.Path() / "locked.xml";
     project.Doc.Tree.AddChild(project.Doc.Tree.Item("k12"), "", "menuName2 = new", "prop");
     project.MarkDirty();
-    ::chmod(file.c_str(), 0444);
-    EXPECT_FALSE(project.SaveFile(false, false));
-    ::chmod(file.c_str(), 0644);
-    EXPECT_EQ(ReadAll(file), mw::test::kMenuProject);
-    EXPECT_TRUE(project.FileIsDirty);
-    ASSERT_EQ(prompt.Texts().size(), 1u);
-    EXPECT_NE(prompt.Texts()[0].find("read-only"), std::string::npos) << prompt.Texts()[0];
+    const mw::test::ProjectState before = State();
+    fs::create_directory(work.Path() / "taken.xml");
+    // Each target fails for root too: a read-only file is refused by the writer itself.
+    const std::vector<std::tuple<const char*, bool, std::string, const char*>> cases = {
+        {"own file read-only", false, "", "read-only"},
+        {"save as, folder is a file", true, (work.Write("plain.txt", "x") / "p.xml").string(), "p.xml"},
+        {"save as, onto a folder", true, (work.Path() / "taken").string(), "taken.xml"},
+    };
+    for (const auto& [name, saveAs, target, said] : cases) {
+        SCOPED_TRACE(name);
+        prompt.Log.clear();
+        if (saveAs)
+            prompt.SavedFiles.push_back(target);
+        ::chmod(file.c_str(), saveAs ? 0644 : 0444);
+        EXPECT_FALSE(project.SaveFile(saveAs, false));
+        ::chmod(file.c_str(), 0644);
+        EXPECT_EQ(State(), before);
+        ASSERT_EQ(prompt.Texts().size(), 1u);
+        EXPECT_NE(prompt.Texts()[0].find(said), std::string::npos) << prompt.Texts()[0];
+    }
 }
 
 TEST_F(ProjectTest, NewProjectIsTheSkeletonAroundTheChosenMovie)

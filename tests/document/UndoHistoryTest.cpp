@@ -92,6 +92,50 @@ TEST_F(UndoHistoryTest, AMissingMenuOrParentEndsTheHistory)
     EXPECT_FALSE(project.Commands.mnuUndo);
 }
 
+TEST_F(UndoHistoryTest, TheMenuAndMenuTracksComeBackInTheirPlaces)
+{
+    mw::DocNode& later = mw::AddNextObjectNode(project.Doc, project.Doc.Tree.Item("k9"), "DivXMediaMenu", "menu");
+    mw::AddNextObjectNode(project.Doc, project.Doc.Tree.Item("k2"), "Title", "movie");
+    const std::size_t menuAt = Menu().PositionInParent();
+    const std::size_t tracksAt = project.Doc.Tree.Item("k20").PositionInParent();
+    Edit(1);
+    project.UndoDo();
+    EXPECT_EQ(Menu().PositionInParent(), menuAt);
+    EXPECT_EQ(later.PositionInParent(), menuAt + 1);
+    EXPECT_EQ(project.Doc.Tree.Item("k20").PositionInParent(), tracksAt); // MenuTracks, before the new title
+    EXPECT_TRUE(prompt.Texts().empty());
+}
+
+TEST_F(UndoHistoryTest, ASnapshotThatCannotBeReadBackRemovesNothing)
+{
+    mw::UndoSnapshot good;
+    ASSERT_TRUE(mw::TakeUndoSnapshot(project.Doc.Tree, "12", good));
+    const std::vector<std::pair<const char*, std::function<void(mw::UndoSnapshot&)>>> cases = {
+        {"tracks do not parse", [](mw::UndoSnapshot& s) { s.MenuTracksXml = "<MenuTracks objectID=\"20\""; }},
+        {"menu takes the title's id", [](mw::UndoSnapshot& s) {
+             s.MenuXml = "<DivXMediaMenu objectID=\"12\"><ButtonMenu objectID=\"6\" /></DivXMediaMenu>";
+         }},
+        {"both take one id", [](mw::UndoSnapshot& s) {
+             s.MenuXml = "<DivXMediaMenu objectID=\"12\"><ButtonMenu objectID=\"21\" /></DivXMediaMenu>";
+             s.MenuTracksXml = "<MenuTracks objectID=\"20\"><MediaSource objectID=\"21\" /></MenuTracks>";
+         }},
+    };
+    for (const auto& [name, spoil] : cases) {
+        SCOPED_TRACE(name);
+        Edit(1);
+        mw::UndoSnapshot snapshot = good;
+        spoil(snapshot);
+        project.Undo.Push(snapshot);
+        const std::string before = Xml();
+        prompt.Log.clear();
+        project.UndoDo();
+        EXPECT_EQ(Xml(), before);
+        ASSERT_FALSE(prompt.Texts().empty());
+        EXPECT_EQ(prompt.Texts().back(), "Error trying to undo");
+        EXPECT_TRUE(project.Undo.Empty());
+    }
+}
+
 TEST_F(UndoHistoryTest, NewOpenAndCloseStartTheHistoryAnew)
 {
     const std::string movie = work.Write("junk.avi", "").string();
@@ -111,6 +155,7 @@ TEST_F(UndoHistoryTest, NewOpenAndCloseStartTheHistoryAnew)
         ASSERT_TRUE(run());
         EXPECT_TRUE(project.Undo.Empty());
         EXPECT_FALSE(project.Commands.mnuUndo);
+        project.FileIsDirty = false; // the next open asks nothing
     }
 }
 

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <tuple>
 
 namespace {
@@ -147,19 +148,63 @@ TEST_F(Titles, SeveralFilesGetADialogEachAndACancelSkipsOnlyItsFile)
     EXPECT_EQ(GetPropertyInNode(*mw::TitleNodes(project.Doc).back(), "defaultAudioTrack"), "none");
 }
 
-TEST_F(Titles, DamagedInputGivesAHalfBuiltTitle)
+// A movie that cannot be read, or has gone since it was added, leaves the project as it was: no
+// track, chapter or frame range goes, no identifier is taken and nothing is marked changed.
+TEST_F(Titles, AMovieThatCannotBeReadChangesNothing)
 {
-    long title = p.project.Doc.NextObjectID;
-    mw::AddTitle(p.project, p.folder.Write("broken.avi", "not a movie at all").string());
-    EXPECT_EQ(p.prompt.Texts(), (std::vector<std::string>{"Error geting info for file"}));
-    EXPECT_TRUE(p.forms.ShownNewTitles.at(0).Tracks.empty());
-    EXPECT_EQ(p.Node(title).ChildCount(), 5u); // four rows and the source, no tracks
-    EXPECT_EQ(p.Node(title).LastChild()->Text, "MediaSource");
-    EXPECT_EQ(p.project.Doc.NextObjectID, title + 4);
+    mw::DocTree& tree = p.project.Doc.Tree;
+    const fs::path copy = p.folder.Path() / "gone.avi";
+    fs::copy_file(movie, copy);
+    mw::UpdatePropertyInNode(tree, p.Node(7), "location", "gone.avi", false); // relative
+    ASSERT_TRUE(mw::AddTitle(p.project, copy.string()));                  // title 12, with chapters
+    mw::ChapForm manual = p.OpenChapForm(1);
+    manual.Mode = mw::ChapMode::Manual;
+    manual.ListView1 = {{1, 0, 9, ""}, {2, 10, 49, ""}};
+    ASSERT_TRUE(mw::CreateChaps(p.project, manual, false));
+    const std::string junk = p.folder.Write("junk.avi", "not a movie at all").string();
+    fs::remove(copy);
+    p.forms.ShownNewTitles.clear();
+    p.project.FileIsDirty = false;
+    const std::string before = p.Xml();
+    const long next = p.project.Doc.NextObjectID;
 
-    p.prompt.Log.clear(); // without a translation table the title gets no further than its rows
+    const std::vector<std::pair<const char*, std::function<bool()>>> cases = {
+        {"add a damaged file", [&] { return mw::AddTitle(p.project, junk); }},
+        {"add a file that has gone", [&] { return mw::AddTitle(p.project, copy.string()); }},
+        {"refresh the tracks", [&] {
+             tree.Select(p.Node(6).Child(1));
+             return mw::mnuRefreshTitle(p.project);
+         }},
+        {"refresh the chapters", [&] {
+             tree.Select(&p.Node(12));
+             return mw::mnuRefreshTitle(p.project);
+         }},
+        {"chapters from a dialog read before", [&] {
+             mw::ChapForm form = manual;
+             return mw::CreateChaps(p.project, form, false);
+         }},
+        {"chapters for every title", [&] {
+             mw::ChapForm form = manual;
+             form.chkAll = true;
+             return mw::CreateChaps(p.project, form, false);
+         }},
+    };
+    for (const auto& [name, run] : cases) {
+        SCOPED_TRACE(name);
+        p.prompt.Log.clear();
+        EXPECT_FALSE(run());
+        EXPECT_EQ(p.prompt.Texts(), (std::vector<std::string>{"Error geting info for file"}));
+        EXPECT_EQ(p.Xml(), before);
+        EXPECT_EQ(p.project.Doc.NextObjectID, next);
+        EXPECT_FALSE(p.project.FileIsDirty);
+        EXPECT_TRUE(p.forms.ShownNewTitles.empty());
+    }
+}
+
+TEST_F(Titles, WithoutATranslationTableATitleGetsNoFurtherThanItsRows)
+{
     p.project.Doc.Tree.Remove(p.Node(3));
-    title = p.project.Doc.NextObjectID;
+    const long title = p.project.Doc.NextObjectID;
     mw::AddTitle(p.project, movie.string());
     EXPECT_TRUE(p.prompt.Log.empty());
     EXPECT_EQ(p.Node(title).ChildCount(), 4u);

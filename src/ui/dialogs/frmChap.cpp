@@ -1,5 +1,6 @@
 #include "ui/dialogs/frmChap.h"
 
+#include "core/CommandGuard.h"
 #include "document/Project.h"
 #include "media/ChapForm.h"
 #include "media/Chapters.h"
@@ -310,8 +311,9 @@ void frmChap::Accept(bool keepOpen)
         accept();
         return;
     }
-    // "Apply" makes the chapters now and stays open for the next title.
-    CreateChaps(project_, form_, false);
+    // "Apply" makes the chapters now and stays open for the next title; nothing it throws may
+    // leave through the dialog's event loop.
+    RunCommandCaught(project_.Ask(), [this] { CreateChaps(project_, form_, false); });
     form_.Accepted = false;
     RefillComboBox(*Combo1_, form_.Combo1);
     Combo1_Click();

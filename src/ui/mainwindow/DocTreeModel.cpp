@@ -16,9 +16,23 @@ QModelIndex DocTreeModel::IndexOf(const DocNode* node) const
     return createIndex(static_cast<int>(node->PositionInParent()), 0, const_cast<DocNode*>(node));
 }
 
+void DocTreeModel::Detach()
+{
+    beginResetModel();
+    detached_ = true;
+    endResetModel();
+}
+
+void DocTreeModel::Reattach()
+{
+    beginResetModel();
+    detached_ = false;
+    endResetModel();
+}
+
 QModelIndex DocTreeModel::index(int row, int column, const QModelIndex& parent) const
 {
-    if (row < 0 || column != 0)
+    if (detached_ || row < 0 || column != 0)
         return {};
     const auto at = static_cast<std::size_t>(row);
     if (const DocNode* holder = NodeOf(parent))
@@ -34,7 +48,7 @@ QModelIndex DocTreeModel::parent(const QModelIndex& child) const
 
 int DocTreeModel::rowCount(const QModelIndex& parent) const
 {
-    if (parent.column() > 0)
+    if (detached_ || parent.column() > 0)
         return 0;
     if (const DocNode* node = NodeOf(parent))
         return static_cast<int>(node->ChildCount());

@@ -22,13 +22,17 @@ public:
     QModelIndex IndexOf(const DocNode* node) const;
 
     // Around any change of the tree's shape: replacing the project, removing or adding nodes.
-    void BeginReset() { beginResetModel(); }
-    void EndReset() { endResetModel(); }
+    // While detached the view shows no rows and so holds no index into the tree: a command may
+    // open dialogs, whose event loops repaint the view, and change the tree inside them. Each
+    // reset is whole at once and never spans an event loop.
+    void Detach();
+    void Reattach();
     // The texts of a node's children changed, their number did not.
     void ChildrenChanged(const DocNode& node);
 
 private:
     const DocTree& tree_;
+    bool detached_ = false;
 };
 
 } // namespace mw

@@ -1,5 +1,6 @@
 #include "ui/mainwindow/Form1.h"
 
+#include "core/CommandGuard.h"
 #include "core/Paths.h"
 #include "document/NodeKindsHelp.h"
 #include "document/NodeSelection.h"
@@ -87,7 +88,8 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
     auto* autoSave = new QTimer(this);
     autoSave->setObjectName("tmrAutoSave");
     autoSave->setInterval(kAutoSaveIntervalMs);
-    connect(autoSave, &QTimer::timeout, this, [this] { project_.AutoSaveTick(); });
+    connect(autoSave, &QTimer::timeout, this,
+            [this] { RunCommandCaught(project_.Ask(), [this] { project_.AutoSaveTick(); }); });
     project_.AutoSaveTimerChanged = [autoSave](bool running) {
         autoSave->stop();
         if (running)
@@ -99,8 +101,10 @@ Form1::~Form1() = default;
 
 void Form1::ConnectCommands()
 {
+    // Nothing a command throws leaves its handler: the user is told and the window goes on.
     const auto on = [this](const char* name, auto handler) {
-        connect(menus_.Action(name), &QAction::triggered, this, handler);
+        connect(menus_.Action(name), &QAction::triggered, this,
+                [this, handler] { RunCommandCaught(project_.Ask(), handler); });
     };
     on("mnuNew", [this] { ReplaceDocument([this] { project_.CreateNewFile(); }); });
     on("mnuOpen", [this] { mnuOpen_Click(); });
@@ -125,9 +129,12 @@ void Form1::ConnectCommands()
             [](const QModelIndex& index) { DocTreeModel::NodeOf(index)->Expanded = true; });
     connect(tree_, &QTreeView::collapsed, this,
             [](const QModelIndex& index) { DocTreeModel::NodeOf(index)->Expanded = false; });
-    connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& current) { TreeView1_NodeClick(DocTreeModel::NodeOf(current)); });
-    connect(properties_, &PropertiesPane::RowEdited, this, &Form1::Properties1_RowEdited);
+    connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& current) {
+        RunCommandCaught(project_.Ask(), [this, current] { TreeView1_NodeClick(DocTreeModel::NodeOf(current)); });
+    });
+    connect(properties_, &PropertiesPane::RowEdited, this, [this](const QString& name, const QString& value) {
+        RunCommandCaught(project_.Ask(), [this, name, value] { Properties1_RowEdited(name, value); });
+    });
 }
 
 void Form1::mnuOpen_Click()
@@ -162,11 +169,11 @@ void Form1::OpenStartProject()
 
 void Form1::ReplaceDocument(const std::function<void()>& command)
 {
-    model_->BeginReset();
+    model_->Detach();
     properties_->ShowNode(nullptr);
     help_->ShowBlock({});
-    command();
-    model_->EndReset();
+    RunCommandCaught(project_.Ask(), command);
+    model_->Reattach();
     panes_->LoadToSimple();
     ShowExpandedNodes();
     // A fresh document shows its root, so that the panes on the right are not blank.
@@ -211,7 +218,9 @@ void Form1::FillLanguages()
         item->setCheckable(true);
         item->setChecked(entry.Caption == program_.Lang.LangName());
         group->addAction(item);
-        connect(item, &QAction::triggered, this, [this, caption = entry.Caption] { ChangeLanguage(caption); });
+        connect(item, &QAction::triggered, this, [this, caption = entry.Caption] {
+            RunCommandCaught(project_.Ask(), [this, &caption] { ChangeLanguage(caption); });
+        });
     }
 }
 
@@ -244,9 +253,11 @@ void Form1::Properties1_RowEdited(const QString& name, const QString& value)
         return;
     if (value.toStdString() == kNoneMarker) {
         // The row goes away: the grid is filled again once its own signal has returned.
-        model_->BeginReset();
-        UpdatePropertyInNode(project_.Doc.Tree, *node, name.toStdString(), kNoneMarker, false);
-        model_->EndReset();
+        model_->Detach();
+        RunCommandCaught(project_.Ask(), [&] {
+            UpdatePropertyInNode(project_.Doc.Tree, *node, name.toStdString(), kNoneMarker, false);
+        });
+        model_->Reattach();
         ShowExpandedNodes();
         QTimer::singleShot(0, this, [this, node] { tree_->setCurrentIndex(model_->IndexOf(node)); });
     } else {
@@ -300,7 +311,9 @@ void Form1::closeEvent(QCloseEvent* event)
 {
     // The layout goes into the settings first, so that the end of the program writes it.
     KeepLayout();
-    if (project_.Unload())
+    bool unloaded = false;
+    RunCommandCaught(project_.Ask(), [this, &unloaded] { unloaded = project_.Unload(); });
+    if (unloaded)
         event->accept();
     else
         event->ignore();

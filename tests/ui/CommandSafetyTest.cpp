@@ -1,0 +1,119 @@
+// The window outlives its commands: a dialog's event loop never paints a tree the command is
+// changing, and whatever a command throws is told while the window goes on.
+#include "../media/MediaFixtures.h"
+#include "MainWindowFixture.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include <stdexcept>
+
+using namespace mw;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+void Press(QDialog& dialog, const char* button)
+{
+    QTest::mouseClick(dialog.findChild<QPushButton*>(button), Qt::LeftButton);
+}
+
+void TypeChapters(QDialog& dialog, const char* count)
+{
+    auto* field = dialog.findChild<QLineEdit*>("txtChapters");
+    field->clear();
+    QTest::keyClicks(field, count);
+}
+
+int Chapters(const DocNode& title)
+{
+    int count = 0;
+    for (const auto& child : title)
+        count += child->Text == "Chapter" ? 1 : 0;
+    return count;
+}
+
+// A prompt whose file dialogs fail as a broken desktop portal might.
+class FailingPrompt : public ScriptedPrompt {
+public:
+    std::vector<std::string> OpenFiles(const FileDialogRequest&) override { throw std::runtime_error("no portal"); }
+};
+
+} // namespace
+
+class CommandSafetyTest : public QObject {
+    Q_OBJECT
+private slots:
+    void applyInTheChapterDialogNeverPaintsFreedNodes();
+    void aCommandThatThrowsIsToldAndTheWindowGoesOn();
+};
+
+void CommandSafetyTest::applyInTheChapterDialogNeverPaintsFreedNodes()
+{
+    const fs::path movie =
+        test::FfmpegFixture("safety.avi", "-f lavfi -i testsrc=size=64x48:rate=25 -t 4 -c:v mpeg4 -vtag DX50 -g 25");
+    if (movie.empty())
+        QSKIP("ffmpeg could not make the movie");
+    test::MainWindow w;
+    w.form->show();
+    QVERIFY(QTest::qWaitForWindowExposed(w.form.get()));
+    test::OnNextDialog([](QDialog& dialog) { Press(dialog, "Command1"); });
+    w.prompt.OpenedFiles.push_back({movie.string()});
+    w.Action("mnuNew")->trigger();
+    test::OnNextDialog([](QDialog& dialog) {
+        TypeChapters(dialog, "2");
+        Press(dialog, "Command2");
+    });
+    w.Action("mnuCreateChapters")->trigger();
+    auto* tree = w.Widget<QTreeView>("TreeView1");
+    DocNode* title = w.project().Doc.Tree.ObjectNode("6");
+    QCOMPARE(Chapters(*title), 2);
+    for (const DocNode* open = title; open; open = open->Parent()) // the chapters are on show
+        tree->expand(static_cast<DocTreeModel*>(tree->model())->IndexOf(open));
+
+    // Apply replaces the chapters (the question takes its default, Yes) while the dialog stays
+    // open, and the tree is painted meanwhile: it must hold no index into the tree then.
+    int rowsWhileOpen = -1;
+    test::OnNextDialog([&](QDialog& dialog) {
+        rowsWhileOpen = tree->model()->rowCount();
+        TypeChapters(dialog, "3");
+        Press(dialog, "Command10");
+        tree->viewport()->repaint();
+        QTest::qWait(20);
+        dialog.reject();
+    });
+    w.Action("mnuCreateChapters")->trigger();
+    QCOMPARE(rowsWhileOpen, 0);
+    QCOMPARE(Chapters(*w.project().Doc.Tree.ObjectNode("6")), 3);
+    QCOMPARE(tree->model()->rowCount(), 1);
+    QVERIFY(tree->isExpanded(static_cast<DocTreeModel*>(tree->model())->IndexOf(w.project().Doc.Tree.ObjectNode("6"))));
+}
+
+void CommandSafetyTest::aCommandThatThrowsIsToldAndTheWindowGoesOn()
+{
+    QTemporaryDir home;
+    const fs::path folder = home.path().toStdString();
+    test::WriteFile(folder / "nick.xml", R"(<DivXMediaManager objectID="1"><Media objectID="2"/></DivXMediaManager>)");
+    ProgramState program(folder);
+    StartProgram(program);
+    FailingPrompt prompt;
+    QtFormHost forms;
+    Form1 form(program, prompt, forms);
+    forms.Attach(form.CurrentProject(), &form);
+    form.OpenStartProject();
+    const auto* tree = form.findChild<QTreeView*>("TreeView1");
+    QCOMPARE(tree->model()->rowCount(), 1);
+
+    for (const char* command : {"mnuOpen", "mnuAddTitle"}) {
+        prompt.Log.clear();
+        form.findChild<QAction*>(command)->trigger();
+        QCOMPARE(prompt.Texts(), std::vector<std::string>{"The command stopped on an unexpected error: no portal"});
+        QCOMPARE(tree->model()->rowCount(), 1); // the tree is back on show
+        QVERIFY(form.CurrentProject().Doc.Tree.ObjectNode("2"));
+    }
+}
+
+QTEST_MAIN(CommandSafetyTest)
+#include "CommandSafetyTest.moc"
