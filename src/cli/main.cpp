@@ -5,7 +5,7 @@
 #include "cli/ConsolePrompt.h"
 #include "core/ProgramFolder.h"
 #include "core/Version.h"
-#include "core/ProgramStart.h"
+#include "document/ProgramStart.h"
 
 #include <iostream>
 

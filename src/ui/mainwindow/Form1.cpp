@@ -6,6 +6,7 @@
 #include "document/TreeQueries.h"
 #include "media/AddTitle.h"
 #include "media/Chapters.h"
+#include "media/NewProject.h"
 #include "media/RefreshTitle.h"
 #include "media/RemoveTitle.h"
 #include "ui/QtDesignTarget.h"
@@ -102,7 +103,7 @@ void Form1::ConnectCommands()
     const auto on = [this](const char* name, auto handler) {
         connect(menus_.Action(name), &QAction::triggered, this, handler);
     };
-    on("mnuNew", [this] { ReplaceDocument([this] { project_.CreateNewFile(); }); });
+    on("mnuNew", [this] { ReplaceDocument([this] { CreateNewFile(project_); }); });
     on("mnuOpen", [this] { mnuOpen_Click(); });
     on("mnuClose", [this] { ReplaceDocument([this] { project_.CloseOpenFile(); }); });
     on("mnuNormalize", [this] { ReplaceDocument([this] { project_.Normalize(); }); });
