@@ -34,7 +34,7 @@ TEST_F(ProjectTest, OpeningSetsTheStateOfAnOpenProject)
     EXPECT_FALSE(project.Doc.Tree.Item("k30").Expanded);
     EXPECT_EQ(project.CurrentMenuID, "");
     EXPECT_EQ(project.Doc.MenuTracks.Count(), 1u);
-    EXPECT_DOUBLE_EQ(project.MovieFps, 23.976); // the movie is not there
+    EXPECT_DOUBLE_EQ(project.MovieFps, 23.976); // reset on opening
     EXPECT_TRUE(prompt.Log.empty());
 }
 
