@@ -4,9 +4,9 @@
 #include "BenchFixtures.h"
 
 #include "core/FormHost.h"
-#include "core/ProgramStart.h"
 #include "core/ScriptedPrompt.h"
-#include "document/NewProjectTree.h"
+#include "document/ProgramStart.h"
+#include "media/NewProject.h"
 #include "document/Project.h"
 #include "document/TreeViewToXml.h"
 #include "document/XmlToTreeView.h"

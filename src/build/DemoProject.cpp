@@ -1,11 +1,12 @@
 #include "build/DemoProject.h"
 
 #include "core/FormHost.h"
-#include "core/ProgramStart.h"
+#include "document/ProgramStart.h"
 #include "document/Project.h"
 #include "document/TreeQueries.h"
 #include "media/ChapForm.h"
 #include "media/Chapters.h"
+#include "media/NewProject.h"
 #include "media/NewTitleForm.h"
 #include "media/TitleNodes.h"
 
@@ -74,7 +75,7 @@ bool MakeProject(const fs::path& movie, const fs::path& projectFile, const fs::p
     ProgramState program(programFolder);
     DemoForms forms(program, chapters, prompt);
     Project project(program, prompt, forms);
-    if (!project.CreateNewFile(movie.string()))
+    if (!CreateNewFile(project, movie.string()))
         return false;
     mnuCreateChapters(project);
 

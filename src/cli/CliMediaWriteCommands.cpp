@@ -1,7 +1,7 @@
 #include "cli/CliCommands.h"
 
 #include "build/PicturesToMenuVideo.h"
-#include "core/ProgramStart.h"
+#include "document/ProgramStart.h"
 #include "i18n/LanguageFiles.h"
 
 #include <ostream>

@@ -2,8 +2,9 @@
 
 #include "cli/ConsoleFormHost.h"
 #include "core/CommandGuard.h"
-#include "core/ProgramStart.h"
+#include "document/ProgramStart.h"
 #include "document/Project.h"
+#include "media/NewProject.h"
 
 #include <filesystem>
 #include <ostream>
@@ -69,7 +70,7 @@ int RunNew(const CliOptions& options, CliContext& context)
     context.Forms.DefaultSubtitle = options.DefaultSubtitle;
 
     Project project(context.Program, context.Ask, context.Forms);
-    if (!project.CreateNewFile(movie)) {
+    if (!CreateNewFile(project, movie)) {
         context.Err << "menuwright-cli new: " << context.Forms.Error << '\n';
         return kExitUnreadable;
     }

@@ -6,7 +6,7 @@
 #include "core/CommandGuard.h"
 #include "core/ProgramFolder.h"
 #include "core/Version.h"
-#include "core/ProgramStart.h"
+#include "document/ProgramStart.h"
 
 #include <iostream>
 

@@ -1,6 +1,7 @@
 #include "document/MenuCommands.h"
 
 #include "core/Text.h"
+#include "document/ObjectIds.h"
 #include "document/Project.h"
 #include "document/TreeQueries.h"
 
@@ -30,15 +31,15 @@ std::string SourceOfTrack(const DocTree& tree, const std::string& trackID)
     return track ? GetPropertyInNode(*track, "mediasource") : std::string();
 }
 
-// Removes a track from the tree and from the list of menu tracks; returns its source.
-std::string RemoveTrack(Document& doc, const std::string& trackID)
+// Removes a track of the menu from the tree and from the list of menu tracks; returns its
+// source. A reference to anything but a MediaTrack outside the menu's own branch removes nothing.
+std::string RemoveTrack(Document& doc, const std::string& trackID, const DocNode& menu)
 {
-    DocNode* track = doc.Tree.ObjectNode(trackID);
-    if (!track)
+    const DocNode* track = doc.Tree.ObjectNode(trackID);
+    std::string source = track ? GetPropertyInNode(*track, "mediasource") : "";
+    if (!RemoveReferenced(doc.Tree, trackID, "MediaTrack", &menu))
         return "";
-    std::string source = GetPropertyInNode(*track, "mediasource");
     doc.MenuTracks.Remove(trackID);
-    doc.Tree.Remove(*track);
     return source;
 }
 
@@ -79,7 +80,7 @@ void DeleteMenu(Project& project, const std::string& menuID)
     Document& doc = project.Doc;
     DocTree& tree = doc.Tree;
     DocNode* menu = tree.ObjectNode(menuID);
-    if (!menu)
+    if (!menu || !IsMenu(*menu) || !menu->Parent())
         return;
     project.UndoAdd();
     DocNode& language = *menu->Parent();
@@ -87,16 +88,16 @@ void DeleteMenu(Project& project, const std::string& menuID)
     if (DocNode* before = menu->Previous(); before && before->Image == "comment")
         tree.Remove(*before);
 
+    // Gathered first: a damaged file's overlay may stand among the menu's own children.
+    std::vector<std::string> overlays;
     for (const auto& child : *menu) {
-        if (!EqualsNoCase(child->Text, "ButtonMenu"))
-            continue;
-        const std::string overlay = GetPropertyInNode(*child, "overlayid");
-        doc.MenuTracks.Remove(overlay);
-        if (DocNode* track = tree.ObjectNode(overlay))
-            tree.Remove(*track);
+        if (EqualsNoCase(child->Text, "ButtonMenu"))
+            overlays.push_back(GetPropertyInNode(*child, "overlayid"));
     }
-    const std::string videoSource = RemoveTrack(doc, GetPropertyInNode(*menu, "backgroundvideoid"));
-    const std::string audioSource = RemoveTrack(doc, GetPropertyInNode(*menu, "backgroundaudioid"));
+    for (const std::string& overlay : overlays)
+        RemoveTrack(doc, overlay, *menu);
+    const std::string videoSource = RemoveTrack(doc, GetPropertyInNode(*menu, "backgroundvideoid"), *menu);
+    const std::string audioSource = RemoveTrack(doc, GetPropertyInNode(*menu, "backgroundaudioid"), *menu);
 
     // Only the menus of the same language are asked whether they still use a source.
     bool videoSourceUsed = false;
@@ -112,10 +113,10 @@ void DeleteMenu(Project& project, const std::string& menuID)
             audioSourceUsed = audioSourceUsed || source == audioSource;
         }
     }
-    if (DocNode* source = tree.ObjectNode(videoSource); source && !videoSourceUsed)
-        tree.Remove(*source);
-    if (DocNode* source = tree.ObjectNode(audioSource); source && !audioSourceUsed)
-        tree.Remove(*source);
+    if (!videoSourceUsed)
+        RemoveReferenced(tree, videoSource, "MediaSource", menu);
+    if (!audioSourceUsed)
+        RemoveReferenced(tree, audioSource, "MediaSource", menu);
 
     if (GetPropertyInNode(language, "startingmenuid") == menuID) {
         std::string next = "none";

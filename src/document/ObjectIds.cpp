@@ -9,6 +9,19 @@ namespace mw {
 
 long TakeObjectID(Document& doc) { return doc.NextObjectID++; }
 
+bool RemoveReferenced(DocTree& tree, const std::string& id, std::string_view element, const DocNode* inUse)
+{
+    DocNode* found = id.empty() ? nullptr : tree.ObjectNode(id);
+    if (!found || !EqualsNoCase(found->Text, element))
+        return false;
+    for (const DocNode* node = inUse; node; node = node->Parent()) {
+        if (node == found)
+            return false;
+    }
+    tree.Remove(*found);
+    return true;
+}
+
 bool IsReferenceName(std::string_view name)
 {
     const std::string lowered = Lower(RowName(std::string(name)));

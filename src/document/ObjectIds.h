@@ -4,6 +4,7 @@
 
 #include <array>
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include <pugixml.hpp>
@@ -12,8 +13,15 @@ namespace mw {
 
 struct Document;
 
-// The next free identifier for a new object; the document's counter moves on by one.
+// The next free identifier for a new object; the document's counter moves on by one. Every new
+// object takes its identifier here.
 long TakeObjectID(Document& doc);
+
+// Removes the element that the identifier `id` names, when it is an element called `element`
+// (case ignored) that neither is nor holds `inUse`, the node the caller still works on. So a
+// damaged file whose reference names a node of another kind removes nothing. True when removed.
+bool RemoveReferenced(DocTree& tree, const std::string& id, std::string_view element,
+                      const DocNode* inUse = nullptr);
 
 // What counts as a reference, decided in one place for every walk. The name is cut at the first
 // "=", trimmed and lowered: it refers to an object when it ends in "id" but not in "trackid"

@@ -7,11 +7,8 @@
 #include "core/Version.h"
 #include "document/CheckForErrors.h"
 #include "document/MenuTrackList.h"
-#include "document/NewProjectTree.h"
 #include "document/TreeViewToXml.h"
 #include "document/XmlToTreeView.h"
-#include "media/NewTitleForm.h"
-#include "media/mAVIDecs.h"
 
 #include <system_error>
 #include <utility>
@@ -86,47 +83,6 @@ bool Project::AskToSave()
     }
 }
 
-bool Project::CreateNewFile(const std::string& preset, const std::string& dialogTitle)
-{
-    if (!AskToSave())
-        return false;
-    std::string movie = preset;
-    if (movie.empty()) {
-        FileDialogRequest request;
-        request.Title = dialogTitle;
-        request.Filter = "*.avi;*.divx|*.avi;*.divx";
-        request.InitialDir = Values().LastFolderUsed;
-        const std::vector<std::string> files = prompt_.OpenFiles(request);
-        if (files.empty() || files.front().empty())
-            return false;
-        movie = files.front();
-        Values().LastFolderUsed = FolderOf(movie);
-    }
-
-    NewTitleForm form;
-    double fps = MovieFps;
-    FillNewTitleForm(form, movie, fps, prompt_);
-    if (!forms_.ShowNewTitle(form))
-        return false;
-
-    ForgetCanvas();
-    EnableItems(true);
-    Doc.ProjectFile = (ProgramFolder() / "Untitled.xml").string();
-    FileIsNew = true;
-    WindowTitle = WindowTitleFor(Doc.ProjectFile);
-
-    BuildNewProjectTree(Doc, movie, form.Tracks, Values().defLang, ChosenStream(form.Combo1),
-                        ChosenStream(form.Combo2));
-    Doc.Tree.Root()->Expanded = true;
-    Doc.Tree.Select(Doc.Tree.Root());
-    LoadMediaTracsFromMenuTracs(Doc, Doc.MenuTracks);
-    MovieFps = fps;
-    FileIsDirty = true;
-    ClearUndo();
-    RestartAutoSave();
-    return true;
-}
-
 bool Project::OpenFileAsk()
 {
     FileDialogRequest request;
@@ -180,27 +136,8 @@ bool Project::OpenFile(const std::string& path)
     AddFileToRecent(Doc.ProjectFile);
     ClearUndo();
     RestartAutoSave();
-    ReadMovieFps();
-    return true;
-}
-
-void Project::ReadMovieFps()
-{
     MovieFps = 23.976;
-    const DocNode* media = ChildNamed(Doc.Tree.Root(), "Media", false);
-    const DocNode* title = ChildNamed(media, "Title", true);
-    const DocNode* source = ChildNamed(title, "MediaSource", true);
-    if (!source)
-        return;
-    const std::string location = GetPropertyInNode(*source, "location");
-    if (location.empty())
-        return;
-    const std::string movie = ResolveLocation(Doc.ProjectFile, location);
-    std::error_code ec;
-    if (!fs::is_regular_file(movie, ec))
-        return;
-    TrackRows rows;
-    LoadStreamsToListView(movie, rows, false, MovieFps, prompt_);
+    return true;
 }
 
 bool Project::SaveFile(bool saveAs, bool autoSave, const std::string& path)

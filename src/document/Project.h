@@ -1,10 +1,10 @@
 #pragma once
 
 #include "core/FormHost.h"
-#include "core/ProgramStart.h"
 #include "core/Prompt.h"
 #include "document/Document.h"
 #include "document/NormalizeFile.h"
+#include "document/ProgramStart.h"
 #include "document/TreeQueries.h"
 #include "document/UndoHistory.h"
 #include "i18n/LangDoc.h"
@@ -17,9 +17,6 @@
 #include <vector>
 
 namespace mw {
-
-// The title of the dialog in which CreateNewFile asks for the movie.
-inline constexpr const char* kNewFileDialogTitle = "Select new titles/movies";
 
 // The menu commands whose enabled state follows the project; the window shows these values.
 // The commands that EnableItems switches as a group are behind ItemsEnabled instead, except
@@ -96,9 +93,6 @@ public:
     // Offers to save unsaved work. False when the user cancelled, at the question or at the save
     // dialog, or the save failed: the caller must not go on.
     bool AskToSave();
-    // A new project around one movie, asked for when preset is empty. False when anything was
-    // cancelled; the open project then stays as it was.
-    bool CreateNewFile(const std::string& preset = {}, const std::string& dialogTitle = kNewFileDialogTitle);
     // False when the user cancelled or the file could not be read; the old project stays open.
     bool OpenFile(const std::string& path);
     // The Open command: asks for a project file, starting in LastFolderUsed, which then follows
@@ -137,12 +131,12 @@ public:
     void EnableItems(bool state);
     // The auto-save counts again from now, with the minutes of the settings.
     void RestartAutoSave();
+    // For a document that replaces the open one: no undo steps, no menu on the canvas.
+    void ClearUndo();
+    void ForgetCanvas();
 
 private:
     void SetAutoSaveRunning(bool running);
-    void ClearUndo();
-    void ForgetCanvas();
-    void ReadMovieFps();
 
     ProgramState& program_;
     Prompt& prompt_;

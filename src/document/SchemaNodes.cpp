@@ -1,4 +1,5 @@
 #include "document/SchemaNodes.h"
+#include "document/ObjectIds.h"
 #include "document/TreeQueries.h"
 
 #include "core/Text.h"
@@ -27,9 +28,7 @@ DocNode& AddObjectNode(DocTree& tree, DocNode& parent, long id, const std::strin
 
 DocNode& AddNextObjectNode(Document& doc, DocNode& parent, const std::string& text, const std::string& kind)
 {
-    DocNode& node = AddObjectNode(doc.Tree, parent, doc.NextObjectID, text, kind);
-    ++doc.NextObjectID;
-    return node;
+    return AddObjectNode(doc.Tree, parent, TakeObjectID(doc), text, kind);
 }
 
 DocNode& AddPropRow(DocTree& tree, DocNode& element, const std::string& name, const std::string& value)
@@ -37,14 +36,26 @@ DocNode& AddPropRow(DocTree& tree, DocNode& element, const std::string& name, co
     return tree.AddChild(element, "", name + " = " + value, "prop");
 }
 
-DocNode& AddTranslationLookup(DocTree& tree, DocNode& table, long lookupId, const std::string& languageCode,
-                              const std::string& value)
+long AddTranslationLookup(Document& doc, DocNode& table, const std::string& languageCode, const std::string& value)
 {
-    DocNode& lookup = AddObjectNode(tree, table, lookupId, "TranslationLookup", "translookup");
-    DocNode& translation = AddObjectNode(tree, lookup, lookupId + 1, "Translation", "trans");
-    AddPropRow(tree, translation, "languageCode", languageCode);
-    AddPropRow(tree, translation, "value", value);
-    return lookup;
+    const long id = TakeObjectID(doc);
+    DocNode& lookup = AddObjectNode(doc.Tree, table, id, "TranslationLookup", "translookup");
+    DocNode& translation = AddNextObjectNode(doc, lookup, "Translation", "trans");
+    AddPropRow(doc.Tree, translation, "languageCode", languageCode);
+    AddPropRow(doc.Tree, translation, "value", value);
+    return id;
+}
+
+std::string TrackNodeKind(const std::string& type)
+{
+    const std::string lowered = Lower(type);
+    if (lowered == "video")
+        return "movielink";
+    if (lowered == "audio")
+        return "audiolink";
+    if (lowered == "subtitle")
+        return "sublink";
+    return "node";
 }
 
 DocNode& CreateLanguageMenusNode(Document& doc, const std::string& languageCode)

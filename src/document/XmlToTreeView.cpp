@@ -2,6 +2,7 @@
 
 #include "core/Text.h"
 #include "document/ExtraInfo.h"
+#include "document/SchemaNodes.h"
 
 #include <pugixml.hpp>
 
@@ -127,6 +128,7 @@ void TreeBuilder::AddTopLevel(pugi::xml_node xml, const std::string& elementKind
 
 void TreeBuilder::AddAttributes(DocNode& node, pugi::xml_node xml)
 {
+    bool hasID = false;
     for (pugi::xml_attribute attribute : xml.attributes()) {
         ++XmlAttrCount;
         const std::string name = attribute.name();
@@ -136,20 +138,19 @@ void TreeBuilder::AddAttributes(DocNode& node, pugi::xml_node xml)
             kind = "objectid";
             const long id = static_cast<long>(LeadingNumber(value));
             const std::string key = "k" + std::to_string(id);
-            if (const DocNode* holder = tree_.Find(key); holder && holder != &node)
+            // A second objectID on one element (names differ in case only) counts as a second
+            // element: every walk expects one identifier per element.
+            if (hasID || tree_.Find(key))
                 throw DuplicateObjectID{std::to_string(id)};
+            hasID = true;
             tree_.SetKey(node, key);
             if (NextObjectID <= id)
                 NextObjectID = id + 1;
         }
         if (Lower(node.Text) == "mediatrack" && Lower(name) == "type") {
-            const std::string type = Lower(value);
-            if (type == "video")
-                node.Image = "movielink";
-            else if (type == "audio")
-                node.Image = "audiolink";
-            else if (type == "subtitle")
-                node.Image = "sublink";
+            // Another type leaves the kind the element has by its name.
+            if (const std::string trackKind = TrackNodeKind(value); trackKind != "node")
+                node.Image = trackKind;
         }
         tree_.AddChild(node, "a" + std::to_string(XmlAttrCount), name + " = " + value, kind);
         ++XmlTextCount;

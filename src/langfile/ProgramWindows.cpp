@@ -1,9 +1,9 @@
 #include "langfile/ProgramWindows.h"
 
-#include "core/ProgramStart.h"
 #include "core/ScriptedPrompt.h"
 #include "core/settings/Settings.h"
 #include "core/settings/clsIniFile.h"
+#include "document/ProgramStart.h"
 #include "media/ChapForm.h"
 #include "media/NewTitleForm.h"
 #include "ui/QtDesignTarget.h"

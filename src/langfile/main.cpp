@@ -2,8 +2,8 @@
 // sources give with its English default, so that a translator starts from a complete file.
 
 #include "core/Version.h"
-#include "i18n/LangFileWriter.h"
-#include "i18n/NumberedTexts.h"
+#include "langfile/LangFileWriter.h"
+#include "langfile/NumberedTexts.h"
 #include "langfile/ProgramWindows.h"
 
 #include <QApplication>

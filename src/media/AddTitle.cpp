@@ -3,6 +3,7 @@
 #include "core/NumberText.h"
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "document/ObjectIds.h"
 #include "document/Project.h"
 #include "document/SchemaNodes.h"
 #include "document/TreeQueries.h"
@@ -55,9 +56,10 @@ bool AddTitle(Project& project, const std::string& fileName)
     if (!media)
         return true;
     const std::string& defLang = project.Values().defLang;
-    const long titleId = doc.NextObjectID;
-    DocNode& title = AddNextObjectNode(doc, *media, "Title", "movie");
-    AddPropRow(tree, title, "translationLookupID", std::to_string(titleId + 1));
+    const long titleId = TakeObjectID(doc);
+    DocNode& title = AddObjectNode(tree, *media, titleId, "Title", "movie");
+    // The name lookup is the next object made, even when the table is missing.
+    AddPropRow(tree, title, "translationLookupID", std::to_string(doc.NextObjectID));
     AddPropRow(tree, title, "defaultAudioTrack", "none");
     AddPropRow(tree, title, "defaultSubtitleTrack", "none");
 
@@ -65,14 +67,13 @@ bool AddTitle(Project& project, const std::string& fileName)
     DocNode* table = tree.ObjectNode(Get1NodeInNode(*tree.Root(), "translationtable"));
     if (!table)
         return true;
-    AddTranslationLookup(tree, *table, doc.NextObjectID, defLang, "<an other title " + std::to_string(titleId) + ">");
-    doc.NextObjectID += 2;
-    const std::string sourceId = std::to_string(doc.NextObjectID);
-    DocNode& source = AddNextObjectNode(doc, title, "MediaSource", "movie");
+    AddTranslationLookup(doc, *table, defLang, "<an other title " + std::to_string(titleId) + ">");
+    const long sourceId = TakeObjectID(doc);
+    DocNode& source = AddObjectNode(tree, title, sourceId, "MediaSource", "movie");
     AddPropRow(tree, source, "mediaType", "featureAvi");
     AddPropRow(tree, source, "location", fileName);
 
-    AddTitleTracks(doc, title, *table, sourceId, form.Tracks, true, defLang);
+    AddTitleTracks(doc, title, *table, std::to_string(sourceId), form.Tracks, true, defLang);
     UpdatePropertyInNode(tree, title, "defaultAudioTrack", DefaultTrack(form.Combo1, "wb"), false);
     UpdatePropertyInNode(tree, title, "defaultSubtitleTrack", DefaultTrack(form.Combo2, "sb"), false);
     return true;
@@ -82,10 +83,9 @@ void AddTitleTracks(Document& doc, DocNode& title, DocNode& table, const std::st
                     const TrackRows& rows, bool languageFromName, const std::string& defLang)
 {
     DocTree& tree = doc.Tree;
-    long id = doc.NextObjectID;
     for (const TrackRow& row : rows) {
         const std::string kind = Lower(row.Kind);
-        DocNode& track = AddObjectNode(tree, title, id, "MediaTrack", TrackNodeKind(kind));
+        DocNode& track = AddNextObjectNode(doc, title, "MediaTrack", TrackNodeKind(kind));
         AddPropRow(tree, track, "mediaSourceID", sourceId);
         AddPropRow(tree, track, "trackID", row.TrackID);
         if (kind == "video") {
@@ -95,14 +95,11 @@ void AddTitleTracks(Document& doc, DocNode& title, DocNode& table, const std::st
             const std::string code = languageFromName ? TrackLanguage(row.NameLanguage, defLang) : defLang;
             AddPropRow(tree, track, "languageCode", code);
             AddPropRow(tree, track, "strn", row.NameLanguage);
-            AddPropRow(tree, track, "translationLookupID", std::to_string(id + 1));
-            AddTranslationLookup(tree, table, id + 1, code, row.NameLanguage);
-            id += 2;
+            const long lookup = AddTranslationLookup(doc, table, code, row.NameLanguage);
+            AddPropRow(tree, track, "translationLookupID", std::to_string(lookup));
         }
         AddPropRow(tree, track, "type", kind);
-        ++id;
     }
-    doc.NextObjectID = id;
 }
 
 } // namespace mw

@@ -1,12 +1,13 @@
 #include "media/ChapterNodes.h"
 
-#include "core/NumberText.h"
 #include "core/Prompt.h"
 #include "core/Text.h"
 #include "document/CheckForErrors.h"
+#include "document/ObjectIds.h"
 #include "document/SchemaNodes.h"
 #include "document/TreeQueries.h"
 #include "i18n/LangDoc.h"
+#include "media/StreamTexts.h"
 #include "media/TitleNodes.h"
 
 namespace mw {
@@ -22,10 +23,9 @@ void AddChapterTrack(Document& doc, DocNode& chapter, DocNode& table, const std:
     DocNode& track = AddNextObjectNode(doc, chapter, "MediaTrack", TrackNodeKind(kind));
     AddPropRow(tree, track, "mediaSourceID", sourceId);
     AddPropRow(tree, track, "sourceTrackID", "none");
-    const std::string stream = PadZeros(static_cast<long long>(index), 2);
 
     if (kind == "video") {
-        AddPropRow(tree, track, "trackID", stream + "dc");
+        AddPropRow(tree, track, "trackID", TrackID(index, StreamKind::Video));
         AddPropRow(tree, track, "startFrame", std::to_string(range.Start));
         AddPropRow(tree, track, "endFrame", std::to_string(range.End));
         AddPropRow(tree, track, "type", "video");
@@ -36,18 +36,13 @@ void AddChapterTrack(Document& doc, DocNode& chapter, DocNode& table, const std:
         return;
     }
     const std::string code = TrackLanguage(row.NameLanguage, defLang);
-    AddPropRow(tree, track, "trackID", stream + (kind == "audio" ? "wb" : "sb"));
+    AddPropRow(tree, track, "trackID", TrackID(index, kind == "audio" ? StreamKind::Audio : StreamKind::Subtitle));
     AddPropRow(tree, track, "languageCode", code);
     if (shared[index] == 0) {
-        const long lookup = doc.NextObjectID;
         AddPropRow(tree, track, "strn", row.NameLanguage);
-        AddPropRow(tree, track, "translationLookupID", std::to_string(lookup));
-        AddTranslationLookup(tree, table, lookup, code, row.NameLanguage);
-        doc.NextObjectID += 2;
-        shared[index] = lookup;
-    } else {
-        AddPropRow(tree, track, "translationLookupID", std::to_string(shared[index]));
+        shared[index] = AddTranslationLookup(doc, table, code, row.NameLanguage);
     }
+    AddPropRow(tree, track, "translationLookupID", std::to_string(shared[index]));
     AddPropRow(tree, track, "type", kind);
 }
 
@@ -62,12 +57,10 @@ long AddChapterNodes(Document& doc, DocNode& title, DocNode& table, const std::s
     DocNode& comment = tree.AddChild(title, "", " -> Chapter " + name, "comment");
     comment.Tag = comment.Text;
 
-    const long id = doc.NextObjectID;
-    DocNode& node = AddNextObjectNode(doc, title, "Chapter", "chapter");
-    const long lookup = doc.NextObjectID;
+    const long id = TakeObjectID(doc);
+    DocNode& node = AddObjectNode(tree, title, id, "Chapter", "chapter");
+    const long lookup = AddTranslationLookup(doc, table, defLang, name);
     AddPropRow(tree, node, "translationLookupID", std::to_string(lookup));
-    AddTranslationLookup(tree, table, lookup, defLang, name);
-    doc.NextObjectID += 2;
 
     shared.resize(tracks.size(), 0);
     for (std::size_t j = 0; j < tracks.size(); ++j)
@@ -92,10 +85,11 @@ void RemoveChapter(DocTree& tree, DocNode& chapter)
         if (EqualsNoCase(child->Text, "MediaTrack"))
             lookups.push_back(GetPropertyInNode(*child, "translationlookupid"));
     }
+    const DocNode* title = chapter.Parent();
     if (DocNode* before = chapter.Previous(); before && before->Image == "comment")
         tree.Remove(*before);
     tree.Remove(chapter);
-    RemoveLookups(tree, lookups);
+    RemoveLookups(tree, lookups, title);
 }
 
 void RepairChapterReferences(DocTree& tree, const std::vector<std::string>& oldIds, const std::vector<long>& newIds,

@@ -50,11 +50,12 @@ void mnuRemoveTitle(Project& project)
         RemoveOwnTracks(tree, *title);
     for (DocNode* chapter : chapters)
         RemoveChapter(tree, *chapter);
-    RemoveLookups(tree, {GetPropertyInNode(*title, "translationlookupid")});
+    RemoveLookups(tree, {GetPropertyInNode(*title, "translationlookupid")}, title);
     if (DocNode* source = MediaSourceOf(*title))
         tree.Remove(*source);
 
     const std::string titleId = ObjectIdOf(*title);
+    const std::string titleKey = title->Key();
     DocNode& root = *tree.Root();
     DeleteFirstMenuUsing(project, root, titleId);
     std::vector<DocNode*> languages;
@@ -65,9 +66,12 @@ void mnuRemoveTitle(Project& project)
     for (DocNode* language : languages)
         DeleteFirstMenuUsing(project, *language, titleId);
 
-    DocNode* media = title->Parent();
-    tree.Remove(*title);
-    tree.Select(media);
+    // Found again: in a damaged file the title may have stood inside a menu that went.
+    title = tree.Find(titleKey);
+    DocNode* parent = title ? title->Parent() : tree.Root();
+    if (title)
+        tree.Remove(*title);
+    tree.Select(parent);
 }
 
 } // namespace mw

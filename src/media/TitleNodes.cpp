@@ -2,6 +2,7 @@
 
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "document/ObjectIds.h"
 #include "document/TreeQueries.h"
 #include "media/StreamLanguage.h"
 
@@ -58,31 +59,16 @@ std::string ObjectIdOf(const DocNode& node)
     return GetPropertyInNode(node, "objectID");
 }
 
-std::string TrackNodeKind(const std::string& kindWord)
-{
-    const std::string kind = Lower(kindWord);
-    if (kind == "video")
-        return "movielink";
-    if (kind == "audio")
-        return "audiolink";
-    if (kind == "subtitle")
-        return "sublink";
-    return "node";
-}
-
 std::string TrackLanguage(const std::string& strn, const std::string& defLang)
 {
     std::string code = StreamLanguageCode(strn);
     return code.empty() ? defLang : code;
 }
 
-void RemoveLookups(DocTree& tree, const std::vector<std::string>& ids)
+void RemoveLookups(DocTree& tree, const std::vector<std::string>& ids, const DocNode* inUse)
 {
-    for (const std::string& id : ids) {
-        DocNode* found = id.empty() ? nullptr : tree.ObjectNode(id);
-        if (found && EqualsNoCase(found->Text, "TranslationLookup"))
-            tree.Remove(*found);
-    }
+    for (const std::string& id : ids)
+        RemoveReferenced(tree, id, "TranslationLookup", inUse);
 }
 
 void RemoveOwnTracks(DocTree& tree, DocNode& title)
@@ -97,7 +83,7 @@ void RemoveOwnTracks(DocTree& tree, DocNode& title)
     }
     for (DocNode* track : tracks)
         tree.Remove(*track);
-    RemoveLookups(tree, lookups);
+    RemoveLookups(tree, lookups, &title);
 }
 
 } // namespace mw

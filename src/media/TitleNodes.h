@@ -20,14 +20,12 @@ std::string TitleFile(const Document& doc, const DocNode& title);
 // The identifier a node carries in its objectID row.
 std::string ObjectIdOf(const DocNode& node);
 
-// The node kind of a track by its row text: movielink, audiolink, sublink, or "node" for a
-// stream of another type (what reading the file back gives it).
-std::string TrackNodeKind(const std::string& kindWord);
 // A stream's language from its strn text, the default menu language when it names none.
 std::string TrackLanguage(const std::string& strn, const std::string& defLang);
 // Removes the TranslationLookup nodes of these identifiers that are still there. An identifier
-// of any other node is passed over, so that a damaged file cannot make a title remove itself.
-void RemoveLookups(DocTree& tree, const std::vector<std::string>& ids);
+// of any other node, or of one that holds `inUse`, is passed over, so that a damaged file cannot
+// make a title remove itself.
+void RemoveLookups(DocTree& tree, const std::vector<std::string>& ids, const DocNode* inUse);
 // Removes the title's own MediaTrack nodes and the lookups their rows name.
 void RemoveOwnTracks(DocTree& tree, DocNode& title);
 

@@ -1,6 +1,6 @@
 #include "core/ProgramFolder.h"
-#include "core/ProgramStart.h"
 #include "core/Version.h"
+#include "document/ProgramStart.h"
 #include "ui/QtFormHost.h"
 #include "ui/QtPrompt.h"
 #include "ui/mainwindow/Form1.h"

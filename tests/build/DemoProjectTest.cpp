@@ -1,7 +1,7 @@
 #include "build/DemoProject.h"
-#include "core/ProgramStart.h"
 #include "core/ScratchFolder.h"
 #include "core/ScriptedPrompt.h"
+#include "document/ProgramStart.h"
 #include "document/Project.h"
 #include "document/TreeQueries.h"
 #include "media/ChapterNodes.h"

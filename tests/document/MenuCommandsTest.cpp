@@ -1,6 +1,7 @@
 #include "ProjectFixture.h"
 
 #include "document/MenuCommands.h"
+#include "document/SchemaNodes.h"
 #include "document/TreeQueries.h"
 
 namespace {
@@ -122,6 +123,30 @@ TEST_F(MenuCommandsTest, AnUnknownMenuChangesNothingAndAnotherLeavesTheStartAlon
     EXPECT_EQ(Starting(9), "12");
     EXPECT_TRUE(Has(21));
     EXPECT_EQ(Comments(9), Texts{"-> Menu A (title)"});
+}
+
+TEST_F(MenuCommandsTest, ReferencesToOtherKindsOrToTheMenusOwnBranchRemoveOnlyTheMenu)
+{
+    mw::Document& doc = project.Doc;
+    mw::DocTree& tree = doc.Tree;
+    const std::string before = Xml();
+    mw::DeleteMenu(project, "9"); // a language, not a menu
+    EXPECT_EQ(Xml(), before);
+
+    mw::UpdatePropertyInNode(tree, tree.Item("k14"), "backgroundVideoID", "9", false);
+    mw::UpdatePropertyInNode(tree, tree.Item("k14"), "backgroundAudioID", "2", false);
+    // A menu that stands inside the very track its background names.
+    mw::DocNode& holder = mw::AddNextObjectNode(doc, tree.Item("k20"), "MediaTrack", "movielink");
+    mw::DocNode& inside = mw::AddNextObjectNode(doc, holder, "DivXMediaMenu", "menu");
+    const std::string holderID = mw::GetPropertyInNode(holder, "objectid");
+    const std::string insideID = mw::GetPropertyInNode(inside, "objectid");
+    mw::AddPropRow(tree, inside, "backgroundVideoID", holderID);
+
+    mw::DeleteMenu(project, "14");
+    mw::DeleteMenu(project, insideID);
+
+    EXPECT_FALSE(Has(14) || Has(std::stol(insideID)));
+    EXPECT_TRUE(Has(9) && Has(2) && Has(std::stol(holderID)));
 }
 
 } // namespace

@@ -3,9 +3,9 @@
 // An open project for the project-life tests: a program folder of its own, a scripted prompt,
 // scripted dialogs and a clock that the test sets.
 
-#include "core/ProgramStart.h"
 #include "core/ScratchFolder.h"
 #include "core/ScriptedPrompt.h"
+#include "document/ProgramStart.h"
 #include "document/Project.h"
 #include "document/TreeViewToXml.h"
 #include "media/TitleTestKit.h"

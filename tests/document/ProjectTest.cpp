@@ -1,7 +1,7 @@
 #include "ProjectFixture.h"
 
 #include "core/Version.h"
-#include "document/NewProjectTree.h"
+#include "media/NewProject.h"
 
 #include <sys/stat.h>
 
@@ -34,7 +34,7 @@ TEST_F(ProjectTest, OpeningSetsTheStateOfAnOpenProject)
     EXPECT_FALSE(project.Doc.Tree.Item("k30").Expanded);
     EXPECT_EQ(project.CurrentMenuID, "");
     EXPECT_EQ(project.Doc.MenuTracks.Count(), 1u);
-    EXPECT_DOUBLE_EQ(project.MovieFps, 23.976); // the movie is not there
+    EXPECT_DOUBLE_EQ(project.MovieFps, 23.976); // reset on opening
     EXPECT_TRUE(prompt.Log.empty());
 }
 
@@ -61,8 +61,8 @@ TEST_F(ProjectTest, AStopAtTheUnsavedQuestionLeavesEverything)
     const std::string other = WriteProject("other.xml");
     const std::vector<std::pair<const char*, std::function<bool()>>> commands = {
         {"open", [&] { return project.OpenFile(other); }},
-        {"new", [&] { return project.CreateNewFile(movie); }},
-        {"new with dialog", [&] { return project.CreateNewFile(); }},
+        {"new", [&] { return CreateNewFile(project, movie); }},
+        {"new with dialog", [&] { return CreateNewFile(project); }},
         {"close", [&] { return project.CloseOpenFile(); }},
         {"exit", [&] { return project.Unload(); }},
     };
@@ -196,9 +196,9 @@ TEST_F(ProjectTest, NewProjectIsTheSkeletonAroundTheChosenMovie)
     // A cancelled file dialog or form keeps the open project.
     Open("kept.xml");
     const std::string kept = Xml();
-    EXPECT_FALSE(project.CreateNewFile());
+    EXPECT_FALSE(CreateNewFile(project));
     forms.NewTitle.push_back(mw::test::Cancel);
-    EXPECT_FALSE(project.CreateNewFile(movie.string()));
+    EXPECT_FALSE(CreateNewFile(project, movie.string()));
     EXPECT_EQ(Xml(), kept);
     EXPECT_EQ(project.Doc.ProjectFile, (work.Path() / "kept.xml").string());
 
@@ -211,7 +211,7 @@ TEST_F(ProjectTest, NewProjectIsTheSkeletonAroundTheChosenMovie)
         return true;
     });
 
-    ASSERT_TRUE(project.CreateNewFile());
+    ASSERT_TRUE(CreateNewFile(project));
     ASSERT_EQ(prompt.Log.size(), 1u);
     EXPECT_EQ(prompt.Log[0].Text, "*.avi;*.divx|*.avi;*.divx");
     EXPECT_EQ(prompt.Log[0].Title, "Select new titles/movies");
@@ -235,7 +235,7 @@ TEST_F(ProjectTest, NewProjectIsTheSkeletonAroundTheChosenMovie)
 TEST_F(ProjectTest, AMovieThatCannotBeReadGivesAProjectWithoutTracks)
 {
     const std::string junk = work.Write("junk.avi", "not a movie").string();
-    ASSERT_TRUE(project.CreateNewFile(junk));
+    ASSERT_TRUE(CreateNewFile(project, junk));
     EXPECT_EQ(prompt.Texts(), Texts{"Error geting info for file"});
     EXPECT_EQ(project.Doc.Tree.Find("k8"), nullptr); // a source without tracks
     EXPECT_NE(project.Doc.Tree.Find("k7"), nullptr);

@@ -1,4 +1,4 @@
-#include "document/NewProjectTree.h"
+#include "media/NewProject.h"
 #include "document/SchemaNodes.h"
 #include "document/TreeQueries.h"
 

@@ -2,6 +2,7 @@
 
 #include "document/SchemaNodes.h"
 #include "document/TreeQueries.h"
+#include "media/NewProject.h"
 
 namespace {
 
@@ -142,7 +143,7 @@ TEST_F(UndoHistoryTest, NewOpenAndCloseStartTheHistoryAnew)
     const std::string other = WriteProject("other.xml");
     const std::vector<std::pair<const char*, std::function<bool()>>> cases = {
         {"open", [&] { return project.OpenFile(other); }},
-        {"new", [&] { return project.CreateNewFile(movie); }},
+        {"new", [&] { return CreateNewFile(project, movie); }},
         {"close", [&] { return project.CloseOpenFile(); }},
     };
     for (const auto& [name, run] : cases) {

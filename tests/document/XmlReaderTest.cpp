@@ -118,6 +118,9 @@ TEST(LoadXmlFile, RefusedFilesLeaveTheDocumentAsItWas)
         {"<Project objectID=\"12\"/>", notDivX, ""},
         {"<DivXMediaManager objectID=\"1\"><Media objectID=\"12\"/><Title objectID=\"12\"/></DivXMediaManager>",
          "The file holds two elements with the objectID 12, so it cannot be opened.", ""},
+        // Two spellings on one element: every walk expects one identifier per element.
+        {"<DivXMediaManager objectID=\"1\"><Title objectID=\"12\" objectid=\"12\"/></DivXMediaManager>",
+         "The file holds two elements with the objectID 12, so it cannot be opened.", ""},
         {"<DivXMediaManager objectID=\"12\">\r\n\t<Media objectID=\"2\">\r\n\t\t</DivXMediaManager>",
          parse + "14\nLine Number: 3\nLine Position: 5\nReason: Start-end tags mismatch\n", "XML Parse Error"},
         {" ", parse + "16\nLine Number: 1\nLine Position: 2\nReason: No document element found\n", "XML Parse Error"},

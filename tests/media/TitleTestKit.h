@@ -4,10 +4,10 @@
 // prompt and scripted dialogs, and the movies the tests share.
 
 #include "core/FormHost.h"
-#include "core/ProgramStart.h"
 #include "core/ScratchFolder.h"
 #include "core/ScriptedPrompt.h"
-#include "document/NewProjectTree.h"
+#include "document/ProgramStart.h"
+#include "media/NewProject.h"
 #include "document/Project.h"
 #include "document/SchemaNodes.h"
 #include "document/TreeViewToXml.h"

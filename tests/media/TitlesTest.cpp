@@ -338,6 +338,28 @@ TEST_F(Titles, RemoveDeletesTheTitleAndTheFirstMenuPerLanguageThatPlaysIt)
     EXPECT_TRUE(p.project.FileIsDirty);
 }
 
+TEST_F(Titles, RemoveFreesNothingThatADamagedMenuNamesAsItsBackground)
+{
+    mw::Document& doc = p.project.Doc;
+    mw::DocNode& english = mw::CreateLanguageMenusNode(doc, "en");
+    mw::DocNode& german = mw::CreateLanguageMenusNode(doc, "de");
+    const std::string germanID = mw::ObjectIdOf(german);
+    mw::DocNode& first = mw::test::AddPlayMenu(doc, english, "First", "6", "");
+    mw::AddPropRow(doc.Tree, first, "backgroundVideoID", "6"); // the title being removed
+    mw::DocNode& erste = mw::test::AddPlayMenu(doc, german, "Erste", "6", "");
+    mw::AddPropRow(doc.Tree, erste, "backgroundVideoID", germanID); // the language being walked
+    const std::string firstID = mw::ObjectIdOf(first);
+    const std::string ersteID = mw::ObjectIdOf(erste);
+    doc.Tree.Select(&p.Node(6));
+
+    mw::mnuRemoveTitle(p.project);
+
+    for (const std::string& gone : {std::string("6"), firstID, ersteID})
+        EXPECT_EQ(doc.Tree.Find("k" + gone), nullptr) << gone;
+    EXPECT_NE(doc.Tree.Find("k" + germanID), nullptr);
+    EXPECT_EQ(doc.Tree.Selected(), &p.Node(2));
+}
+
 TEST_F(Titles, LoadTitlesInFormListsTitlesWithTheirMoviesAndEveryMenu)
 {
     mw::Document& doc = p.project.Doc;

@@ -7,6 +7,7 @@
 #include "document/TreeQueries.h"
 #include "media/AddTitle.h"
 #include "media/Chapters.h"
+#include "media/NewProject.h"
 #include "media/RefreshTitle.h"
 #include "media/RemoveTitle.h"
 #include "ui/QtDesignTarget.h"
@@ -106,7 +107,7 @@ void Form1::ConnectCommands()
         connect(menus_.Action(name), &QAction::triggered, this,
                 [this, handler] { RunCommandCaught(project_.Ask(), handler); });
     };
-    on("mnuNew", [this] { ReplaceDocument([this] { project_.CreateNewFile(); }); });
+    on("mnuNew", [this] { ReplaceDocument([this] { CreateNewFile(project_); }); });
     on("mnuOpen", [this] { mnuOpen_Click(); });
     on("mnuClose", [this] { ReplaceDocument([this] { project_.CloseOpenFile(); }); });
     on("mnuNormalize", [this] { ReplaceDocument([this] { project_.Normalize(); }); });

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "core/FormHost.h"
-#include "core/ProgramStart.h"
 #include "core/Prompt.h"
+#include "document/ProgramStart.h"
 #include "document/Project.h"
 #include "ui/mainwindow/MenuBar.h"
 #include "ui/mainwindow/StatusBar.h"

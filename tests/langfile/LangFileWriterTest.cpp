@@ -1,6 +1,6 @@
-#include "i18n/LangFileWriter.h"
+#include "langfile/LangFileWriter.h"
 
-#include "../core/ScratchFolder.h"
+#include "core/ScratchFolder.h"
 #include "i18n/LoadTextForDesign.h"
 
 #include <gtest/gtest.h>

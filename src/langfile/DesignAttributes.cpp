@@ -1,4 +1,4 @@
-#include "i18n/DesignAttributes.h"
+#include "langfile/DesignAttributes.h"
 
 #include <algorithm>
 #include <cstddef>

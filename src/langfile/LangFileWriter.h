@@ -1,7 +1,7 @@
 #pragma once
 
 #include "i18n/FormDesign.h"
-#include "i18n/NumberedTexts.h"
+#include "langfile/NumberedTexts.h"
 
 #include <map>
 #include <string>

@@ -1,7 +1,7 @@
-#include "i18n/LangFileWriter.h"
+#include "langfile/LangFileWriter.h"
 
 #include "core/AtomicFile.h"
-#include "i18n/DesignAttributes.h"
+#include "langfile/DesignAttributes.h"
 
 #include <pugixml.hpp>
 

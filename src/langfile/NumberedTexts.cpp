@@ -1,6 +1,6 @@
-#include "i18n/NumberedTexts.h"
+#include "langfile/NumberedTexts.h"
 
-#include "i18n/CppTokens.h"
+#include "langfile/CppTokens.h"
 
 #include <charconv>
 #include <cstddef>

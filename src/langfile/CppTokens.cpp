@@ -1,4 +1,4 @@
-#include "i18n/CppTokens.h"
+#include "langfile/CppTokens.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,4 +1,4 @@
-#include "i18n/NumberedTexts.h"
+#include "langfile/NumberedTexts.h"
 
 #include <gtest/gtest.h>
 

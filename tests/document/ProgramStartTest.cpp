@@ -1,5 +1,5 @@
-#include "core/ProgramStart.h"
 #include "core/ScratchFolder.h"
+#include "document/ProgramStart.h"
 
 #include <gtest/gtest.h>
 

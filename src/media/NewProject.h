@@ -7,6 +7,17 @@
 
 namespace mw {
 
+class Project;
+
+// The title of the dialog in which CreateNewFile asks for the movie.
+inline constexpr const char* kNewFileDialogTitle = "Select new titles/movies";
+
+// The New command: a new project around one movie, asked for when preset is empty, with the
+// tracks and default streams chosen in the new-title dialog. False when anything was cancelled;
+// the open project then stays as it was.
+bool CreateNewFile(Project& project, const std::string& preset = {},
+                   const std::string& dialogTitle = kNewFileDialogTitle);
+
 // Replaces the tree with the skeleton of a new project around one movie: the root, the
 // translation of the title's name, Media with its Title and MediaSource, and one MediaTrack per
 // track row with a translation for each audio and subtitle stream. The default streams are

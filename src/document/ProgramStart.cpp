@@ -1,4 +1,4 @@
-#include "core/ProgramStart.h"
+#include "document/ProgramStart.h"
 
 #include "core/AutoSaveFiles.h"
 
