@@ -56,7 +56,7 @@ TEST_F(AviCreator, RefusesWhatItCannotWriteWithItsMessage)
     const std::tuple<int, const char*, bool, const char*, const char*> cases[] = {
         {16, "", false, "refused.avi", kBadDepth},
         {0, "", false, "refused.avi", kBadDepth},
-        {24, "MJPG", false, "refused.avi", "Failed to create compressed AVI stream"},
+        {24, "MJPG", false, "refused.avi", "Failed to create compressed AVI stream: no encoder for the handler MJPG"},
         {24, "", true, "refused.avi", "Failed to create a new AVI stream"},
         {24, "", false, "no/such/folder.avi", "Failed to open AVI file"},
     };
