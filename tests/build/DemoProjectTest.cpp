@@ -8,9 +8,8 @@
 #include "media/FrameGrabber.h"
 #include "media/TitleNodes.h"
 #include "media/TitleTestKit.h"
+#include "render/GuiApplication.h"
 #include "render/cDIB.h"
-
-#include <QGuiApplication>
 
 #include <gtest/gtest.h>
 
@@ -22,18 +21,6 @@ namespace fs = std::filesystem;
 namespace mw::test {
 
 namespace {
-
-// The frames carry text, and fonts need an application (no screen).
-void NeedGuiApplication()
-{
-    if (QGuiApplication::instance())
-        return;
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int argc = 1;
-    static char name[] = "menuwright_tests";
-    static char* argv[] = {name, nullptr};
-    static QGuiApplication app(argc, argv);
-}
 
 std::vector<std::string> Kinds(const DocNode& parent, const std::string& text)
 {

@@ -1,0 +1,169 @@
+#include "render/OverlayCanvas.h"
+
+#include "render/OverlayFont.h"
+#include "render/OverlayScheme.h"
+#include "render/PixelRow.h"
+
+#include <QFontMetrics>
+
+namespace mw {
+
+namespace {
+
+QColor ToQColor(Colour colour) { return QColor(int(colour & 0xFF), int(colour >> 8 & 0xFF), int(colour >> 16 & 0xFF)); }
+
+// Pens of more than one pixel have round ends and joins, as the Windows pens had.
+QPen OverlayPen(int penWidth, Colour colour)
+{
+    QPen pen(ToQColor(colour), penWidth > 1 ? penWidth : 0);
+    pen.setCapStyle(Qt::RoundCap);
+    pen.setJoinStyle(Qt::RoundJoin);
+    return pen;
+}
+
+// Line ends as the text box holds them ("\r\n") are single line breaks for the layout.
+QString LayoutText(const std::string& text)
+{
+    QString result = QString::fromStdString(text);
+    result.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    result.replace(QChar('\r'), QChar('\n'));
+    return result;
+}
+
+// A colour off the scheme would be a fault of the drawing (a blended pixel); it goes to a black
+// entry, where it shows, rather than to a scheme colour, where it would hide.
+constexpr std::uint32_t kStrayIndex = 4;
+
+std::uint32_t IndexOf(QRgb pixel)
+{
+    switch (pixel & 0xFFFFFF) {
+    case 0x0000FF:
+        return 0;
+    case 0xFF0000:
+        return 1;
+    case 0xFFFF00:
+        return 2;
+    case 0xFFFFFF:
+        return 3;
+    default:
+        return kStrayIndex;
+    }
+}
+
+} // namespace
+
+OverlayCanvas::OverlayCanvas(int width, int height)
+{
+    if (width <= 0 || height <= 0 || width > cDIB::kMaxSide || height > cDIB::kMaxSide)
+        return;
+    image_ = QImage(width, height, QImage::Format_RGB32);
+    image_.fill(ToQColor(kOverlayBlue));
+    painter_.begin(&image_);
+    painter_.setRenderHint(QPainter::Antialiasing, false);
+    painter_.setRenderHint(QPainter::TextAntialiasing, false);
+    painter_.setBrush(Qt::NoBrush);
+    SetFont({"Arial", 18});
+    // Shapes are drawn on the pixel centres, so a pen is centred on the pixels of its outline.
+    painter_.translate(0.5, 0.5);
+}
+
+void OverlayCanvas::DrawLine(int x1, int y1, int x2, int y2, int penWidth, Colour colour)
+{
+    if (!painter_.isActive())
+        return;
+    painter_.setPen(OverlayPen(penWidth, colour));
+    painter_.drawLine(x1, y1, x2, y2);
+}
+
+void OverlayCanvas::DrawRect(int x1, int y1, int x2, int y2, int penWidth, Colour colour)
+{
+    if (!painter_.isActive() || penWidth <= 0)
+        return;
+    // Four bands, so that the corners are square and every width lands where the header says.
+    const int outer = penWidth / 2;
+    const int left = x1 - outer;
+    const int top = y1 - outer;
+    const int right = x2 - 1 - outer;
+    const int bottom = y2 - 1 - outer;
+    const QColor c = ToQColor(colour);
+    painter_.save();
+    painter_.resetTransform();
+    const int spanW = right + penWidth - left;
+    const int spanH = bottom + penWidth - top;
+    painter_.fillRect(left, top, spanW, penWidth, c);
+    painter_.fillRect(left, bottom, spanW, penWidth, c);
+    painter_.fillRect(left, top, penWidth, spanH, c);
+    painter_.fillRect(right, top, penWidth, spanH, c);
+    painter_.restore();
+}
+
+void OverlayCanvas::DrawEllipse(int x1, int y1, int x2, int y2, int penWidth, Colour colour)
+{
+    if (!painter_.isActive())
+        return;
+    painter_.setPen(OverlayPen(penWidth, colour));
+    painter_.drawEllipse(QRectF(x1, y1, x2 - 1 - x1, y2 - 1 - y1));
+}
+
+void OverlayCanvas::SetFont(const FontChoice& font)
+{
+    font_ = OverlayFont(font);
+    if (painter_.isActive())
+        painter_.setFont(font_);
+}
+
+int OverlayCanvas::TextFlags(TextAlign align, bool wordBreak) const
+{
+    const int horizontal = align == TextAlign::Left     ? Qt::AlignLeft
+                           : align == TextAlign::Centre ? Qt::AlignHCenter
+                                                        : Qt::AlignRight;
+    return horizontal | Qt::AlignTop | (wordBreak ? Qt::TextWordWrap : 0);
+}
+
+int OverlayCanvas::MeasureText(const std::string& text, const QRect& rect, bool wordBreak) const
+{
+    return QFontMetrics(font_).boundingRect(rect, TextFlags(TextAlign::Left, wordBreak), LayoutText(text)).height();
+}
+
+void OverlayCanvas::DrawTextOutlined(const std::string& text, QRect rect, int outline, Colour outlineColour,
+                                     TextAlign align, TextVAlign vAlign, bool wordBreak)
+{
+    if (!painter_.isActive())
+        return;
+    const QString layout = LayoutText(text);
+    const int flags = TextFlags(align, wordBreak);
+    const int height = QFontMetrics(font_).boundingRect(rect, flags, layout).height();
+    if (height < rect.height() && vAlign != TextVAlign::Top) {
+        const int top = vAlign == TextVAlign::Centre ? rect.top() + (rect.height() - height) / 2
+                                                     : rect.bottom() + 1 - height;
+        rect = QRect(rect.left(), top, rect.width(), height);
+    }
+    painter_.save();
+    painter_.resetTransform();
+    if (outline > 0) {
+        painter_.setPen(ToQColor(outlineColour));
+        for (int dx = -outline; dx <= outline; ++dx) {
+            for (int dy = -outline; dy <= outline; ++dy)
+                painter_.drawText(rect.translated(dx, dy), flags, layout);
+        }
+    }
+    painter_.setPen(ToQColor(textColour_));
+    painter_.drawText(rect, flags, layout);
+    painter_.restore();
+}
+
+cDIB OverlayCanvas::ToDib() const
+{
+    cDIB dib = NewOverlayDib(Width(), Height());
+    if (dib.Empty())
+        return dib;
+    for (int y = 0; y < Height(); ++y) {
+        const auto* from = reinterpret_cast<const QRgb*>(image_.constScanLine(y));
+        std::uint8_t* to = RowOf(dib, y);
+        for (int x = 0; x < Width(); ++x)
+            WriteValue(to, x, 4, IndexOf(from[x]));
+    }
+    return dib;
+}
+
+} // namespace mw
