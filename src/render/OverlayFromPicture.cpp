@@ -12,9 +12,23 @@ cDIB ReduceTo16Colours(const cDIB& picture, Colour transparent)
     if (picture.Empty() || !result.Create(picture.Width(), picture.Height(), 4))
         return result;
     std::vector<Colour> table = result.GetColorTable();
-    const std::uint32_t nearest = result.ValueOf(transparent);
-    std::swap(table[0], table[nearest]);
-    table[0] = transparent & 0xFFFFFF;
+    transparent &= 0xFFFFFF;
+    // Black (entry 0) and white (15) carry text and outlines in most pictures: the transparent
+    // colour only replaces them when it is one of them.
+    std::size_t replaced = result.ValueOf(transparent);
+    if (table[replaced] != transparent) {
+        const auto distance = [transparent](Colour c) {
+            const auto d = [&](int shift) { return int(c >> shift & 0xFF) - int(transparent >> shift & 0xFF); };
+            return d(0) * d(0) + d(8) * d(8) + d(16) * d(16);
+        };
+        replaced = 1;
+        for (std::size_t i = 2; i + 1 < table.size(); ++i) {
+            if (distance(table[i]) < distance(table[replaced]))
+                replaced = i;
+        }
+    }
+    std::swap(table[0], table[replaced]);
+    table[0] = transparent;
     result.SetColorTable(table);
     picture.Stretch(result, 0, 0, result.Width(), result.Height(), 0, 0, picture.Width(), picture.Height());
     return result;

@@ -8,8 +8,9 @@
 namespace mw {
 
 // The picture in 16 colours, each pixel on the nearest colour (in RGB) of the standard 16-colour
-// table, with the transparent colour made entry 0 exactly: it takes the place of the standard
-// colour nearest to it, which moves to that colour's old index.
+// table, with the transparent colour made entry 0 exactly. It takes the place of the standard
+// colour it equals, or else of the nearest one but black and white; black, entry 0 before,
+// moves to the index that colour leaves.
 cDIB ReduceTo16Colours(const cDIB& picture, Colour transparent);
 
 // The first four entries become the overlay painting colours (blue, red, yellow, white); the
