@@ -1,5 +1,6 @@
 #include "cli/CliCommands.h"
 #include "cli/CliOptions.h"
+#include "cli/CliOverlayCommands.h"
 #include "cli/CliTitleCommands.h"
 #include "cli/ConsoleFormHost.h"
 #include "cli/ConsolePrompt.h"
@@ -60,6 +61,10 @@ int main(int argc, char** argv)
         return RunRefreshTitle(options, context);
     if (options.Command == "remove-title")
         return RunRemoveTitle(options, context);
+    if (options.Command == "overlay")
+        return RunOverlay(options, context);
+    if (options.Command == "overlay-from-picture")
+        return RunOverlayFromPicture(options, context);
     std::cerr << "menuwright-cli: unknown command " << options.Command << "\n\n" << CliUsage();
     return kExitUnreadable;
 }
