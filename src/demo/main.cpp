@@ -1,4 +1,5 @@
 #include "build/DemoProject.h"
+#include "build/StarterLibrary.h"
 #include "cli/ConsolePrompt.h"
 
 #include <QGuiApplication>
@@ -6,7 +7,8 @@
 #include <iostream>
 #include <optional>
 
-// Makes the demo movie and project below the folder given; the build runs it beside the program.
+// Makes the demo movie and project and the starter overlay library below the folder given; the
+// build runs it beside the program.
 int main(int argc, char** argv)
 {
     if (argc != 2) {
@@ -18,5 +20,5 @@ int main(int argc, char** argv)
     int appArgc = 1;
     QGuiApplication app(appArgc, argv);
     mw::ConsolePrompt prompt(std::cerr, std::cerr, std::nullopt);
-    return mw::MakeDemoProject(argv[1], {}, prompt) ? 0 : 1;
+    return mw::MakeDemoProject(argv[1], {}, prompt) && mw::MakeStarterLibrary(argv[1], prompt) ? 0 : 1;
 }
