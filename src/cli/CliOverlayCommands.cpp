@@ -7,8 +7,6 @@
 #include "render/OverlayFromPicture.h"
 #include "render/TransPaint.h"
 
-#include <QGuiApplication>
-
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
@@ -21,18 +19,6 @@ namespace {
 
 constexpr const char* kOverlayOptions[] = {"--width",   "--colors", "--text",   "--font",
                                            "--font-size", "--outline", "--shadow", "--transparent"};
-
-// Text needs fonts, and fonts need an application; the command line has no screen.
-void NeedFonts()
-{
-    if (QGuiApplication::instance())
-        return;
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int argc = 1;
-    static char name[] = "menuwright-cli";
-    static char* argv[] = {name, nullptr};
-    static QGuiApplication app(argc, argv);
-}
 
 template <typename T>
 std::optional<T> Number(std::string_view text)
@@ -174,7 +160,7 @@ int RunOverlay(const CliOptions& options, CliContext& context)
         return Fail(options, context, problem.Text);
     }
 
-    NeedFonts();
+    NeedFontApplication();
     TransPaint paint(context.Ask, context.Lang.LangDoc());
     for (int i = 0; i < 3; ++i)
         paint.SetRGBColor(i + 1, std::uint8_t(colours[i]), std::uint8_t(colours[i] >> 8), std::uint8_t(colours[i] >> 16));

@@ -1,8 +1,7 @@
 #include "build/DemoProject.h"
 #include "build/StarterLibrary.h"
 #include "cli/ConsolePrompt.h"
-
-#include <QGuiApplication>
+#include "render/OverlayFont.h"
 
 #include <iostream>
 #include <optional>
@@ -15,10 +14,7 @@ int main(int argc, char** argv)
         std::cerr << "usage: menuwright-demo OUTPUT_FOLDER\n";
         return 2;
     }
-    // The frames are drawn with fonts, which need an application but no screen.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    int appArgc = 1;
-    QGuiApplication app(appArgc, argv);
+    mw::NeedFontApplication();
     mw::ConsolePrompt prompt(std::cerr, std::cerr, std::nullopt);
     return mw::MakeDemoProject(argv[1], {}, prompt) && mw::MakeStarterLibrary(argv[1], prompt) ? 0 : 1;
 }

@@ -2,6 +2,8 @@
 
 #include "core/NumberText.h"
 
+#include <QGuiApplication>
+
 #include <algorithm>
 #include <string>
 
@@ -26,6 +28,17 @@ QFont OverlayFont(const FontChoice& font)
     qfont.setBold(font.Bold);
     qfont.setItalic(font.Italic);
     return qfont;
+}
+
+void NeedFontApplication()
+{
+    if (QGuiApplication::instance() != nullptr)
+        return;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int argc = 1;
+    static char name[] = "menuwright";
+    static char* argv[] = {name, nullptr};
+    static QGuiApplication app(argc, argv);
 }
 
 } // namespace mw

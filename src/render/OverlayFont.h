@@ -18,4 +18,9 @@ FontChoice FontFromAttribute(std::string_view font, double pointSize);
 // overlay's indexes.
 QFont OverlayFont(const FontChoice& font);
 
+// Fonts need an application object. Programs without a window (the command line, the build
+// tools, tests) get an offscreen one here, kept until the process ends; with one running
+// already, nothing happens.
+void NeedFontApplication();
+
 } // namespace mw

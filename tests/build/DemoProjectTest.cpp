@@ -8,7 +8,7 @@
 #include "media/FrameGrabber.h"
 #include "media/TitleNodes.h"
 #include "media/TitleTestKit.h"
-#include "render/GuiApplication.h"
+#include "render/OverlayFont.h"
 #include "render/cDIB.h"
 
 #include <gtest/gtest.h>
@@ -45,7 +45,7 @@ DocNode* VideoTrackOf(const DocNode& chapter)
 
 TEST(DemoProject, ReadsBackFromACopiedFolderWithItsTitleChaptersTracksAndDistinctPictures)
 {
-    NeedGuiApplication();
+    NeedFontApplication();
     ScratchFolder made;
     ScriptedPrompt prompt;
     const DemoProjectSpec spec{{176, 144, 25, 40}, 4};
@@ -101,7 +101,7 @@ TEST(DemoProject, ReadsBackFromACopiedFolderWithItsTitleChaptersTracksAndDistinc
 
 TEST(DemoProject, FailsWithAMessageWhereNoFolderCanBeMade)
 {
-    NeedGuiApplication();
+    NeedFontApplication();
     ScratchFolder scratch;
     const fs::path blocker = scratch.Write("Demo", "a file where the folder should go");
     ScriptedPrompt prompt;

@@ -3,7 +3,7 @@
 #include "core/ScratchFolder.h"
 #include "core/ScriptedPrompt.h"
 #include "media/AviFile.h"
-#include "render/GuiApplication.h"
+#include "render/OverlayFont.h"
 #include "render/OverlayScheme.h"
 #include "render/OverlayStretch.h"
 
@@ -17,7 +17,7 @@ namespace mw::test {
 
 TEST(StarterLibrary, ShipsFourColourOverlaysAndTheHelperFilesAndSeedsAFreshProgramFolder)
 {
-    NeedGuiApplication();
+    NeedFontApplication();
     ScratchFolder shipped;
     ScriptedPrompt prompt;
     ASSERT_TRUE(MakeStarterLibrary(shipped.Path(), prompt)) << ::testing::PrintToString(prompt.Texts());

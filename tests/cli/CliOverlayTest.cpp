@@ -1,6 +1,6 @@
 // Overlays rendered from the command line, as scripts make them without a window.
 #include "cli/CliFixture.h"
-#include "render/GuiApplication.h"
+#include "render/OverlayFont.h"
 #include "render/OverlayPainters.h"
 #include "render/OverlayScheme.h"
 #include "render/OverlayStretch.h"
@@ -28,7 +28,7 @@ protected:
 
 TEST_F(CliOverlay, PaintsSpecialOverlaysWithTheColoursInEntriesOneToThree)
 {
-    NeedGuiApplication();
+    NeedFontApplication();
     ASSERT_EQ(Run("overlay '*Rect' 40x20 -o rect.bmp --width 4 --colors 255,#00FF00,16711680").Exit, 0);
     cDIB expected = CreateRect(4, 40, 20);
     expected.SetColorTable({kOverlayBlue, Rgb(255, 0, 0), Rgb(0, 255, 0), Rgb(0, 0, 255)});

@@ -1,4 +1,3 @@
-#include "render/GuiApplication.h"
 #include "render/OverlayFont.h"
 #include "render/OverlayPainters.h"
 #include "render/OverlayScheme.h"
@@ -117,7 +116,7 @@ TEST(OverlayPainters, Shape1RoundsItsCoordinatesToEven)
 
 TEST(OverlayPainters, TextLayersBodyOutlineAndShadowOnTheirIndexes)
 {
-    NeedGuiApplication();
+    NeedFontApplication();
     const std::string text = "Play";
     const cDIB plain = CreateText(120, 50, text, 0, "0RB", kArial);
     EXPECT_EQ(IndexesUsed(plain), (std::set<std::uint32_t>{0, 1}));
@@ -145,7 +144,7 @@ TEST(OverlayPainters, TextLayersBodyOutlineAndShadowOnTheirIndexes)
 
 TEST(OverlayPainters, TextKeepsItsLineEndsAndIsCentredAsABlock)
 {
-    NeedGuiApplication();
+    NeedFontApplication();
     const cDIB one = CreateText(200, 120, "HH", 0, "0RB", kArial);
     const cDIB two = CreateText(200, 120, "HH\r\nHH", 0, "0RB", kArial);
     EXPECT_EQ(RowRuns(one, 1), 1);
@@ -170,7 +169,7 @@ TEST(OverlayPainters, TextKeepsItsLineEndsAndIsCentredAsABlock)
 
 TEST(OverlayPainters, ArialFallsBackToAMetricCompatibleFamily)
 {
-    NeedGuiApplication();
+    NeedFontApplication();
     EXPECT_EQ(QFontInfo(OverlayFont(kArial)).family(), QStringLiteral("Liberation Sans"));
     const FontChoice parsed = FontFromAttribute("Times New Roman,B,I", 12.5);
     EXPECT_EQ(parsed.Family, "Times New Roman");
@@ -185,7 +184,7 @@ TEST(OverlayPainters, ArialFallsBackToAMetricCompatibleFamily)
 // is exactly the untouched area.
 TEST(OverlayPainters, EveryPainterStaysOnTheFourIndexes)
 {
-    NeedGuiApplication();
+    NeedFontApplication();
     const std::pair<int, int> sizes[] = {{1, 1}, {2, 5}, {15, 15}, {31, 17}, {100, 40}, {257, 91}};
     const FontChoice fonts[] = {kArial, {"Arial", 9, true, false}, {"Times New Roman", 24, false, true},
                                 {"Courier New", 14, true, true}, {"DejaVu Sans", 30}};
