@@ -1,9 +1,10 @@
 #include "build/GifFile.h"
 
+#include "build/AvError.h"
+
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
-#include <libavutil/error.h>
 #include <libavutil/imgutils.h>
 }
 
@@ -14,13 +15,6 @@ extern "C" {
 namespace mw {
 
 namespace {
-
-std::string AvError(int rc)
-{
-    char text[AV_ERROR_MAX_STRING_SIZE] = {};
-    av_strerror(rc, text, sizeof text);
-    return text;
-}
 
 struct GifWriter {
     AVFormatContext* Format = nullptr;

@@ -6,6 +6,7 @@
 #include "render/OverlayFont.h"
 #include "render/OverlayScheme.h"
 #include "render/OverlayStretch.h"
+#include "render/TestBitmaps.h"
 
 #include <QImage>
 
@@ -33,11 +34,7 @@ TEST(StarterLibrary, ShipsFourColourOverlaysAndTheHelperFilesAndSeedsAFreshProgr
         ASSERT_TRUE(dib.CreateFromBitmapFile(entry.path().string())) << entry.path();
         ASSERT_EQ(dib.BPP(), 4) << entry.path();
         EXPECT_EQ(dib.GetColorTable(), OverlayColorTable()) << entry.path();
-        std::set<std::uint32_t> used;
-        for (int y = 0; y < dib.Height(); ++y) {
-            for (int x = 0; x < dib.Width(); ++x)
-                used.insert(dib.Pixel(x, y));
-        }
+        const std::set<std::uint32_t> used = ValuesIn(dib);
         EXPECT_LE(*used.rbegin(), 3u) << entry.path();
         EXPECT_GE(used.size(), 2u) << entry.path() << " draws nothing";
     }

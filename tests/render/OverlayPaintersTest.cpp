@@ -1,6 +1,7 @@
 #include "render/OverlayFont.h"
 #include "render/OverlayPainters.h"
 #include "render/OverlayScheme.h"
+#include "render/TestBitmaps.h"
 
 #include <QFontInfo>
 
@@ -11,16 +12,6 @@
 namespace mw::test {
 
 namespace {
-
-std::set<std::uint32_t> IndexesUsed(const cDIB& dib)
-{
-    std::set<std::uint32_t> used;
-    for (int y = 0; y < dib.Height(); ++y) {
-        for (int x = 0; x < dib.Width(); ++x)
-            used.insert(dib.Pixel(x, y));
-    }
-    return used;
-}
 
 // The pixels of one index as a picture of flags, shifted by (dx, dy); pixels shifted in from
 // outside are false.
@@ -91,7 +82,7 @@ TEST(OverlayPainters, OvalTouchesItsBoxAtTheMiddlesAndLeavesCornersAndCentre)
         EXPECT_EQ(dib.Pixel(30, 20), 0u);
         EXPECT_EQ(dib.Pixel(0, 0), 0u);
         EXPECT_EQ(dib.Pixel(60, 40), 0u);
-        EXPECT_EQ(IndexesUsed(dib), (std::set<std::uint32_t>{0, 1}));
+        EXPECT_EQ(ValuesIn(dib), (std::set<std::uint32_t>{0, 1}));
     }
 }
 
@@ -119,11 +110,11 @@ TEST(OverlayPainters, TextLayersBodyOutlineAndShadowOnTheirIndexes)
     NeedFontApplication();
     const std::string text = "Play";
     const cDIB plain = CreateText(120, 50, text, 0, "0RB", kArial);
-    EXPECT_EQ(IndexesUsed(plain), (std::set<std::uint32_t>{0, 1}));
+    EXPECT_EQ(ValuesIn(plain), (std::set<std::uint32_t>{0, 1}));
     EXPECT_EQ(CreateText(120, 50, text, 0, "", kArial), plain);
     EXPECT_EQ(CreateText(120, 50, text, 0, "0LT", kArial), plain);
 
-    EXPECT_EQ(IndexesUsed(CreateText(120, 50, text, 2, "0RB", kArial)), (std::set<std::uint32_t>{0, 1, 2}));
+    EXPECT_EQ(ValuesIn(CreateText(120, 50, text, 2, "0RB", kArial)), (std::set<std::uint32_t>{0, 1, 2}));
 
     // The shadow is the body moved towards its corner, showing where the body is not.
     struct Corner {
@@ -195,14 +186,14 @@ TEST(OverlayPainters, EveryPainterStaysOnTheFourIndexes)
                 params.LineWidth = lineWidth;
                 const cDIB dib = PaintByFunctionName(painter, w, h, params);
                 ASSERT_EQ(dib.Width(), w);
-                for (const std::uint32_t index : IndexesUsed(dib))
+                for (const std::uint32_t index : ValuesIn(dib))
                     ASSERT_LE(index, 3u) << painter << " " << w << "x" << h << " pen " << lineWidth;
             }
         }
         for (const FontChoice& font : fonts) {
             for (int outline = 0; outline <= 3; ++outline) {
                 const cDIB dib = CreateText(w, h, "Menu ÄÖ\nàé", outline, "2RB", font);
-                for (const std::uint32_t index : IndexesUsed(dib))
+                for (const std::uint32_t index : ValuesIn(dib))
                     ASSERT_LE(index, 3u) << font.Family << " " << w << "x" << h << " outline " << outline;
             }
         }
