@@ -157,11 +157,15 @@ cDIB OverlayCanvas::ToDib() const
     cDIB dib = NewOverlayDib(Width(), Height());
     if (dib.Empty())
         return dib;
+    // Two pixels to a byte, the left one in the high half: this runs at every repaint.
     for (int y = 0; y < Height(); ++y) {
         const auto* from = reinterpret_cast<const QRgb*>(image_.constScanLine(y));
         std::uint8_t* to = RowOf(dib, y);
-        for (int x = 0; x < Width(); ++x)
-            WriteValue(to, x, 4, IndexOf(from[x]));
+        const int pairs = Width() / 2;
+        for (int i = 0; i < pairs; ++i)
+            to[i] = std::uint8_t(IndexOf(from[2 * i]) << 4 | IndexOf(from[2 * i + 1]));
+        if (Width() % 2 != 0)
+            to[pairs] = std::uint8_t(IndexOf(from[Width() - 1]) << 4);
     }
     return dib;
 }
