@@ -6,6 +6,9 @@
 
 #include <QFontMetrics>
 
+#include <algorithm>
+#include <vector>
+
 namespace mw {
 
 namespace {
@@ -138,18 +141,69 @@ void OverlayCanvas::DrawTextOutlined(const std::string& text, QRect rect, int ou
                                                      : rect.bottom() + 1 - height;
         rect = QRect(rect.left(), top, rect.width(), height);
     }
+    if (outline > 0)
+        DrawOutline(layout, rect, flags, outline, outlineColour);
     painter_.save();
     painter_.resetTransform();
-    if (outline > 0) {
-        painter_.setPen(ToQColor(outlineColour));
-        for (int dx = -outline; dx <= outline; ++dx) {
-            for (int dy = -outline; dy <= outline; ++dy)
-                painter_.drawText(rect.translated(dx, dy), flags, layout);
-        }
-    }
     painter_.setPen(ToQColor(textColour_));
     painter_.drawText(rect, flags, layout);
     painter_.restore();
+}
+
+// The text drawn at every offset of up to n pixels each way covers what the text itself covers,
+// grown by a square of 2n + 1 pixels. So it is drawn once into a mask, which is grown along the
+// rows and then along the columns: the same pixels as (2n + 1) squared drawings, at the cost of
+// one.
+void OverlayCanvas::DrawOutline(const QString& layout, const QRect& rect, int flags, int n, Colour colour)
+{
+    // Glyphs may reach past the measured box (italics), and pixels up to n outside the canvas
+    // grow into it.
+    const int margin = n + font_.pixelSize();
+    const QRect box = QFontMetrics(font_).boundingRect(rect, flags, layout).adjusted(-margin, -margin, margin, margin) &
+                      image_.rect().adjusted(-n, -n, n, n);
+    if (box.isEmpty())
+        return;
+    QImage mask(box.size(), QImage::Format_Grayscale8);
+    mask.fill(0);
+    {
+        QPainter p(&mask);
+        p.setFont(font_);
+        p.setPen(Qt::white);
+        p.translate(-box.topLeft());
+        p.drawText(rect, flags, layout);
+    }
+    const int w = box.width();
+    const int h = box.height();
+    std::vector<std::uint8_t> rows(std::size_t(w) * std::size_t(h), 0);
+    for (int y = 0; y < h; ++y) {
+        const std::uint8_t* line = mask.constScanLine(y);
+        std::uint8_t* grown = rows.data() + std::size_t(y) * std::size_t(w);
+        for (int x = 0; x < w; ++x) {
+            if (line[x] == 0)
+                continue;
+            std::fill(grown + std::max(0, x - n), grown + std::min(w, x + n + 1), std::uint8_t(1));
+        }
+    }
+    const QRgb pen = ToQColor(colour).rgb();
+    for (int y = 0; y < h; ++y) {
+        const int top = std::max(0, y - n);
+        const int bottom = std::min(h - 1, y + n);
+        const int canvasY = box.top() + y;
+        if (canvasY < 0 || canvasY >= Height())
+            continue;
+        auto* target = reinterpret_cast<QRgb*>(image_.scanLine(canvasY));
+        for (int x = 0; x < w; ++x) {
+            const int canvasX = box.left() + x;
+            if (canvasX < 0 || canvasX >= Width())
+                continue;
+            for (int v = top; v <= bottom; ++v) {
+                if (rows[std::size_t(v) * std::size_t(w) + std::size_t(x)] != 0) {
+                    target[canvasX] = pen;
+                    break;
+                }
+            }
+        }
+    }
 }
 
 cDIB OverlayCanvas::ToDib() const

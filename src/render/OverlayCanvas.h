@@ -52,6 +52,7 @@ public:
 
 private:
     int TextFlags(TextAlign align, bool wordBreak) const;
+    void DrawOutline(const QString& layout, const QRect& rect, int flags, int n, Colour colour);
 
     QImage image_;
     QPainter painter_;

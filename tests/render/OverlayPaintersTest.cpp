@@ -1,9 +1,12 @@
+#include "render/OverlayCanvas.h"
 #include "render/OverlayFont.h"
 #include "render/OverlayPainters.h"
 #include "render/OverlayScheme.h"
 #include "render/TestBitmaps.h"
 
 #include <QFontInfo>
+#include <QImage>
+#include <QPainter>
 
 #include <gtest/gtest.h>
 
@@ -168,6 +171,50 @@ TEST(OverlayPainters, ArialFallsBackToAMetricCompatibleFamily)
     EXPECT_TRUE(parsed.Italic);
     EXPECT_FALSE(FontFromAttribute("Arial,I", 18).Bold);
     EXPECT_EQ(OverlayFont(parsed).pixelSize(), 17); // 12.5 pt at 96 dpi, 16.67 rounded
+}
+
+// The outline is made by growing the text once; it must be what drawing the text at every
+// offset gives, also where the text runs off the canvas.
+TEST(OverlayPainters, OutlineIsTheTextDrawnAtEveryOffset)
+{
+    NeedFontApplication();
+    const FontChoice fonts[] = {kArial, {"Times New Roman", 26, true, true}};
+    const QRect rects[] = {{0, 0, 160, 70}, {-40, -12, 160, 70}, {90, 40, 160, 70}};
+    for (const FontChoice& font : fonts) {
+        for (const QRect& rect : rects) {
+            for (const int outline : {1, 3}) {
+                const std::string text = "Wave fly\nÄj";
+                OverlayCanvas canvas(160, 70);
+                canvas.SetFont(font);
+                canvas.SetTextColor(kOverlayRed);
+                canvas.DrawTextOutlined(text, rect, outline, kOverlayYellow, TextAlign::Centre, TextVAlign::Top, true);
+                const cDIB fast = canvas.ToDib();
+
+                QImage reference(160, 70, QImage::Format_RGB32);
+                reference.fill(QColor(0, 0, 255));
+                QPainter p(&reference);
+                p.setFont(OverlayFont(font));
+                p.setPen(QColor(255, 255, 0));
+                const int flags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap;
+                for (int dx = -outline; dx <= outline; ++dx) {
+                    for (int dy = -outline; dy <= outline; ++dy)
+                        p.drawText(rect.translated(dx, dy), flags, QString::fromStdString(text));
+                }
+                p.setPen(QColor(255, 0, 0));
+                p.drawText(rect, flags, QString::fromStdString(text));
+                p.end();
+                int differences = 0;
+                for (int y = 0; y < 70; ++y) {
+                    for (int x = 0; x < 160; ++x)
+                        differences += fast.ColourOf(fast.Pixel(x, y)) != Rgb(std::uint8_t(qRed(reference.pixel(x, y))),
+                                                                              std::uint8_t(qGreen(reference.pixel(x, y))),
+                                                                              std::uint8_t(qBlue(reference.pixel(x, y))));
+                }
+                EXPECT_EQ(differences, 0) << font.Family << " outline " << outline << " at " << rect.x() << ","
+                                          << rect.y();
+            }
+        }
+    }
 }
 
 // Whatever the painter, size, pen, font or outline, every pixel is on one of the four indexes:
