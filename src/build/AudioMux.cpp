@@ -1,5 +1,7 @@
 #include "build/AudioMux.h"
 
+#include "build/AvError.h"
+
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
@@ -19,13 +21,6 @@ namespace {
 
 constexpr int kStereoBitRate = 192000;
 constexpr int kMonoBitRate = 96000;
-
-std::string AvError(int code)
-{
-    char text[AV_ERROR_MAX_STRING_SIZE] = {};
-    av_strerror(code, text, sizeof text);
-    return text;
-}
 
 // The WAVEFORMATEX tag of the codecs that go in as they are; 0 for the others.
 std::uint16_t CopiedFormatTag(AVCodecID id)

@@ -1,5 +1,7 @@
 #include "build/Mpeg4Encoder.h"
 
+#include "build/AvError.h"
+
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavutil/frame.h>
@@ -12,17 +14,6 @@ extern "C" {
 #include <thread>
 
 namespace mw {
-
-namespace {
-
-std::string AvError(int code)
-{
-    char text[AV_ERROR_MAX_STRING_SIZE] = {};
-    av_strerror(code, text, sizeof text);
-    return text;
-}
-
-} // namespace
 
 struct Mpeg4Encoder::State {
     AVCodecContext* Context = nullptr;

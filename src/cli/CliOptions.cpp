@@ -1,5 +1,6 @@
 #include "cli/CliOptions.h"
 
+#include "cli/CliOverlayCommands.h"
 #include "core/Text.h"
 
 #include <charconv>
@@ -104,6 +105,12 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
             value = args[++i];
         } else if (a == "--all") {
             o.AllTitles = true;
+        } else if (IsOverlayOption(a)) {
+            if (!hasValue) {
+                result.Error = a + " needs a value";
+                return result;
+            }
+            o.Values[a] = args[++i];
         } else if (a.size() > 1 && a[0] == '-' && !IsNegativeNumber(a)) {
             result.Error = "unknown option " + a;
             return result;
@@ -139,6 +146,13 @@ std::string CliUsage()
            "  pic2avi PICTURE... -o OUT.avi --fps F [--audio FILE]\n"
            "                                    a menu video: five seconds of one picture, or one\n"
            "                                    frame per picture, MPEG-4 by our own encoder\n"
+           "  overlay SHAPE WIDTHxHEIGHT -o OUT.bmp [--width N] [--colors C1,C2,C3]\n"
+           "      [--text T] [--font \"Family[,B][,I]\"] [--font-size PT] [--outline N] [--shadow 4RB]\n"
+           "                                    a button overlay as a 4-bit bitmap: *Rect, *Oval,\n"
+           "                                    *Shape1, *Text or a file of the overlay library\n"
+           "  overlay-from-picture PICTURE -o OUT.bmp [--transparent X,Y]\n"
+           "                                    a picture in 16 colours as an overlay, the colour of\n"
+           "                                    pixel X,Y (default 0,0) transparent\n"
            "\n"
            "Options:\n"
            "  -o, --output FILE          where to save; without it the project is saved in place\n"

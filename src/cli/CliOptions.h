@@ -2,6 +2,7 @@
 
 #include "core/Prompt.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +26,7 @@ struct CliOptions {
     std::optional<std::string> ChapImport;   // --import FILE.txt
     std::optional<std::string> ChapManual;   // --manual START-END[:NAME],...
     bool AllTitles = false;                  // --all
+    std::map<std::string, std::string> Values; // the overlay commands' options, by name
     bool Help = false;
     bool Version = false;
 };

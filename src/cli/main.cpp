@@ -1,5 +1,6 @@
 #include "cli/CliCommands.h"
 #include "cli/CliOptions.h"
+#include "cli/CliOverlayCommands.h"
 #include "cli/CliTitleCommands.h"
 #include "cli/ConsoleFormHost.h"
 #include "cli/ConsolePrompt.h"
@@ -9,41 +10,43 @@
 #include "document/ProgramStart.h"
 
 #include <iostream>
+#include <map>
+#include <string>
 
 using namespace mw;
 
 namespace {
 
+using CommandRunner = int (*)(const CliOptions&, CliContext&);
+
+const std::map<std::string, CommandRunner, std::less<>>& Commands()
+{
+    static const std::map<std::string, CommandRunner, std::less<>> commands = {
+        {"resave", RunResave},
+        {"check", RunCheck},
+        {"normalize", RunNormalize},
+        {"new", RunNew},
+        {"tracks", RunTracks},
+        {"keyframe", RunKeyframe},
+        {"grab", RunGrab},
+        {"streamname", RunStreamName},
+        {"pic2avi", RunPic2Avi},
+        {"add-title", RunAddTitle},
+        {"chapters", RunChapters},
+        {"refresh-title", RunRefreshTitle},
+        {"remove-title", RunRemoveTitle},
+        {"overlay", RunOverlay},
+        {"overlay-from-picture", RunOverlayFromPicture},
+    };
+    return commands;
+}
+
 int RunCommand(const CliOptions& options, CliContext& context)
 {
-    const std::string& command = options.Command;
-    if (command == "resave")
-        return RunResave(options, context);
-    if (command == "check")
-        return RunCheck(options, context);
-    if (command == "normalize")
-        return RunNormalize(options, context);
-    if (command == "new")
-        return RunNew(options, context);
-    if (command == "tracks")
-        return RunTracks(options, context);
-    if (command == "keyframe")
-        return RunKeyframe(options, context);
-    if (command == "grab")
-        return RunGrab(options, context);
-    if (command == "streamname")
-        return RunStreamName(options, context);
-    if (command == "pic2avi")
-        return RunPic2Avi(options, context);
-    if (command == "add-title")
-        return RunAddTitle(options, context);
-    if (command == "chapters")
-        return RunChapters(options, context);
-    if (command == "refresh-title")
-        return RunRefreshTitle(options, context);
-    if (command == "remove-title")
-        return RunRemoveTitle(options, context);
-    context.Err << "menuwright-cli: unknown command " << command << "\n\n" << CliUsage();
+    const auto found = Commands().find(options.Command);
+    if (found != Commands().end())
+        return found->second(options, context);
+    context.Err << "menuwright-cli: unknown command " << options.Command << "\n\n" << CliUsage();
     return kExitUnreadable;
 }
 

@@ -1,22 +1,20 @@
 #include "build/DemoProject.h"
+#include "build/StarterLibrary.h"
 #include "cli/ConsolePrompt.h"
-
-#include <QGuiApplication>
+#include "render/OverlayFont.h"
 
 #include <iostream>
 #include <optional>
 
-// Makes the demo movie and project below the folder given; the build runs it beside the program.
+// Makes the demo movie and project and the starter overlay library below the folder given; the
+// build runs it beside the program.
 int main(int argc, char** argv)
 {
     if (argc != 2) {
         std::cerr << "usage: menuwright-demo OUTPUT_FOLDER\n";
         return 2;
     }
-    // The frames are drawn with fonts, which need an application but no screen.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    int appArgc = 1;
-    QGuiApplication app(appArgc, argv);
+    mw::NeedFontApplication();
     mw::ConsolePrompt prompt(std::cerr, std::cerr, std::nullopt);
-    return mw::MakeDemoProject(argv[1], {}, prompt) ? 0 : 1;
+    return mw::MakeDemoProject(argv[1], {}, prompt) && mw::MakeStarterLibrary(argv[1], prompt) ? 0 : 1;
 }

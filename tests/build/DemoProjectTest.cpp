@@ -8,9 +8,8 @@
 #include "media/FrameGrabber.h"
 #include "media/TitleNodes.h"
 #include "media/TitleTestKit.h"
+#include "render/OverlayFont.h"
 #include "render/cDIB.h"
-
-#include <QGuiApplication>
 
 #include <gtest/gtest.h>
 
@@ -22,18 +21,6 @@ namespace fs = std::filesystem;
 namespace mw::test {
 
 namespace {
-
-// The frames carry text, and fonts need an application (no screen).
-void NeedGuiApplication()
-{
-    if (QGuiApplication::instance())
-        return;
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int argc = 1;
-    static char name[] = "menuwright_tests";
-    static char* argv[] = {name, nullptr};
-    static QGuiApplication app(argc, argv);
-}
 
 std::vector<std::string> Kinds(const DocNode& parent, const std::string& text)
 {
@@ -58,7 +45,7 @@ DocNode* VideoTrackOf(const DocNode& chapter)
 
 TEST(DemoProject, ReadsBackFromACopiedFolderWithItsTitleChaptersTracksAndDistinctPictures)
 {
-    NeedGuiApplication();
+    NeedFontApplication();
     ScratchFolder made;
     ScriptedPrompt prompt;
     const DemoProjectSpec spec{{176, 144, 25, 40}, 4};
@@ -114,7 +101,7 @@ TEST(DemoProject, ReadsBackFromACopiedFolderWithItsTitleChaptersTracksAndDistinc
 
 TEST(DemoProject, FailsWithAMessageWhereNoFolderCanBeMade)
 {
-    NeedGuiApplication();
+    NeedFontApplication();
     ScratchFolder scratch;
     const fs::path blocker = scratch.Write("Demo", "a file where the folder should go");
     ScriptedPrompt prompt;

@@ -2,6 +2,8 @@
 
 #include "render/cDIB.h"
 
+#include <set>
+
 namespace mw::test {
 
 // A bitmap of the given size and depth, every pixel 0.
@@ -23,6 +25,17 @@ inline cDIB Patterned(int width, int height, int bpp)
             dib.SetPixel(x, y, (std::uint32_t(x) * 0x3D1F07 + std::uint32_t(y) * 0x11C03 + 5) & mask);
     }
     return dib;
+}
+
+// Every pixel value that occurs in the bitmap.
+inline std::set<std::uint32_t> ValuesIn(const cDIB& dib)
+{
+    std::set<std::uint32_t> values;
+    for (int y = 0; y < dib.Height(); ++y) {
+        for (int x = 0; x < dib.Width(); ++x)
+            values.insert(dib.Pixel(x, y));
+    }
+    return values;
 }
 
 } // namespace mw::test
