@@ -1,7 +1,7 @@
 #include "cli/CliOverlayCommands.h"
 
-#include "core/ProgramStart.h"
 #include "core/Version.h"
+#include "document/ProgramStart.h"
 #include "i18n/LanguageFiles.h"
 #include "render/OverlayFont.h"
 #include "render/OverlayFromPicture.h"
