@@ -53,13 +53,9 @@ TEST_F(CliProject, NewRefusesWhatItCannotDo)
         EXPECT_EQ(Run(arguments).Exit, 2);
         EXPECT_FALSE(fs::exists(folder.Path() / "x.xml"));
     }
-}
-
-TEST_F(CliProject, NewThatCannotBeSavedExitsThree)
-{
-    const CommandResult r = Run("new movie.avi -o no/such/folder/x.xml");
-    EXPECT_EQ(r.Exit, 3);
-    EXPECT_NE(r.Out.find("Could not save"), std::string::npos) << r.Out;
+    const CommandResult unsaved = Run("new movie.avi -o no/such/folder/x.xml");
+    EXPECT_EQ(unsaved.Exit, 3);
+    EXPECT_NE(unsaved.Out.find("Could not save"), std::string::npos) << unsaved.Out;
 }
 
 } // namespace

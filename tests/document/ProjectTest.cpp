@@ -14,7 +14,17 @@ using Texts = std::vector<std::string>;
 const std::string kAppVersion = std::string("Menuwright ver. ") + mw::kVersionText + " by Ostrander";
 const char* kSaveQuestion = "File is not saved. Save it now?";
 
-class ProjectTest : public mw::test::ProjectFixture {};
+class ProjectTest : public mw::test::ProjectFixture {
+protected:
+    // A change of the open project that leaves an undo step.
+    void Change(const std::string& row)
+    {
+        project.CurrentMenuID = "12";
+        project.UndoAdd();
+        project.Doc.Tree.AddChild(project.Doc.Tree.Item("k12"), "", row, "prop");
+        project.MarkDirty();
+    }
+};
 
 TEST_F(ProjectTest, OpeningSetsTheStateOfAnOpenProject)
 {
@@ -43,14 +53,11 @@ TEST_F(ProjectTest, AFailedOpenKeepsTheOldProject)
     Open("good.xml");
     project.Doc.NextObjectID = 57;
     project.MarkDirty();
-    const std::string before = Xml();
-    const std::string broken = work.Write("broken.xml", "<DivXMediaManager><Media></DivXMediaManager>").string();
+    const mw::test::ProjectState before = State();
     prompt.Answers.push_back(mw::PromptAnswer::No);
-    EXPECT_FALSE(project.OpenFile(broken));
-    EXPECT_EQ(Xml(), before);
+    EXPECT_FALSE(project.OpenFile(work.Write("broken.xml", "<DivXMediaManager><Media></DivXMediaManager>").string()));
+    EXPECT_EQ(State(), before);
     EXPECT_EQ(project.Doc.NextObjectID, 57);
-    EXPECT_EQ(project.WindowTitle, "good.xml - " + kAppVersion);
-    EXPECT_TRUE(project.FileIsDirty);
     ASSERT_EQ(prompt.Texts().size(), 2u); // the question, then the reader's message
     EXPECT_EQ(prompt.Texts()[0], kSaveQuestion);
 }
@@ -69,32 +76,21 @@ TEST_F(ProjectTest, AStopAtTheUnsavedQuestionLeavesEverything)
     // Cancel at the question; Yes, then the save dialog cancelled; Yes, then a write that fails
     // (its folder is a file, which stops root too).
     const std::string unwritable = (work.Write("plain.txt", "x") / "p.xml").string();
-    const std::vector<std::pair<const char*, std::function<void()>>> stops = {
-        {"cancel", [&] { prompt.Answers.push_back(mw::PromptAnswer::Cancel); }},
-        {"dialog cancelled", [&] {
-             prompt.Answers.push_back(mw::PromptAnswer::Yes);
-             prompt.SavedFiles.push_back(std::nullopt);
-         }},
-        {"write failed", [&] {
-             prompt.Answers.push_back(mw::PromptAnswer::Yes);
-             prompt.SavedFiles.push_back(unwritable);
-         }},
-    };
+    const std::vector<std::pair<const char*, std::vector<std::optional<std::string>>>> stops = {
+        {"cancel", {}}, {"dialog cancelled", {std::nullopt}}, {"write failed", {unwritable}}};
     Open("mine.xml");
-    project.Doc.Tree.AddChild(project.Doc.Tree.Item("k12"), "", "menuName = changed", "prop");
-    project.MarkDirty();
+    Change("menuName = changed");
     project.FileIsNew = true; // Save asks for a name
-    project.CurrentMenuID = "12";
-    project.UndoAdd();
     const fs::path leftOver = home.Write("_tmpFile_1_01.01.2004_00.00.00.xml", "auto-saved");
     const mw::test::ProjectState before = State();
     const mw::CommandStates commandStates = project.Commands;
 
     for (const auto& [command, run] : commands) {
-        for (const auto& [stop, answer] : stops) {
+        for (const auto& [stop, saved] : stops) {
             SCOPED_TRACE(std::string(command) + ", " + stop);
             prompt.Log.clear();
-            answer();
+            prompt.Answers.push_back(saved.empty() ? mw::PromptAnswer::Cancel : mw::PromptAnswer::Yes);
+            prompt.SavedFiles.assign(saved.begin(), saved.end());
             EXPECT_FALSE(run());
             ASSERT_FALSE(prompt.Log.empty());
             EXPECT_EQ(prompt.Log[0].Text, kSaveQuestion);
@@ -113,20 +109,18 @@ TEST_F(ProjectTest, AStopAtTheUnsavedQuestionLeavesEverything)
 TEST_F(ProjectTest, YesAtTheUnsavedQuestionSavesFirstNoDropsTheChangeAndCloses)
 {
     Open("mine.xml");
-    project.Doc.Tree.AddChild(project.Doc.Tree.Item("k12"), "", "menuName2 = kept", "prop");
-    project.MarkDirty();
+    Change("menuName2 = kept");
     prompt.Answers.push_back(mw::PromptAnswer::Yes);
     ASSERT_TRUE(project.OpenFile(WriteProject("second.xml")));
     EXPECT_NE(ReadAll(work.Path() / "mine.xml").find("menuName2=\"kept\""), std::string::npos);
+    EXPECT_TRUE(project.Undo.Empty()); // the history starts anew
 
-    project.Doc.Tree.AddChild(project.Doc.Tree.Item("k12"), "", "menuName3 = dropped", "prop");
-    project.MarkDirty();
+    Change("menuName3 = dropped");
     project.Commands.mnuShowButtonProp = true;
     prompt.Answers.push_back(mw::PromptAnswer::No);
     ASSERT_TRUE(project.CloseOpenFile());
     EXPECT_EQ(ReadAll(work.Path() / "second.xml"), mw::test::kMenuProject);
-    EXPECT_TRUE(project.Doc.Tree.Empty());
-    EXPECT_TRUE(project.Doc.MenuTracks.Empty());
+    EXPECT_TRUE(project.Doc.Tree.Empty() && project.Doc.MenuTracks.Empty() && project.Undo.Empty());
     EXPECT_FALSE(project.ItemsEnabled);
     EXPECT_EQ(project.Commands, mw::CommandStates{}); // closing turns the document commands off
     EXPECT_EQ(project.WindowTitle, kAppVersion);
@@ -164,8 +158,7 @@ TEST_F(ProjectTest, AFailedSaveOrSaveAsKeepsTheOldFileTheNameAndTheRecentFiles)
 {
     Open("locked.xml");
     const fs::path file = work.Path() / "locked.xml";
-    project.Doc.Tree.AddChild(project.Doc.Tree.Item("k12"), "", "menuName2 = new", "prop");
-    project.MarkDirty();
+    Change("menuName2 = new");
     const mw::test::ProjectState before = State();
     fs::create_directory(work.Path() / "taken.xml");
     // Each target fails for root too: a read-only file is refused by the writer itself.
@@ -195,12 +188,11 @@ TEST_F(ProjectTest, NewProjectIsTheSkeletonAroundTheChosenMovie)
         GTEST_SKIP() << "ffmpeg is not available";
     // A cancelled file dialog or form keeps the open project.
     Open("kept.xml");
-    const std::string kept = Xml();
+    const mw::test::ProjectState kept = State();
     EXPECT_FALSE(CreateNewFile(project));
     forms.NewTitle.push_back(mw::test::Cancel);
     EXPECT_FALSE(CreateNewFile(project, movie.string()));
-    EXPECT_EQ(Xml(), kept);
-    EXPECT_EQ(project.Doc.ProjectFile, (work.Path() / "kept.xml").string());
+    EXPECT_EQ(State(), kept);
 
     prompt.Log.clear();
     forms.ShownNewTitles.clear();
@@ -234,12 +226,15 @@ TEST_F(ProjectTest, NewProjectIsTheSkeletonAroundTheChosenMovie)
 
 TEST_F(ProjectTest, AMovieThatCannotBeReadGivesAProjectWithoutTracks)
 {
-    const std::string junk = work.Write("junk.avi", "not a movie").string();
-    ASSERT_TRUE(CreateNewFile(project, junk));
+    Open("old.xml");
+    Change("menuName2 = saved");
+    project.FileIsDirty = false;
+    ASSERT_TRUE(CreateNewFile(project, work.Write("junk.avi", "not a movie").string()));
     EXPECT_EQ(prompt.Texts(), Texts{"Error geting info for file"});
     EXPECT_EQ(project.Doc.Tree.Find("k8"), nullptr); // a source without tracks
     EXPECT_NE(project.Doc.Tree.Find("k7"), nullptr);
     EXPECT_DOUBLE_EQ(project.MovieFps, 23.976);
+    EXPECT_TRUE(project.Undo.Empty() && !project.Commands.mnuUndo); // the history starts anew
 }
 
 TEST_F(ProjectTest, NormalizingRenumbersTheCanvasMenuAndForgetsTheUndoHistory)

@@ -129,53 +129,36 @@ TEST(Schema, NewProjectReplacesTheOpenTree)
     EXPECT_EQ(mw::GetPropertyInNode(doc.Tree.Item("k7"), "location"), "b.avi");
 }
 
-TEST(Schema, CreateLanguageMenusNodeAddsASetBehindTheOthers)
+TEST(Schema, MissingPartsAreMadeOnceBehindTheOthers)
 {
     Document doc = NewProject();
-    const DocNode& first = mw::CreateLanguageMenusNode(doc, "en");
-    const DocNode& second = mw::CreateLanguageMenusNode(doc, "fr");
-    EXPECT_EQ(Outline(doc).back(),
-              "  k20 menulang LanguageMenus: objectID = 20 | languageCode = fr | startingMenuID = none | "
-              "rootMenuID = none");
-    EXPECT_EQ(first.Key(), "k19");
-    EXPECT_EQ(first.Next(), &second);
-    EXPECT_EQ(doc.Tree.Root()->LastChild(), &second);
-    EXPECT_EQ(doc.NextObjectID, 21);
-}
-
-TEST(Schema, GetOrCreateTransNodeFindsTheTableInAnyCaseOrMakesIt)
-{
-    Document doc = NewProject();
-    doc.Tree.Item("k3").Text = "translationTABLE";
+    doc.Tree.Item("k3").Text = "translationTABLE"; // found in any case
     EXPECT_EQ(&mw::GetOrCreateTransNode(doc), &doc.Tree.Item("k3"));
-    EXPECT_EQ(doc.NextObjectID, 19);
-
     doc.Tree.Remove(doc.Tree.Item("k3"));
+    const DocNode& en = mw::CreateLanguageMenusNode(doc, "en");
     DocNode& table = mw::GetOrCreateTransNode(doc);
-    EXPECT_EQ(Outline(doc).back(), "  k19 transtable TranslationTable: objectID = 19");
-    EXPECT_EQ(doc.Tree.Root()->LastChild(), &table);
-    EXPECT_EQ(&mw::GetOrCreateTransNode(doc), &table);
-    EXPECT_EQ(doc.NextObjectID, 20);
-}
-
-TEST(Schema, GetMenuTracksOrCreateMakesItOnce)
-{
-    Document doc = NewProject();
     DocNode& tracks = mw::GetMenuTracksOrCreate(doc);
-    EXPECT_EQ(Outline(doc).back(), "    k19 menutracks MenuTracks: objectID = 19");
-    EXPECT_EQ(doc.Tree.Item("k2").LastChild(), &tracks);
-    const std::size_t count = doc.Tree.Count();
+    const DocNode& fr = mw::CreateLanguageMenusNode(doc, "fr");
+    EXPECT_EQ(&mw::GetOrCreateTransNode(doc), &table);
     EXPECT_EQ(&mw::GetMenuTracksOrCreate(doc), &tracks);
-    EXPECT_EQ(doc.Tree.Count(), count);
-    EXPECT_EQ(doc.NextObjectID, 20);
+    const Texts outline = Outline(doc);
+    EXPECT_EQ(outline.at(9), "    k21 menutracks MenuTracks: objectID = 21"); // the last child of Media
+    EXPECT_EQ(Texts(outline.end() - 3, outline.end()),
+              (Texts{"  k19 menulang LanguageMenus: objectID = 19 | languageCode = en | startingMenuID = none | "
+                     "rootMenuID = none",
+                     "  k20 transtable TranslationTable: objectID = 20",
+                     "  k22 menulang LanguageMenus: objectID = 22 | languageCode = fr | startingMenuID = none | "
+                     "rootMenuID = none"}));
+    EXPECT_EQ(en.Next(), &table);
+    EXPECT_EQ(doc.Tree.Root()->LastChild(), &fr);
+    EXPECT_EQ(doc.NextObjectID, 23);
 
     // Without Media, both are made, each with its own identifier.
     doc.Tree.Remove(doc.Tree.Item("k2"));
-    EXPECT_EQ(mw::GetMenuTracksOrCreate(doc).Key(), "k21");
-    const Texts outline = Outline(doc);
-    EXPECT_EQ(Texts(outline.end() - 2, outline.end()),
-              (Texts{"  k20 media Media: objectID = 20", "    k21 menutracks MenuTracks: objectID = 21"}));
-    EXPECT_EQ(doc.NextObjectID, 22);
+    EXPECT_EQ(mw::GetMenuTracksOrCreate(doc).Key(), "k24");
+    const Texts without = Outline(doc);
+    EXPECT_EQ(Texts(without.end() - 2, without.end()),
+              (Texts{"  k23 media Media: objectID = 23", "    k24 menutracks MenuTracks: objectID = 24"}));
 }
 
 } // namespace

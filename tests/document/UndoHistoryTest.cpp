@@ -2,7 +2,6 @@
 
 #include "document/SchemaNodes.h"
 #include "document/TreeQueries.h"
-#include "media/NewProject.h"
 
 namespace {
 
@@ -58,18 +57,26 @@ TEST_F(UndoHistoryTest, EightStepsComeBackInOrderAndTheNinthPushesTheOldestOut)
     EXPECT_TRUE(prompt.Texts().empty());
 }
 
-TEST_F(UndoHistoryTest, UndoBringsBackTheSelectionAndTheExtraInfo)
+TEST_F(UndoHistoryTest, UndoBringsBackTheSelectionTheExtraInfoAndThePlaces)
 {
-    Menu().Tag = "<Menuwright Color1='255' Color2='65535' Color3='16777215' frame='4'/>";
-    mw::DocNode* row = Menu().Child(1);
-    project.Doc.Tree.Select(row); // a row has no key: the menu stands for it
+    const std::string tag = "<Menuwright Color1='255' Color2='65535' Color3='16777215' frame='4'/>";
+    Menu().Tag = tag;
+    mw::DocNode& later = mw::AddNextObjectNode(project.Doc, project.Doc.Tree.Item("k9"), "DivXMediaMenu", "menu");
+    mw::AddNextObjectNode(project.Doc, project.Doc.Tree.Item("k2"), "Title", "movie");
+    const std::size_t menuAt = Menu().PositionInParent();
+    const std::size_t tracksAt = project.Doc.Tree.Item("k20").PositionInParent();
+    project.Doc.Tree.Select(Menu().Child(1)); // a row has no key: the menu stands for it
     Edit(1);
     project.Doc.Tree.Select(nullptr);
     project.UndoDo();
     EXPECT_EQ(project.Doc.Tree.Selected(), &Menu());
-    EXPECT_EQ(Menu().Tag, "<Menuwright Color1='255' Color2='65535' Color3='16777215' frame='4'/>");
+    EXPECT_EQ(Menu().Tag, tag);
     EXPECT_EQ(Menu().Parent(), &project.Doc.Tree.Item("k9"));
+    EXPECT_EQ(Menu().PositionInParent(), menuAt);
+    EXPECT_EQ(later.PositionInParent(), menuAt + 1);
+    EXPECT_EQ(project.Doc.Tree.Item("k20").PositionInParent(), tracksAt); // MenuTracks, before the new title
     EXPECT_TRUE(project.FileIsDirty);
+    EXPECT_TRUE(prompt.Texts().empty());
 }
 
 TEST_F(UndoHistoryTest, AMissingMenuOrParentEndsTheHistory)
@@ -91,20 +98,6 @@ TEST_F(UndoHistoryTest, AMissingMenuOrParentEndsTheHistory)
     EXPECT_EQ(prompt.Texts(), Texts{"Error trying to undo"});
     EXPECT_TRUE(project.Undo.Empty());
     EXPECT_FALSE(project.Commands.mnuUndo);
-}
-
-TEST_F(UndoHistoryTest, TheMenuAndMenuTracksComeBackInTheirPlaces)
-{
-    mw::DocNode& later = mw::AddNextObjectNode(project.Doc, project.Doc.Tree.Item("k9"), "DivXMediaMenu", "menu");
-    mw::AddNextObjectNode(project.Doc, project.Doc.Tree.Item("k2"), "Title", "movie");
-    const std::size_t menuAt = Menu().PositionInParent();
-    const std::size_t tracksAt = project.Doc.Tree.Item("k20").PositionInParent();
-    Edit(1);
-    project.UndoDo();
-    EXPECT_EQ(Menu().PositionInParent(), menuAt);
-    EXPECT_EQ(later.PositionInParent(), menuAt + 1);
-    EXPECT_EQ(project.Doc.Tree.Item("k20").PositionInParent(), tracksAt); // MenuTracks, before the new title
-    EXPECT_TRUE(prompt.Texts().empty());
 }
 
 TEST_F(UndoHistoryTest, ASnapshotThatCannotBeReadBackRemovesNothing)
@@ -134,29 +127,6 @@ TEST_F(UndoHistoryTest, ASnapshotThatCannotBeReadBackRemovesNothing)
         ASSERT_FALSE(prompt.Texts().empty());
         EXPECT_EQ(prompt.Texts().back(), "Error trying to undo");
         EXPECT_TRUE(project.Undo.Empty());
-    }
-}
-
-TEST_F(UndoHistoryTest, NewOpenAndCloseStartTheHistoryAnew)
-{
-    const std::string movie = work.Write("junk.avi", "").string();
-    const std::string other = WriteProject("other.xml");
-    const std::vector<std::pair<const char*, std::function<bool()>>> cases = {
-        {"open", [&] { return project.OpenFile(other); }},
-        {"new", [&] { return CreateNewFile(project, movie); }},
-        {"close", [&] { return project.CloseOpenFile(); }},
-    };
-    for (const auto& [name, run] : cases) {
-        SCOPED_TRACE(name);
-        Open("menus.xml");
-        project.CurrentMenuID = "12";
-        Edit(1);
-        project.FileIsDirty = false;
-        ASSERT_TRUE(project.Commands.mnuUndo);
-        ASSERT_TRUE(run());
-        EXPECT_TRUE(project.Undo.Empty());
-        EXPECT_FALSE(project.Commands.mnuUndo);
-        project.FileIsDirty = false; // the next open asks nothing
     }
 }
 
