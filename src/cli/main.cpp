@@ -6,6 +6,7 @@
 #include "core/ProgramFolder.h"
 #include "core/Version.h"
 #include "core/ProgramStart.h"
+#include "media/AviCache.h"
 
 #include <iostream>
 
@@ -33,6 +34,7 @@ int main(int argc, char** argv)
     ConsolePrompt prompt(std::cout, std::cerr, options.Answer);
     ConsoleFormHost forms;
     CliContext context{program.Lang, prompt, std::cerr, program, forms};
+    AviCacheScope movies; // one command: each movie's index is read once
 
     if (options.Command == "resave")
         return RunResave(options, context);
