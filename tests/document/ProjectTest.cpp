@@ -159,8 +159,7 @@ TEST_F(ProjectTest, AFailedSaveKeepsTheOldFileAndTheProjectDirty)
 TEST_F(ProjectTest, NewProjectIsTheSkeletonAroundTheChosenMovie)
 {
     const fs::path movie = mw::test::ShortMovie();
-    if (movie.empty())
-        GTEST_SKIP() << "ffmpeg is not available";
+    REQUIRE_MEDIA(!movie.empty(), "ffmpeg is not available");
     // A cancelled file dialog or form keeps the open project.
     Open("kept.xml");
     const std::string kept = Xml();
