@@ -8,6 +8,7 @@
 #include "core/ProgramFolder.h"
 #include "core/Version.h"
 #include "document/ProgramStart.h"
+#include "media/AviCache.h"
 
 #include <iostream>
 #include <map>
@@ -75,6 +76,7 @@ int main(int argc, char** argv)
     ConsolePrompt prompt(std::cout, std::cerr, options.Answer);
     ConsoleFormHost forms;
     CliContext context{program.Lang, prompt, std::cerr, program, forms};
+    AviCacheScope movies; // one command: each movie's index is read once
     // Whatever a command throws is told as a message and ends it without saving.
     int status = kExitUnexpected;
     RunCommandCaught(prompt, [&] { status = RunCommand(options, context); });

@@ -11,17 +11,22 @@ namespace mw {
 namespace {
 
 // Some writers count in strh only the frames of the first RIFF of a file past 1 GB. When the
-// length is exactly that count and the index goes on, the index is right.
-void LengthFromIndex(AviStream& stream, std::uint64_t firstRiffEnd)
+// length is exactly what the super index gives the first RIFF and the super index goes on,
+// the super index is right.
+void LengthFromSuperIndex(AviStreamInfo& info, const std::vector<AviSuperIndexEntry>& entries,
+                          std::uint64_t firstRiffEnd)
 {
-    AviStreamInfo& info = stream.Info;
-    if (info.fccType != FourCC("vids") || info.dwSampleSize != 0 || stream.Chunks.size() <= info.dwLength)
+    if (info.fccType != FourCC("vids") || info.dwSampleSize != 0)
         return;
-    const auto inFirstRiff = std::count_if(stream.Chunks.begin(), stream.Chunks.end(),
-                                           [&](const AviChunk& c) { return c.Offset < firstRiffEnd; });
-    if (static_cast<std::uint64_t>(inFirstRiff) == info.dwLength)
-        info.dwLength = static_cast<std::uint32_t>(
-            std::min<std::size_t>(stream.Chunks.size(), std::numeric_limits<std::uint32_t>::max()));
+    std::uint64_t inFirstRiff = 0;
+    std::uint64_t total = 0;
+    for (const AviSuperIndexEntry& entry : entries) {
+        total += entry.Duration;
+        if (entry.Offset < firstRiffEnd)
+            inFirstRiff += entry.Duration;
+    }
+    if (total > info.dwLength && inFirstRiff == info.dwLength)
+        info.dwLength = static_cast<std::uint32_t>(std::min<std::uint64_t>(total, std::numeric_limits<std::uint32_t>::max()));
 }
 
 std::vector<long> KeyFramesOf(const std::vector<AviChunk>& chunks)
@@ -71,14 +76,15 @@ AviFileInfo FileInfoOf(std::span<const std::uint8_t> avih, const std::vector<Avi
 
 } // namespace
 
-std::optional<AviFile> AviFile::Open(const std::string& path, std::string* error)
+std::optional<AviFile> AviFile::Open(const std::string& path, std::string* error, AviRead what)
 {
     std::string reason;
     RiffFile file;
     std::optional<AviLayout> layout;
+    const bool withIndex = what == AviRead::HeadersAndIndex;
     if (file.Open(path, false, reason))
         layout = ReadAviLayout(file, reason);
-    if (layout && !ReadAviIndex(file, *layout, reason))
+    if (layout && withIndex && !ReadAviIndex(file, *layout, reason))
         layout.reset();
     if (!layout) {
         if (error)
@@ -86,8 +92,10 @@ std::optional<AviFile> AviFile::Open(const std::string& path, std::string* error
         return std::nullopt;
     }
     AviFile avi;
+    avi.identity_ = {file.Size(), file.ModifiedNs()};
+    avi.hasIndex_ = withIndex;
     for (AviStreamLayout& stream : layout->Streams) {
-        LengthFromIndex(stream.Stream, layout->FirstRiffEnd);
+        LengthFromSuperIndex(stream.Stream.Info, stream.SuperIndex, layout->FirstRiffEnd);
         avi.keyFrames_.push_back(KeyFramesOf(stream.Stream.Chunks));
         avi.streams_.push_back(std::move(stream.Stream));
     }
@@ -99,13 +107,14 @@ long AviFile::FindSample(std::size_t stream, long frame, KeySearch how) const
 {
     if (stream >= keyFrames_.size())
         return -1;
+    const long start = static_cast<long>(streams_[stream].Info.dwStart);
     const std::vector<long>& keys = keyFrames_[stream];
     if (how == KeySearch::NextKey) {
-        const auto next = std::lower_bound(keys.begin(), keys.end(), frame);
-        return next == keys.end() ? -1 : *next;
+        const auto next = std::lower_bound(keys.begin(), keys.end(), frame - start);
+        return next == keys.end() ? -1 : start + *next;
     }
-    const auto after = std::upper_bound(keys.begin(), keys.end(), frame);
-    return after == keys.begin() ? -1 : *(after - 1);
+    const auto after = std::upper_bound(keys.begin(), keys.end(), frame - start);
+    return after == keys.begin() ? -1 : start + *(after - 1);
 }
 
 } // namespace mw

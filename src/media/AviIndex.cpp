@@ -1,7 +1,6 @@
 #include "media/AviLayout.h"
 
 #include <algorithm>
-#include <set>
 
 namespace mw {
 
@@ -10,7 +9,6 @@ namespace {
 constexpr std::uint32_t kKeyFrameFlag = 0x10; // AVIIF_KEYFRAME in idx1
 constexpr std::uint32_t kListFlag = 0x01;     // AVIIF_LIST: the entry is a "rec " list, not a chunk
 constexpr std::uint32_t kNotKeyBit = 0x80000000u; // in the size of an OpenDML index entry
-constexpr std::uint8_t kIndexOfIndexes = 0;
 constexpr std::uint8_t kIndexOfChunks = 1;
 constexpr int kMaxListDepth = 8;
 
@@ -48,13 +46,39 @@ std::uint64_t Idx1Base(const RiffFile& file, const AviLayout& layout, std::uint3
     return offset < layout.MoviStart ? layout.MoviStart : 0;
 }
 
-ChunkLists ReadIdx1(const RiffFile& file, const AviLayout& layout)
+// Index entries that the readers may still visit, over all indexes of the file: no file holds
+// more chunks than eight-byte headers fit in it, so indexes that repeat, overlap or point at each
+// other cannot make the work grow beyond the size of the file.
+class IndexBudget {
+public:
+    explicit IndexBudget(std::uint64_t entries) : left_(entries) {}
+    bool Take(std::uint64_t entries, std::string& error)
+    {
+        if (entries > left_) {
+            error = "the index lists more chunks than the file can hold";
+            return false;
+        }
+        left_ -= entries;
+        return true;
+    }
+
+private:
+    std::uint64_t left_;
+};
+
+// idx1 is read only as far as its own chunk and the first RIFF reach.
+bool ReadIdx1(const RiffFile& file, const AviLayout& layout, IndexBudget& budget, ChunkLists& lists,
+              std::string& error)
 {
-    ChunkLists lists(layout.Streams.size());
+    lists.assign(layout.Streams.size(), {});
     const RiffChunk& idx1 = *layout.Idx1;
+    const std::uint64_t end = std::min(idx1.DataEnd(), layout.FirstRiffEnd);
+    const std::uint64_t count = end > idx1.Data() ? (end - idx1.Data()) / 16 : 0;
+    if (!budget.Take(count, error))
+        return false;
     // A first pass counts the chunks of each stream, so that the lists are made once.
     std::vector<std::size_t> counts(lists.size());
-    file.ForEachRecord(idx1.Data(), idx1.Size / 16, 16, [&](std::span<const std::uint8_t> entry) {
+    file.ForEachRecord(idx1.Data(), count, 16, [&](std::span<const std::uint8_t> entry) {
         const int stream = StreamOfChunk(GetLe32(entry, 0));
         if ((GetLe32(entry, 4) & kListFlag) == 0 && stream >= 0 && static_cast<std::size_t>(stream) < lists.size())
             ++counts[static_cast<std::size_t>(stream)];
@@ -62,7 +86,7 @@ ChunkLists ReadIdx1(const RiffFile& file, const AviLayout& layout)
     for (std::size_t s = 0; s < lists.size(); ++s)
         lists[s].reserve(counts[s]);
     std::optional<std::uint64_t> base;
-    file.ForEachRecord(idx1.Data(), idx1.Size / 16, 16, [&](std::span<const std::uint8_t> entry) {
+    file.ForEachRecord(idx1.Data(), count, 16, [&](std::span<const std::uint8_t> entry) {
         const std::uint32_t id = GetLe32(entry, 0);
         const std::uint32_t flags = GetLe32(entry, 4);
         const std::uint32_t offset = GetLe32(entry, 8);
@@ -74,34 +98,26 @@ ChunkLists ReadIdx1(const RiffFile& file, const AviLayout& layout)
         lists[static_cast<std::size_t>(stream)].push_back(
             {*base + offset + 8, GetLe32(entry, 12), (flags & kKeyFrameFlag) != 0});
     });
-    return lists;
+    return true;
 }
 
-// Entries every OpenDML index may still add: no file holds more chunks than eight-byte headers
-// fit in it, so index chunks that repeat or overlap cannot make the lists grow beyond the file.
-struct IndexBudget {
-    std::uint64_t Left = 0;
-};
-
-// A standard index (an ix## chunk, or an indx that is one): entries of an offset from the base
-// and a size whose top bit marks a frame that is not a key frame.
-bool ReadStandardIndex(const RiffFile& file, const RiffChunk& chunk, std::vector<AviChunk>& chunks,
-                       IndexBudget& budget, std::string& error)
+// A standard index (an ix## chunk, or an indx that is one), read as far as its chunk reaches
+// before `end`: entries of an offset from the base and a size whose top bit marks a frame that
+// is not a key frame.
+bool ReadStandardIndex(const RiffFile& file, const RiffChunk& chunk, std::uint64_t end,
+                       std::vector<AviChunk>& chunks, IndexBudget& budget, std::string& error)
 {
-    std::uint8_t header[24];
-    if (chunk.Size < sizeof header || !file.Read(chunk.Data(), header, sizeof header))
+    std::uint8_t header[kIndexHeaderSize];
+    end = std::min(chunk.DataEnd(), end);
+    if (end < chunk.Data() + sizeof header || !file.Read(chunk.Data(), header, sizeof header))
         return true;
     const std::size_t stride = GetLe16(header, 0) * 4u;
     if (header[3] != kIndexOfChunks || stride < 8)
         return true;
-    const std::uint64_t inFile = std::min<std::uint64_t>(chunk.Size, file.Size() - chunk.Data());
-    const std::uint64_t fits = (inFile - sizeof header) / stride;
+    const std::uint64_t fits = (end - chunk.Data() - sizeof header) / stride;
     const std::uint64_t count = std::min<std::uint64_t>(GetLe32(header, 4), fits);
-    if (count > budget.Left) {
-        error = "the index lists more chunks than the file can hold";
+    if (!budget.Take(count, error))
         return false;
-    }
-    budget.Left -= count;
     const std::uint64_t base = GetLe64(header, 12);
     file.ForEachRecord(chunk.Data() + sizeof header, count, stride, [&](std::span<const std::uint8_t> entry) {
         const std::uint32_t size = GetLe32(entry, 4);
@@ -110,28 +126,26 @@ bool ReadStandardIndex(const RiffFile& file, const RiffChunk& chunk, std::vector
     return true;
 }
 
-// The super index of a stream points at its ix## chunks, in stream order.
-bool ReadOdmlIndex(const RiffFile& file, const RiffChunk& indx, std::vector<AviChunk>& chunks,
+// The ix## chunks a super index points at follow each other in the file; one that starts
+// inside the one before it is a repeat, not more of the stream.
+bool ReadOdmlIndex(const RiffFile& file, const AviStreamLayout& stream, std::vector<AviChunk>& chunks,
                    IndexBudget& budget, std::string& error)
 {
-    std::uint8_t header[24];
-    if (indx.Size < sizeof header || !file.Read(indx.Data(), header, sizeof header))
-        return true;
-    if (header[3] == kIndexOfChunks)
-        return ReadStandardIndex(file, indx, chunks, budget, error);
-    const std::size_t stride = GetLe16(header, 0) * 4u;
-    if (header[3] != kIndexOfIndexes || stride < 16)
-        return true;
-    const std::uint64_t count = std::min<std::uint64_t>(GetLe32(header, 4), (indx.Size - sizeof header) / stride);
-    std::vector<std::uint64_t> offsets;
-    file.ForEachRecord(indx.Data() + sizeof header, count, stride,
-                       [&](std::span<const std::uint8_t> entry) { offsets.push_back(GetLe64(entry, 0)); });
-    std::set<std::uint64_t> seen;
-    for (const std::uint64_t offset : offsets) {
-        if (!seen.insert(offset).second)
+    const RiffChunk& indx = *stream.Indx;
+    std::uint8_t header[kIndexHeaderSize];
+    if (indx.Size >= sizeof header && file.Read(indx.Data(), header, sizeof header) && header[3] == kIndexOfChunks)
+        return ReadStandardIndex(file, indx, stream.ListEnd, chunks, budget, error);
+    if (!budget.Take(stream.SuperIndex.size(), error))
+        return false;
+    std::uint64_t after = 0;
+    for (const AviSuperIndexEntry& entry : stream.SuperIndex) {
+        if (entry.Offset < after)
             continue;
-        const auto ix = file.ChunkAt(offset, file.Size());
-        if (ix && !ReadStandardIndex(file, *ix, chunks, budget, error))
+        const auto ix = file.ChunkAt(entry.Offset, file.Size());
+        if (!ix)
+            continue;
+        after = ix->DataEnd();
+        if (!ReadStandardIndex(file, *ix, file.Size(), chunks, budget, error))
             return false;
     }
     return true;
@@ -162,13 +176,15 @@ void ScanMovi(const RiffFile& file, std::uint64_t from, std::uint64_t end, int d
 // so a stream whose OpenDML index lists more chunks takes that one instead.
 bool ReadAviIndex(const RiffFile& file, AviLayout& layout, std::string& error)
 {
-    std::optional<ChunkLists> idx1 = layout.Idx1 ? std::optional(ReadIdx1(file, layout)) : std::nullopt;
-    IndexBudget budget{file.Size() / 8};
+    IndexBudget budget(file.Size() / 8);
+    std::optional<ChunkLists> idx1;
+    if (layout.Idx1 && !ReadIdx1(file, layout, budget, idx1.emplace(), error))
+        return false;
     std::vector<bool> unindexed(layout.Streams.size());
     for (std::size_t s = 0; s < layout.Streams.size(); ++s) {
         AviStreamLayout& stream = layout.Streams[s];
         std::vector<AviChunk> odml;
-        if (stream.Indx && !ReadOdmlIndex(file, *stream.Indx, odml, budget, error))
+        if (stream.Indx && !ReadOdmlIndex(file, stream, odml, budget, error))
             return false;
         if (!odml.empty() && (!idx1 || odml.size() > (*idx1)[s].size()))
             stream.Stream.Chunks = std::move(odml);

@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::size_t kMaxStreams = 100;         // chunk names number streams with two digits
 constexpr std::size_t kMaxHeaderChunk = 1 << 20; // far above any real header chunk
+constexpr std::uint8_t kIndexOfIndexes = 0;
 
 AviStreamInfo StreamInfoFromHeader(std::span<const std::uint8_t> strh)
 {
@@ -49,6 +50,29 @@ void FrameFromBitmapHeader(AviStreamInfo& info, std::span<const std::uint8_t> fo
                                                                            std::numeric_limits<std::int32_t>::max()));
 }
 
+// The entries of a super index, read no further than its chunk and its stream list reach.
+// Writers add ix## chunks as the file grows, so an entry that does not point past the one
+// before it repeats or loops and is left out.
+std::vector<AviSuperIndexEntry> ReadSuperIndex(const RiffFile& file, const RiffChunk& indx, std::uint64_t listEnd)
+{
+    std::vector<AviSuperIndexEntry> entries;
+    std::uint8_t header[kIndexHeaderSize];
+    const std::uint64_t end = std::min(indx.DataEnd(), listEnd);
+    if (end < indx.Data() + sizeof header || !file.Read(indx.Data(), header, sizeof header))
+        return entries;
+    const std::size_t stride = GetLe16(header, 0) * 4u;
+    if (header[3] != kIndexOfIndexes || stride < 16)
+        return entries;
+    const std::uint64_t count =
+        std::min<std::uint64_t>(GetLe32(header, 4), (end - indx.Data() - sizeof header) / stride);
+    file.ForEachRecord(indx.Data() + sizeof header, count, stride, [&](std::span<const std::uint8_t> entry) {
+        const std::uint64_t offset = GetLe64(entry, 0);
+        if (entries.empty() || offset > entries.back().Offset)
+            entries.push_back({offset, GetLe32(entry, 12)});
+    });
+    return entries;
+}
+
 std::string NameFromStrn(std::span<const std::uint8_t> strn)
 {
     const auto nul = std::find(strn.begin(), strn.end(), 0);
@@ -66,8 +90,10 @@ bool ReadStreamList(const RiffFile& file, const RiffChunk& strl, std::uint64_t e
     while (const auto chunk = file.ChunkAt(at, stream.ListEnd)) {
         at = chunk->Next();
         const bool wanted = chunk->Id == FourCC("strh") || chunk->Id == FourCC("strf") || chunk->Id == FourCC("strn");
-        if (chunk->Id == FourCC("indx") && !stream.Indx)
+        if (chunk->Id == FourCC("indx") && !stream.Indx) {
             stream.Indx = chunk;
+            stream.SuperIndex = ReadSuperIndex(file, *chunk, stream.ListEnd);
+        }
         if (!wanted)
             continue;
         const auto data = file.ChunkData(*chunk, stream.ListEnd, kMaxHeaderChunk);

@@ -2,7 +2,7 @@
 
 #include "core/Prompt.h"
 #include "i18n/LangDoc.h"
-#include "media/AviFile.h"
+#include "media/AviCache.h"
 #include "media/VideoDecoder.h"
 #include "render/cDIB.h"
 
@@ -28,7 +28,7 @@ bool GrabFrameToPicture(const std::string& fileName, cDIB& picture, long& frame,
                         Prompt& prompt, const LangDoc& lang, GrabStatistics* statistics)
 {
     const FormTexts text(lang, kForm);
-    const auto avi = AviFile::Open(fileName);
+    const auto avi = OpenAvi(fileName, AviRead::HeadersAndIndex);
     const auto video = avi ? FirstVideoStream(*avi) : std::nullopt;
     if (!video) {
         prompt.Message(text(6, "There was an error working with the file:") + "\r\n" + fileName);
@@ -49,11 +49,13 @@ bool GrabFrameToPicture(const std::string& fileName, cDIB& picture, long& frame,
     if (frame == -1)
         frame = static_cast<long>(info.dwStart);
 
+    // Frames count from the stream's start; the decoder counts the stream's chunks. The header
+    // rectangle only describes the picture: a wrong one must not size the bitmap.
+    const long start = static_cast<long>(info.dwStart);
     const long key = avi->FindSample(*video, frame, KeySearch::PreviousKey);
     cDIB bitmap;
     int decoded = 0;
-    const bool ok = decoder.Decode(stream, frame, key, info.rcFrame.right - info.rcFrame.left,
-                                   info.rcFrame.bottom - info.rcFrame.top, bitmap, decoded);
+    const bool ok = decoder.Decode(stream, frame - start, key < 0 ? 0 : key - start, bitmap, decoded);
     if (statistics)
         *statistics = {key, decoded};
     if (!ok) {

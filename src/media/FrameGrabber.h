@@ -14,9 +14,10 @@ struct GrabStatistics {
     int DecodedFrames = 0;
 };
 
-// Paints frame `frame` of the file's first video stream into picture: at the frame's own size
-// when fitPictureToFrame is set (or the picture is empty), else stretched to the picture's
-// size. A frame of -1 is the stream's start, and frame is set to it. Every failure is told
+// Paints frame `frame` of the file's first video stream into picture: at the decoded picture's
+// size when fitPictureToFrame is set (or the picture is empty), else stretched to the picture's
+// size. Frames count from the stream's dwStart; a frame of -1 is that start, and frame is set
+// to it. Every failure is told
 // through the prompt and leaves the picture as it was.
 bool GrabFrameToPicture(const std::string& fileName, cDIB& picture, long& frame, bool fitPictureToFrame,
                         Prompt& prompt, const LangDoc& lang, GrabStatistics* statistics = nullptr);

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <limits>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -36,6 +37,7 @@ bool RiffFile::Open(const std::string& path, bool forUpdate, std::string& error)
         return false;
     }
     size_ = static_cast<std::uint64_t>(info.st_size);
+    modifiedNs_ = static_cast<std::int64_t>(info.st_mtim.tv_sec) * 1'000'000'000 + info.st_mtim.tv_nsec;
     return true;
 }
 
@@ -83,6 +85,10 @@ std::optional<RiffChunk> RiffFile::ChunkAt(std::uint64_t offset, std::uint64_t e
     chunk.Offset = offset;
     chunk.Id = GetLe32(header, 0);
     chunk.Size = GetLe32(header, 4);
+    // An interrupted capture leaves its RIFF size 0: the form runs to the end of the file.
+    if (chunk.Id == FourCC("RIFF") && chunk.Size == 0)
+        chunk.Size = static_cast<std::uint32_t>(
+            std::min<std::uint64_t>(size_ - chunk.Data(), std::numeric_limits<std::uint32_t>::max()));
     const bool isList = chunk.Id == FourCC("RIFF") || chunk.Id == FourCC("LIST");
     if (isList && chunk.Size >= 4 && end - offset >= 12 && Read(offset + 8, header + 8, 4))
         chunk.ListType = GetLe32(header, 8);

@@ -58,6 +58,7 @@ public:
 
     bool Open(const std::string& path, bool forUpdate, std::string& error);
     std::uint64_t Size() const { return size_; }
+    std::int64_t ModifiedNs() const { return modifiedNs_; }
 
     // False, with nothing read, when the bytes are not all in the file.
     bool Read(std::uint64_t offset, void* out, std::size_t count) const;
@@ -77,6 +78,7 @@ public:
 private:
     int fd_ = -1;
     std::uint64_t size_ = 0;
+    std::int64_t modifiedNs_ = 0;
 };
 
 template <typename Each>

@@ -60,24 +60,19 @@ std::int64_t TimestampOf(AVStream* stream, std::uint64_t dataOffset, std::int64_
     return fallback;
 }
 
-bool ToBitmap(const AVFrame& frame, int width, int height, cDIB& out)
+bool ToBitmap(const AVFrame& frame, cDIB& out)
 {
-    if (width <= 0 || height <= 0) {
-        width = frame.width;
-        height = frame.height;
-    }
-    if (!out.Create(width, height, 24))
+    if (!out.Create(frame.width, frame.height, 24))
         return false;
-    const int flags = (width == frame.width && height == frame.height) ? SWS_POINT : SWS_BILINEAR;
     std::unique_ptr<SwsContext, ScalerFree> scaler(
-        sws_getContext(frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), width, height,
-                       AV_PIX_FMT_BGR24, flags, nullptr, nullptr, nullptr));
+        sws_getContext(frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), frame.width,
+                       frame.height, AV_PIX_FMT_BGR24, SWS_POINT, nullptr, nullptr, nullptr));
     if (!scaler)
         return false;
     // The bitmap is bottom-up: start at its last row and step backwards.
-    std::uint8_t* rows[4] = {out.lpBits() + static_cast<std::size_t>(height - 1) * out.BytesPerScanLine()};
+    std::uint8_t* rows[4] = {out.lpBits() + static_cast<std::size_t>(frame.height - 1) * out.BytesPerScanLine()};
     int strides[4] = {-out.BytesPerScanLine()};
-    return sws_scale(scaler.get(), frame.data, frame.linesize, 0, frame.height, rows, strides) == height;
+    return sws_scale(scaler.get(), frame.data, frame.linesize, 0, frame.height, rows, strides) == frame.height;
 }
 
 } // namespace
@@ -119,8 +114,7 @@ bool VideoDecoder::Open(const std::string& path, std::size_t index)
            avcodec_open2(s.Codec, codec, nullptr) >= 0;
 }
 
-bool VideoDecoder::Decode(const AviStream& stream, long chunk, long key, int width, int height, cDIB& out,
-                          int& decoded)
+bool VideoDecoder::Decode(const AviStream& stream, long chunk, long key, cDIB& out, int& decoded)
 {
     State& s = *state_;
     const std::vector<AviChunk>& chunks = stream.Chunks;
@@ -156,7 +150,7 @@ bool VideoDecoder::Decode(const AviStream& stream, long chunk, long key, int wid
         while (avcodec_receive_frame(s.Codec, frame.get()) >= 0) {
             ++decoded;
             if (frame->pts == target)
-                return ToBitmap(*frame, width, height, out) ? 1 : -1;
+                return ToBitmap(*frame, out) ? 1 : -1;
             if (frame->pts > target)
                 return -1;
         }

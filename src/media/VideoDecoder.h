@@ -24,10 +24,9 @@ public:
     bool Open(const std::string& path, std::size_t index);
 
     // The picture shown at chunk `chunk` of `stream` (that stream's entry of our index), as a
-    // 24-bit bitmap of width x height (the decoded size where either is 0 or less). Decoding
-    // starts at `key`, a key frame at or before the chunk. `decoded` counts the frames the
-    // decoder gave on the way.
-    bool Decode(const AviStream& stream, long chunk, long key, int width, int height, cDIB& out, int& decoded);
+    // 24-bit bitmap of the decoded size. Decoding starts at `key`, a key frame at or before the
+    // chunk. `decoded` counts the frames the decoder gave on the way.
+    bool Decode(const AviStream& stream, long chunk, long key, cDIB& out, int& decoded);
 
 private:
     struct State;

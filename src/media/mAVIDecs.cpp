@@ -2,7 +2,7 @@
 
 #include "core/Prompt.h"
 #include "core/Text.h"
-#include "media/AviFile.h"
+#include "media/AviCache.h"
 
 #include <algorithm>
 
@@ -28,7 +28,7 @@ long KeyFrameOfStream0(const std::string& fileName, long frame, bool nearest, bo
 {
     if (found)
         *found = false;
-    const auto avi = AviFile::Open(fileName);
+    const auto avi = OpenAvi(fileName, AviRead::HeadersAndIndex);
     if (!avi) {
         if (showErrors)
             prompt.Message(kInfoError + " '" + fileName + "'");
@@ -53,7 +53,7 @@ long KeyFrameOfStream0(const std::string& fileName, long frame, bool nearest, bo
 bool LoadStreamsToListView(const std::string& fileName, TrackRows& rows, bool withFrames, double& fps,
                            Prompt& prompt)
 {
-    const auto avi = AviFile::Open(fileName);
+    const auto avi = OpenAvi(fileName, AviRead::Headers);
     if (!avi) {
         prompt.Message(kInfoError);
         return false;
@@ -65,7 +65,7 @@ bool LoadStreamsToListView(const std::string& fileName, TrackRows& rows, bool wi
 int GetStreamByType(const std::string& fileName, const std::string& kind, long& start, long& length, float& fps,
                     long& width, long& height, Prompt& prompt)
 {
-    const auto avi = AviFile::Open(fileName);
+    const auto avi = OpenAvi(fileName, AviRead::Headers);
     if (!avi) {
         prompt.Message(kInfoError + "\r\n" + fileName);
         return -1;
@@ -106,7 +106,7 @@ long FindNextKeyFrame(const std::string& fileName, long frame, Prompt& prompt, b
 
 int CountNonSubtitleStreams(const std::string& fileName, Prompt& prompt)
 {
-    const auto avi = AviFile::Open(fileName);
+    const auto avi = OpenAvi(fileName, AviRead::Headers);
     if (!avi) {
         prompt.Message(kInfoError + " '" + fileName + "'");
         return 0;
@@ -116,19 +116,21 @@ int CountNonSubtitleStreams(const std::string& fileName, Prompt& prompt)
 
 bool SetStreamName(const std::string& fileName, std::size_t streamIndex, const std::string& newName, Prompt& prompt)
 {
-    const auto avi = AviFile::Open(fileName);
+    const auto avi = OpenAvi(fileName, AviRead::Headers);
     if (!avi) {
         prompt.Message(kInfoError);
         return false;
     }
     if (streamIndex >= avi->StreamCount())
         return false;
-    return AviFile::WriteStreamName(fileName, streamIndex, newName.substr(0, 64));
+    const bool written = AviFile::WriteStreamName(fileName, streamIndex, newName.substr(0, 64));
+    ForgetAvi(fileName);
+    return written;
 }
 
 std::optional<WizardInfo> GetInfo(const std::string& fileName, Prompt& prompt)
 {
-    const auto avi = AviFile::Open(fileName);
+    const auto avi = OpenAvi(fileName, AviRead::Headers);
     std::optional<WizardInfo> info;
     if (avi)
         info = WizardInfoOf(avi->FileInfo(), StreamInfos(*avi));

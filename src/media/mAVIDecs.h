@@ -12,8 +12,9 @@ namespace mw {
 class Prompt;
 
 // The questions the rest of the program asks about a movie file. Each call opens the file,
-// reads what it needs and closes it again; nothing is cached. A file that cannot be read says
-// so through the prompt and leaves the caller's results as they were.
+// reads what it needs and closes it again, unless an AviCacheScope keeps the file for the
+// command; only the key-frame questions read the index. A file that cannot be read says so
+// through the prompt and leaves the caller's results as they were.
 
 // Appends one track row per stream (the caller clears the list) and sets fps as
 // AppendTrackRows does. False when the file could not be read.

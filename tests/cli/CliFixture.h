@@ -27,12 +27,8 @@ protected:
                           " '" MENUWRIGHT_CLI_PATH "' " + arguments + " 2>/dev/null");
     }
 
-    // Skips the test when a tool it needs is missing.
-    static void Require(const std::string& tool)
-    {
-        if (!HaveTool(tool))
-            GTEST_SKIP() << tool << " is not installed";
-    }
+    // Skips the test when a tool it needs is missing (fails it in CI).
+    static void Require(const std::string& tool) { REQUIRE_MEDIA(HaveTool(tool), tool + " is not installed"); }
 
     // Copies a movie the tests share into the folder and returns the copy; empty when ffmpeg could
     // not make the movie.

@@ -13,8 +13,7 @@ protected:
     void SetUp() override
     {
         movie = CopyMovie(mw::test::ShortMovie(), "movie.avi");
-        if (movie.empty())
-            GTEST_SKIP() << "ffmpeg is not available";
+        REQUIRE_MEDIA(!movie.empty(), "ffmpeg is not available");
     }
     std::string Saved(const std::string& name) const { return mw::test::ReadAll(folder.Path() / name); }
 

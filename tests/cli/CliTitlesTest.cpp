@@ -14,9 +14,9 @@ class CliTitles : public mw::test::CliFixture {
 protected:
     void SetUp() override
     {
-        if (CopyMovie(mw::test::ChapterMovie(), "movie.avi").empty() ||
-            CopyMovie(mw::test::ShortMovie(), "short.avi").empty())
-            GTEST_SKIP() << "ffmpeg could not make the movies";
+        REQUIRE_MEDIA(!CopyMovie(mw::test::ChapterMovie(), "movie.avi").empty() &&
+                          !CopyMovie(mw::test::ShortMovie(), "short.avi").empty(),
+                      "ffmpeg could not make the movies");
         ASSERT_EQ(Run("new " + Quoted(Movie()) + " -o " + Quoted(Project())).Exit, 0);
     }
 

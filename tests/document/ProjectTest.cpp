@@ -184,8 +184,7 @@ TEST_F(ProjectTest, AFailedSaveOrSaveAsKeepsTheOldFileTheNameAndTheRecentFiles)
 TEST_F(ProjectTest, NewProjectIsTheSkeletonAroundTheChosenMovie)
 {
     const fs::path movie = mw::test::ShortMovie();
-    if (movie.empty())
-        GTEST_SKIP() << "ffmpeg is not available";
+    REQUIRE_MEDIA(!movie.empty(), "ffmpeg is not available");
     // A cancelled file dialog or form keeps the open project.
     Open("kept.xml");
     const mw::test::ProjectState kept = State();

@@ -267,9 +267,37 @@ inline AviStreamSpec AudioStream(std::size_t chunks)
     return s;
 }
 
+// 100 video streams of one frame whose super indexes claim a million entries each and, by the
+// size of their chunks, reach over the rest of a 16 MB file. The rest is a JUNK chunk of
+// entries that each point at another place.
+inline std::string ForgedSuperIndexAvi()
+{
+    AviSpec spec;
+    spec.Index = AviIndexKind::OpenDml;
+    spec.Streams.assign(100, VideoStream(1, 1));
+    std::string bytes = BuildAvi(spec).Bytes;
+    constexpr std::size_t kFileSize = 16 << 20;
+    for (std::size_t at = bytes.find("indx"); at != std::string::npos; at = bytes.find("indx", at + 1)) {
+        PatchLe(bytes, at + 4, kFileSize);
+        PatchLe(bytes, at + 12, 1'000'000);
+    }
+    AviByteWriter junk;
+    junk.Put("JUNK");
+    junk.PutLe(kFileSize - bytes.size() - 8);
+    const std::size_t data = bytes.size() + 8;
+    while (junk.Out.size() + 16 <= kFileSize - bytes.size()) {
+        junk.PutLe(data + junk.Out.size(), 8);
+        junk.PutLe(32);
+        junk.PutLe(1);
+    }
+    junk.Out.resize(kFileSize - bytes.size(), '\0');
+    return bytes + junk.Out;
+}
+
 // Opens bytes as an AVI file from memory, through the /proc path of a memory file, so that
 // tests that open hundreds of variants write nothing to disk.
-inline std::optional<AviFile> OpenAviBytes(const std::string& bytes, std::string* error = nullptr)
+inline std::optional<AviFile> OpenAviBytes(const std::string& bytes, std::string* error = nullptr,
+                                           AviRead what = AviRead::HeadersAndIndex)
 {
     const int fd = ::memfd_create("avi", MFD_CLOEXEC);
     if (fd < 0)
@@ -278,7 +306,7 @@ inline std::optional<AviFile> OpenAviBytes(const std::string& bytes, std::string
         ::close(fd);
         throw std::runtime_error("memory file not written");
     }
-    auto avi = AviFile::Open("/proc/self/fd/" + std::to_string(fd), error);
+    auto avi = AviFile::Open("/proc/self/fd/" + std::to_string(fd), error, what);
     ::close(fd);
     return avi;
 }

@@ -106,6 +106,11 @@ TEST(AviFile, EveryIndexKindGivesTheSameChunks)
         std::string error;
         const auto avi = OpenAviBytes(fixture.Bytes, &error);
         ASSERT_TRUE(avi) << c.Name << ": " << error;
+        // The records need no index: read without it they are the same.
+        const auto headers = OpenAviBytes(fixture.Bytes, nullptr, AviRead::Headers);
+        ASSERT_TRUE(headers) << c.Name;
+        EXPECT_EQ(DumpAviInfo(*headers), DumpAviInfo(*avi)) << c.Name;
+        EXPECT_TRUE(headers->Stream(0).Chunks.empty()) << c.Name;
         for (std::size_t s = 0; s < 2; ++s) {
             const auto& chunks = avi->Stream(s).Chunks;
             ASSERT_EQ(chunks.size(), spec.Streams[s].Chunks.size()) << c.Name;
@@ -120,7 +125,7 @@ TEST(AviFile, EveryIndexKindGivesTheSameChunks)
     }
 }
 
-TEST(AviFile, LengthCountingOnlyTheFirstRiffIsTakenFromTheIndex)
+TEST(AviFile, LengthCountingOnlyTheFirstRiffIsTakenFromTheSuperIndex)
 {
     const struct {
         AviIndexKind Index;
@@ -139,20 +144,23 @@ TEST(AviFile, LengthCountingOnlyTheFirstRiffIsTakenFromTheIndex)
         spec.Streams = {VideoStream(25, 5), AudioStream(25)};
         spec.Streams[0].Length = c.VideoLength;
         spec.Streams[1].Length = 10; // samples, not chunks: never corrected
-        const auto avi = OpenAviBytes(BuildAvi(spec).Bytes);
-        ASSERT_TRUE(avi);
-        EXPECT_EQ(avi->Stream(0).Info.dwLength, c.Expected) << c.VideoLength;
-        EXPECT_EQ(avi->Stream(1).Info.dwLength, 10u);
+        for (const AviRead what : {AviRead::HeadersAndIndex, AviRead::Headers}) {
+            const auto avi = OpenAviBytes(BuildAvi(spec).Bytes, nullptr, what);
+            ASSERT_TRUE(avi);
+            EXPECT_EQ(avi->Stream(0).Info.dwLength, c.Expected) << c.VideoLength;
+            EXPECT_EQ(avi->Stream(1).Info.dwLength, 10u);
+        }
     }
 }
 
 TEST(AviFile, FindSampleSearchesKeyFramesInBothDirections)
 {
     AviSpec spec;
-    spec.Streams = {VideoStream(30, 12), AudioStream(5)}; // keys 0, 12, 24
-    spec.Streams[0].Chunks[13] = {0, false};              // a dropped frame still counts
+    spec.Streams = {VideoStream(30, 12), AudioStream(5), VideoStream(10, 4)}; // keys 0, 12, 24
+    spec.Streams[0].Chunks[13] = {0, false};                                  // a dropped frame still counts
     for (auto& chunk : spec.Streams[1].Chunks)
         chunk.Key = false;
+    spec.Streams[2].Start = 5; // frames count from the start: keys 5, 9, 13
     const auto avi = OpenAviBytes(BuildAvi(spec).Bytes);
     ASSERT_TRUE(avi);
 
@@ -167,7 +175,8 @@ TEST(AviFile, FindSampleSearchesKeyFramesInBothDirections)
         {0, 11, previous, 0}, {0, 12, next, 12},      {0, 12, previous, 12}, {0, 13, previous, 12},
         {0, 25, next, -1},    {0, 1000, previous, 24}, {0, -1, previous, -1}, {0, -1, next, 0},
         {1, 2, next, -1}, // a stream without key frames
-        {2, 0, previous, -1}, // no such stream
+        {2, 4, previous, -1}, {2, 4, next, 5}, {2, 9, previous, 9}, {2, 12, previous, 9}, {2, 14, next, -1},
+        {3, 0, previous, -1}, // no such stream
     };
     for (const auto& c : cases) {
         EXPECT_EQ(avi->FindSample(c.Stream, c.Frame, c.How), c.Expected)

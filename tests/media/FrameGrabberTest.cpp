@@ -22,8 +22,7 @@ class FrameGrab : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        if (!HaveTool("ffmpeg"))
-            GTEST_SKIP() << "ffmpeg is not installed";
+        REQUIRE_MEDIA(HaveTool("ffmpeg"), "ffmpeg is not installed");
     }
     bool Grab(const std::filesystem::path& file, long& frame, bool fit = true)
     {
@@ -64,6 +63,37 @@ TEST_F(FrameGrab, DroppedFramesShowThePictureBeforeThem)
         EXPECT_EQ(statistics.DecodedFrames, c.Decoded) << c.Frame;
     }
     EXPECT_TRUE(prompt.Log.empty());
+}
+
+TEST_F(FrameGrab, FramesCountFromTheStreamStartAndTheDecodedPictureSetsTheSize)
+{
+    const auto movie = DroppedFramesMovie();
+    ASSERT_FALSE(movie.empty());
+    // The stream starts at frame 5 and its header claims a 9000 x 9000 picture.
+    std::string bytes = ReadAll(movie);
+    const std::size_t strh = bytes.find("strh") + 8;
+    PatchLe(bytes, strh + 28, 5);
+    PatchLe(bytes, strh + 52, 9000, 2);
+    PatchLe(bytes, strh + 54, 9000, 2);
+    ScratchFolder folder;
+    const auto started = folder.Write("started.avi", bytes);
+    const struct {
+        long Frame;
+        long Becomes;
+        int Shows;
+    } cases[] = {{-1, 5, 0}, {5, 5, 0}, {14, 14, 9}, {25, 25, 20}};
+    for (const auto& c : cases) {
+        long frame = c.Frame;
+        ASSERT_TRUE(Grab(started, frame)) << c.Frame;
+        EXPECT_EQ(frame, c.Becomes);
+        EXPECT_EQ(picture.Width(), 64);
+        EXPECT_EQ(picture.Height(), 48);
+        EXPECT_NEAR(picture.Pixel(32, 24) & 0xFF, 16 + 8 * c.Shows, 2) << c.Frame;
+    }
+    // Before the start there is no frame; past the length (not the start plus the length) the
+    // frame is not looked for, as the stream's length alone is compared.
+    for (long outside : {4L, 26L})
+        EXPECT_FALSE(Grab(started, outside)) << outside;
 }
 
 TEST_F(FrameGrab, FailuresSayWhatWentWrongAndPaintNothing)

@@ -11,8 +11,7 @@ using namespace mw::test;
 
 TEST(MovieInspection, RowsOfMoviesMadeByFfmpeg)
 {
-    if (!HaveTool("ffmpeg"))
-        GTEST_SKIP() << "ffmpeg is not installed";
+    REQUIRE_MEDIA(HaveTool("ffmpeg"), "ffmpeg is not installed");
     const struct {
         const char* Name;
         std::filesystem::path (*Make)();
@@ -33,8 +32,10 @@ TEST(MovieInspection, RowsOfMoviesMadeByFfmpeg)
          25},
     };
     for (const auto& movie : movies) {
-        if (movie.Make == XsubMovie && !HaveTool("spumux"))
-            continue; // dvdauthor is not installed
+        if (movie.Make == XsubMovie && !HaveTool("spumux")) {
+            EXPECT_FALSE(InCi()) << "spumux (dvdauthor) is not installed";
+            continue;
+        }
         const auto file = movie.Make();
         ASSERT_FALSE(file.empty()) << movie.Name << ": the fixture could not be made";
         ScriptedPrompt prompt;

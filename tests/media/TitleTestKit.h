@@ -22,10 +22,7 @@
 #include <deque>
 #include <functional>
 
-// Skips a test whose movie ffmpeg could not make.
-#define REQUIRE_MOVIE(movie)                                                                                           \
-    if ((movie).empty())                                                                                               \
-    GTEST_SKIP() << "ffmpeg could not make the movie"
+#define REQUIRE_MOVIE(movie) REQUIRE_MEDIA(!(movie).empty(), "ffmpeg could not make the movie")
 
 namespace mw::test {
 
