@@ -5,6 +5,7 @@
 #include "document/NodeKindsHelp.h"
 #include "document/NodeSelection.h"
 #include "document/TreeQueries.h"
+#include "media/AviCache.h"
 #include "media/AddTitle.h"
 #include "media/Chapters.h"
 #include "media/NewProject.h"
@@ -103,9 +104,12 @@ Form1::~Form1() = default;
 void Form1::ConnectCommands()
 {
     // Nothing a command throws leaves its handler: the user is told and the window goes on.
+    // Within one command each movie's index is read once.
     const auto on = [this](const char* name, auto handler) {
-        connect(menus_.Action(name), &QAction::triggered, this,
-                [this, handler] { RunCommandCaught(project_.Ask(), handler); });
+        connect(menus_.Action(name), &QAction::triggered, this, [this, handler] {
+            AviCacheScope movies;
+            RunCommandCaught(project_.Ask(), handler);
+        });
     };
     on("mnuNew", [this] { ReplaceDocument([this] { CreateNewFile(project_); }); });
     on("mnuOpen", [this] { mnuOpen_Click(); });
