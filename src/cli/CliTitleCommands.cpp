@@ -6,7 +6,7 @@
 #include "media/ChapForm.h"
 #include "media/Chapters.h"
 #include "media/RefreshTitle.h"
-#include "media/RemoveTitle.h"
+#include "menus/RemoveTitle.h"
 #include "media/TitleNodes.h"
 
 #include <algorithm>

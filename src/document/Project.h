@@ -4,6 +4,7 @@
 #include "core/ProgramStart.h"
 #include "core/Prompt.h"
 #include "document/Document.h"
+#include "document/MenuCanvas.h"
 #include "document/NormalizeFile.h"
 #include "document/TreeQueries.h"
 #include "document/UndoHistory.h"
@@ -73,9 +74,9 @@ public:
 
     UndoHistory Undo;
 
-    // The canvas: the menu shown (its objectID, empty for none) and its buttons.
-    std::string CurrentMenuID;
-    std::vector<ButtonShape> Buttons;
+    // The canvas: the menu shown, its buttons and the selection; and the overlay menus.
+    MenuCanvas Canvas;
+    OverlayMenus Overlays;
 
     std::string WindowTitle;
     bool ItemsEnabled = false; // EnableItems: the document commands and toolbar buttons

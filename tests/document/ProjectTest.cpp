@@ -20,7 +20,7 @@ TEST_F(ProjectTest, OpeningSetsTheStateOfAnOpenProject)
 {
     program.Values.AutoSaveMin = 5;
     project.MovieFps = 30;
-    project.CurrentMenuID = "99";
+    project.Canvas.CurrentMenuID = "99";
     const std::string path = WriteProject("menus.xml");
     ASSERT_TRUE(project.OpenFile(path));
     EXPECT_FALSE(project.FileIsNew || project.FileIsDirty);
@@ -32,7 +32,7 @@ TEST_F(ProjectTest, OpeningSetsTheStateOfAnOpenProject)
     EXPECT_EQ(project.Commands, expected); // the commands that need a selection wait for one
     EXPECT_TRUE(project.Doc.Tree.Item("k9").Expanded); // the default language's menus
     EXPECT_FALSE(project.Doc.Tree.Item("k30").Expanded);
-    EXPECT_EQ(project.CurrentMenuID, "");
+    EXPECT_EQ(project.Canvas.CurrentMenuID, "");
     EXPECT_EQ(project.Doc.MenuTracks.Count(), 1u);
     EXPECT_DOUBLE_EQ(project.MovieFps, 23.976); // the movie is not there
     EXPECT_TRUE(prompt.Log.empty());
@@ -68,7 +68,7 @@ TEST_F(ProjectTest, CancelAtTheUnsavedQuestionLeavesEverything)
     Open("mine.xml");
     project.Doc.Tree.AddChild(project.Doc.Tree.Item("k12"), "", "menuName = changed", "prop");
     project.MarkDirty();
-    project.CurrentMenuID = "12";
+    project.Canvas.CurrentMenuID = "12";
     project.UndoAdd();
     const std::string before = Xml();
     const std::string savedFile = ReadAll(work.Path() / "mine.xml");
@@ -84,7 +84,7 @@ TEST_F(ProjectTest, CancelAtTheUnsavedQuestionLeavesEverything)
         EXPECT_TRUE(forms.ShownNewTitles.empty());
         EXPECT_EQ(Xml(), before);
         EXPECT_TRUE(project.FileIsDirty);
-        EXPECT_EQ(project.CurrentMenuID, "12");
+        EXPECT_EQ(project.Canvas.CurrentMenuID, "12");
         EXPECT_EQ(project.Undo.Count(), 1u);
         EXPECT_EQ(project.Commands, commands);
         EXPECT_EQ(ReadAll(work.Path() / "mine.xml"), savedFile);
@@ -213,13 +213,13 @@ TEST_F(ProjectTest, AMovieThatCannotBeReadGivesAProjectWithoutTracks)
 TEST_F(ProjectTest, NormalizingRenumbersTheCanvasMenuAndForgetsTheUndoHistory)
 {
     Open("menus.xml");
-    project.CurrentMenuID = "12";
+    project.Canvas.CurrentMenuID = "12";
     project.UndoAdd();
     project.Normalize();
     EXPECT_TRUE(project.FileIsDirty);
     EXPECT_TRUE(project.Undo.Empty());
     EXPECT_FALSE(project.Commands.mnuUndo);
-    const mw::DocNode* menu = project.Doc.Tree.ObjectNode(project.CurrentMenuID);
+    const mw::DocNode* menu = project.Doc.Tree.ObjectNode(project.Canvas.CurrentMenuID);
     ASSERT_NE(menu, nullptr);
     EXPECT_EQ(menu->Text, "DivXMediaMenu");
 }

@@ -7,7 +7,7 @@
 #include "media/AddTitle.h"
 #include "media/Chapters.h"
 #include "media/RefreshTitle.h"
-#include "media/RemoveTitle.h"
+#include "menus/RemoveTitle.h"
 #include "ui/QtDesignTarget.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmOptions.h"

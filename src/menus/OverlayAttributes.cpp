@@ -1,0 +1,243 @@
+#include "menus/OverlayAttributes.h"
+
+#include "core/ProgramFolder.h"
+#include "core/Text.h"
+#include "core/Version.h"
+#include "document/ExtraInfo.h"
+#include "document/Project.h"
+#include "menus/OverlayMenu.h"
+
+#include <cstdlib>
+#include <sstream>
+
+namespace mw {
+
+ExtraInfoElement::ExtraInfoElement(const std::string& tag)
+{
+    parsed_ = ParseExtraInfo(tag, doc_);
+    if (!parsed_)
+        doc_.reset();
+}
+
+std::optional<std::string> ExtraInfoElement::Get(const char* name) const
+{
+    const pugi::xml_attribute attribute = doc_.document_element().attribute(name);
+    if (!attribute)
+        return std::nullopt;
+    return std::string(attribute.value());
+}
+
+void ExtraInfoElement::Set(const char* name, const std::string& value)
+{
+    pugi::xml_node element = doc_.document_element();
+    if (!element)
+        element = doc_.append_child(kAppTitle);
+    pugi::xml_attribute attribute = element.attribute(name);
+    if (!attribute)
+        attribute = element.append_attribute(name);
+    attribute.set_value(value.c_str());
+}
+
+std::string ExtraInfoElement::Text() const
+{
+    return ExtraInfoText(doc_);
+}
+
+OverlayAttributes ReadOverlayAttributes(const std::string& tag)
+{
+    OverlayAttributes a;
+    a.Text = kAppTitle;
+    if (tag.empty()) {
+        a.Shape = "*Rect";
+        return a;
+    }
+    const ExtraInfoElement element(tag);
+    const auto number = [&](const char* name, long& value) {
+        if (const auto text = element.Get(name))
+            value = static_cast<long>(LeadingNumber(*text));
+    };
+    for (auto [name, value] : {std::pair{"Shape", &a.Shape}, {"Position", &a.Position}, {"Text", &a.Text},
+                               {"Shadow", &a.Shadow}, {"Font", &a.Font}, {"FontSize", &a.FontSize}}) {
+        if (const auto text = element.Get(name))
+            *value = *text;
+    }
+    number("width", a.Width);
+    number("Outline", a.Outline);
+    number("FontCharset", a.FontCharset);
+    return a;
+}
+
+OverlayFont ParseOverlayFont(const std::string& font)
+{
+    return {font.substr(0, font.find(',')), font.find(",B") != std::string::npos,
+            font.find(",I") != std::string::npos};
+}
+
+OverlayShadow ParseOverlayShadow(const std::string& shadow)
+{
+    OverlayShadow result;
+    result.Distance = static_cast<long>(LeadingNumber(shadow));
+    const std::string corner = shadow.size() >= 2 ? Upper(shadow.substr(shadow.size() - 2)) : "";
+    for (int i = 0; i < 4; ++i) {
+        if (corner == kShadowCorners[i])
+            result.Corner = i;
+    }
+    return result;
+}
+
+std::string GetFuncToCallFromSpecialOverlay(const std::string& name)
+{
+    std::string rest = name;
+    if (rest.starts_with('*'))
+        rest.erase(0, 1);
+    if (rest.ends_with(".bmp"))
+        rest.erase(rest.size() - 4);
+    for (const char* shape : {"Shape1", "Oval", "Rect", "Text"}) {
+        if (rest == shape)
+            return std::string("Create") + shape;
+    }
+    return "";
+}
+
+std::string OverlayFileFor(const std::filesystem::path& programFolder, const std::string& shape)
+{
+    if (shape == "*Rect")
+        return (programFolder / kOverlaysFolder / "rectangle_.bmp").string();
+    if (shape == "*Text")
+        return shape + ".bmp";
+    std::string relative = shape;
+    for (char& c : relative) {
+        if (c == '\\')
+            c = '/';
+    }
+    if (!EndsWithNoCase(relative, ".bmp"))
+        relative += ".bmp";
+    return (programFolder / kOverlaysFolder / relative).string();
+}
+
+void PlaceShapeFromTag(CanvasButton& button)
+{
+    std::istringstream in(button.Position);
+    long a = 0, b = 0, c = 0, d = 0;
+    in >> a >> b >> c >> d;
+    const ButtonShape& r = button.Label;
+    button.Overlay = {r.Tag, r.Left - a, r.Top - b, r.Width - c, r.Height - d};
+}
+
+namespace {
+
+// Runs the change for every button of the selection, with the button's node; one undo step first.
+template <typename Change>
+void ForSelection(Project& project, Change change)
+{
+    project.UndoAdd();
+    MenuCanvas& canvas = project.Canvas;
+    std::vector<int> buttons;
+    for (std::size_t i = 0; i < canvas.Buttons.size(); ++i) {
+        if (canvas.Buttons[i].Selected)
+            buttons.push_back(static_cast<int>(i));
+    }
+    if (buttons.empty() && canvas.Selected >= 0)
+        buttons.push_back(canvas.Selected);
+    else if (buttons.empty() && canvas.LastSelected >= 0)
+        buttons.push_back(canvas.LastSelected);
+    for (int i : buttons) {
+        CanvasButton& button = canvas.Buttons.at(static_cast<std::size_t>(i));
+        if (DocNode* node = project.Doc.Tree.ObjectNode(button.Label.Tag)) {
+            change(button, *node);
+            project.MarkDirty();
+        }
+    }
+}
+
+} // namespace
+
+void SetThisOverlay(Project& project, const std::string& name)
+{
+    project.Overlays.Checked = SetOverlayCheckItem(project.Overlays, name);
+    ForSelection(project, [&](CanvasButton& button, DocNode& node) {
+        button.OverlayFile = OverlayFileFor(project.ProgramFolder(), name);
+        button.Shape = name;
+        ExtraInfoElement info(node.Tag);
+        const bool parsed = info.Parsed();
+        info.Set("Shape", name);
+        if (!parsed)
+            info.Set("Position", button.Position);
+        node.Tag = info.Text();
+    });
+    project.Canvas.shapeLineWidth = false;
+}
+
+void SetSpecialOverlay(Project& project, const std::string& name)
+{
+    project.Overlays.Checked = SetOverlayCheckItem(project.Overlays, name);
+    TextOverlayPanel& panel = project.Overlays.TextPanel;
+    const bool text = name == "*Text";
+    ForSelection(project, [&](CanvasButton& button, DocNode& node) {
+        ExtraInfoElement info(node.Tag);
+        if (!info.Parsed()) {
+            info.Set("Shape", name);
+            info.Set("width", "3");
+            info.Set("Position", button.Position);
+        } else {
+            info.Set("Shape", name);
+        }
+        node.Tag = info.Text();
+        const OverlayAttributes a = ReadOverlayAttributes(node.Tag);
+        button.Shape = name;
+        button.LineWidth = a.Width;
+        if (!text)
+            return;
+        const OverlayFont font = ParseOverlayFont(a.Font);
+        const OverlayShadow shadow = ParseOverlayShadow(a.Shadow);
+        std::string size = a.FontSize;
+        for (char& c : size) {
+            if (c == ',')
+                c = '.';
+        }
+        panel = {true, a.Text, font.Family, font.Bold, font.Italic, std::atof(size.c_str()), a.FontCharset,
+                 a.Outline < 0 ? 1 : a.Outline, shadow.Distance, shadow.Corner};
+    });
+    panel.Visible = text;
+    project.Canvas.shapeLineWidth = !text;
+}
+
+void mnuOverlayWidthValue_Click(Project& project, int index)
+{
+    const long width = kOverlayWidths.at(static_cast<std::size_t>(index));
+    ForSelection(project, [&](CanvasButton& button, DocNode& node) {
+        ExtraInfoElement info(node.Tag);
+        if (!info.Parsed()) {
+            info.Set("Shape", "*Shape1");
+            info.Set("Position", button.Position);
+        }
+        info.Set("width", std::to_string(width));
+        node.Tag = info.Text();
+        const std::string painter = GetFuncToCallFromSpecialOverlay(info.Get("Shape").value_or(""));
+        if (!painter.empty() && painter != "CreateText")
+            button.LineWidth = width;
+    });
+    project.Overlays.CheckedWidth = width;
+}
+
+void ResetOverlayPos(Project& project)
+{
+    MenuCanvas& canvas = project.Canvas;
+    if (canvas.Selected < 0)
+        return;
+    CanvasButton& button = canvas.Buttons.at(static_cast<std::size_t>(canvas.Selected));
+    DocNode* node = project.Doc.Tree.ObjectNode(button.Label.Tag);
+    if (!node)
+        return;
+    project.UndoAdd();
+    button.Position = project.Values().DefOverlayPos == 0 ? kDefaultOverlayPosition : kSameOverlayPosition;
+    ExtraInfoElement info(node->Tag);
+    if (!info.Parsed())
+        info.Set("Shape", button.Shape);
+    info.Set("Position", button.Position);
+    node->Tag = info.Text();
+    PlaceShapeFromTag(button);
+    project.MarkDirty();
+}
+
+} // namespace mw
