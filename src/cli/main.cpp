@@ -1,4 +1,5 @@
 #include "cli/CliCommands.h"
+#include "cli/CliMenuCommands.h"
 #include "cli/CliOptions.h"
 #include "cli/CliTitleCommands.h"
 #include "cli/ConsoleFormHost.h"
@@ -12,7 +13,8 @@
 int main(int argc, char** argv)
 {
     using namespace mw;
-    const CliParseResult parsed = ParseCliOptions(std::vector<std::string>(argv + 1, argv + argc));
+    MenuCliOptions menuOptions;
+    const CliParseResult parsed = ParseMenuCommandLine(std::vector<std::string>(argv + 1, argv + argc), menuOptions);
     const CliOptions& options = parsed.Options;
     if (options.Help) {
         std::cout << CliUsage();
@@ -60,6 +62,16 @@ int main(int argc, char** argv)
         return RunRefreshTitle(options, context);
     if (options.Command == "remove-title")
         return RunRemoveTitle(options, context);
+    if (options.Command == "add-lang")
+        return RunAddLang(options, context);
+    if (options.Command == "add-menu")
+        return RunAddMenu(options, menuOptions, context);
+    if (options.Command == "remove-menu")
+        return RunRemoveMenu(options, context);
+    if (options.Command == "remove-lang")
+        return RunRemoveLang(options, context);
+    if (options.Command == "menus")
+        return RunMenus(options, context);
     std::cerr << "menuwright-cli: unknown command " << options.Command << "\n\n" << CliUsage();
     return kExitUnreadable;
 }

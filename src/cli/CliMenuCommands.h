@@ -1,0 +1,35 @@
+#pragma once
+
+#include "cli/CliCommands.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace mw {
+
+// The options that only add-menu takes.
+struct MenuCliOptions {
+    std::optional<std::string> Video;    // --video FILE
+    std::vector<std::string> Pictures;   // --picture PIC...
+    std::optional<std::string> FromMenu; // --from-menu MENU_ID
+    std::optional<std::string> Start;    // --start N
+    std::optional<std::string> End;      // --end N
+    std::optional<std::string> Type;     // --type TYPE
+    std::optional<std::string> Name;     // --name NAME
+    std::optional<std::string> Exit;     // --exit create-after|again|MENU_ID
+};
+
+// The command line taken apart with add-menu's own options beside the common ones; those
+// options with another command are an error.
+CliParseResult ParseMenuCommandLine(std::vector<std::string> args, MenuCliOptions& menu);
+
+// Language sets and menus of a project, each saved back as RunOnProject does.
+int RunAddLang(const CliOptions& options, CliContext& context);
+int RunAddMenu(const CliOptions& options, const MenuCliOptions& menu, CliContext& context);
+int RunRemoveMenu(const CliOptions& options, CliContext& context);
+int RunRemoveLang(const CliOptions& options, CliContext& context);
+// The language sets, menus, buttons, navigation and actions as text; the project is not saved.
+int RunMenus(const CliOptions& options, CliContext& context);
+
+} // namespace mw
