@@ -70,7 +70,7 @@ void ParceMenu(Project& project, DocNode& menu)
     canvas.Frame = static_cast<long>(LeadingNumber(info.Get("frame").value_or("-1")));
 
     for (const auto& child : menu) {
-        if (child->Image == "buttonmenu")
+        if (EqualsNoCase(child->Text, "ButtonMenu"))
             canvas.Buttons.push_back(ReadButton(project, *child));
     }
 
