@@ -65,7 +65,8 @@ TEST_F(CanvasTest, ClickingAButtonSelectsItAndItsTools)
         mw::OverlayCheck check;
     };
     using In = mw::OverlayCheck::In;
-    for (const Case& c : {Case{0, true, {In::Special, -1, 3}}, Case{1, true, {In::Special, -1, 3}}, Case{2, false, {In::Special, -1, 0}}}) {
+    for (const Case& c : {Case{0, true, {In::Special, -1, 3}}, Case{1, true, {In::Special, -1, 3}},
+                          Case{2, false, {In::Special, -1, 0}}}) {
         mw::Label1_Click(project, c.index);
         EXPECT_EQ(project.Canvas.Selected, c.index);
         EXPECT_EQ(project.Doc.Tree.Selected(), project.Doc.Tree.ObjectNode(Button(c.index).Label.Tag));

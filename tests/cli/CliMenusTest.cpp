@@ -1,0 +1,88 @@
+// Language sets and menus made through the command line alone, down to a project that checks clean.
+#include "cli/CliFixture.h"
+#include "media/TitleTestKit.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class CliMenus : public mw::test::CliFixture {
+protected:
+    void SetUp() override
+    {
+        if (CopyMovie(mw::test::ShortMovie(), "movie.avi").empty())
+            GTEST_SKIP() << "ffmpeg could not make the movie";
+        ASSERT_EQ(Run("new movie.avi -o project.xml").Exit, 0); // objects 1 to 11
+    }
+    CommandResult On(const std::string& command, const std::string& rest = "")
+    {
+        return Run(command + " project.xml " + rest);
+    }
+    std::string Saved() const { return mw::test::ReadAll(folder.Path() / "project.xml"); }
+};
+
+TEST_F(CliMenus, TwoLanguagesWithMenusFromAMovieAndFromAMenuCheckClean)
+{
+    ASSERT_EQ(On("add-lang", "en").Exit, 0); // 12
+    ASSERT_EQ(On("add-lang", "DE").Exit, 0); // 13, stored lower case
+    // MenuTracks 14; menu 15 with source 16, tracks 17 and 18, exit action 19 and 20.
+    EXPECT_EQ(On("add-menu", "--video movie.avi --type title --name Main --lang en").Out, "15\n");
+    EXPECT_EQ(On("add-menu", "--from-menu 15 --start 10 --exit 15 --lang en").Out, "21\n");
+    EXPECT_EQ(On("add-menu", "--video movie.avi --lang de --name Start").Out, "26\n");
+    EXPECT_EQ(On("add-menu", "--from-menu 26 --lang de --exit 26 --type chapter --name 'Second one'").Out, "32\n");
+    EXPECT_EQ(On("menus").Out, "language en 12 starting=15 root=none\n"
+                               "  menu 15 type=title name=Main video=17 audio=18 start-button=none\n"
+                               "    exit 19: MenuTransitionAction menuID=15;\n"
+                               "  menu 21 type=other name= video=22 audio=23 start-button=none\n"
+                               "    exit 24: MenuTransitionAction menuID=15;\n"
+                               "language de 13 starting=26 root=none\n"
+                               "  menu 26 type=other name=Start video=28 audio=29 start-button=none\n"
+                               "    exit 30: MenuTransitionAction menuID=26;\n"
+                               "  menu 32 type=chapter name=Second one video=33 audio=34 start-button=none\n"
+                               "    exit 35: MenuTransitionAction menuID=26;\n");
+    EXPECT_NE(Saved().find(R"(<MediaTrack objectID="22" mediaSourceID="16" sourceTrackID="none" trackID="00dc" )"
+                           R"(startFrame="10" endFrame="50" type="video">)"),
+              std::string::npos);
+    CommandResult check = Run("check project.xml");
+    EXPECT_EQ(check.Exit, 0);
+    EXPECT_EQ(check.Out, "Checking complete with no errors\n");
+
+    // The shared source stays while menu 15 uses it.
+    ASSERT_EQ(On("remove-menu", "21").Exit, 0);
+    EXPECT_NE(Saved().find(R"(<MediaSource objectID="16")"), std::string::npos);
+    EXPECT_EQ(Saved().find(R"(objectID="22")"), std::string::npos);
+    EXPECT_EQ(On("remove-lang", "de --answer no").Out, "Are you sure you want to delete the Language Menu?\n");
+    EXPECT_NE(Saved().find(R"(objectID="26")"), std::string::npos);
+    ASSERT_EQ(On("remove-lang", "de").Exit, 0);
+    for (const char* gone : {R"(objectID="13")", R"(objectID="27")", R"(objectID="32")"})
+        EXPECT_EQ(Saved().find(gone), std::string::npos) << gone;
+    check = Run("check project.xml");
+    EXPECT_EQ(check.Out, "Checking complete with no errors\n");
+}
+
+TEST_F(CliMenus, RefusalsLeaveTheFileAsItWas)
+{
+    ASSERT_EQ(On("add-lang", "en").Exit, 0);
+    ASSERT_EQ(On("add-menu", "--video movie.avi").Exit, 0);
+    const std::string before = Saved();
+    const CommandResult again = On("add-lang", "en");
+    EXPECT_EQ(again.Exit, 1);
+    EXPECT_EQ(again.Out, "This language exist\n");
+    const CommandResult frames = On("add-menu", "--video movie.avi --start 30 --end 10");
+    EXPECT_EQ(frames.Exit, 1);
+    EXPECT_EQ(frames.Out, "Error in frame ranges\n");
+    for (const char* bad :
+         {"add-lang project.xml xx", "add-menu project.xml", "add-menu project.xml --video movie.avi --from-menu 13",
+          "add-menu project.xml --video missing.avi", "add-menu project.xml --video movie.avi --exit 99",
+          "add-menu project.xml --video movie.avi --type main", "add-menu project.xml --from-menu 99",
+          "add-menu project.xml --video movie.avi --lang fr", "check project.xml --video movie.avi",
+          "remove-menu project.xml 12", "remove-lang project.xml fr"}) {
+        SCOPED_TRACE(bad);
+        EXPECT_EQ(Run(bad).Exit, 2);
+    }
+    EXPECT_EQ(Saved(), before);
+}
+
+} // namespace
