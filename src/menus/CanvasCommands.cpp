@@ -8,7 +8,9 @@
 #include "menus/OverlayMenu.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 namespace mw {
@@ -44,6 +46,38 @@ void CopyOldButtonsInfo(const DocNode& source, DocNode& track)
 {
     if (track.Tag.empty() || !ExtraInfoElement(track.Tag).Get("Buttons"))
         track.Tag = source.Tag;
+}
+
+// The guide line within reach of an edge, if any.
+std::optional<long> NearLine(long edge, const std::vector<long>& lines)
+{
+    for (long line : lines) {
+        if (std::labs(edge - line) < kSnapDistance)
+            return line;
+    }
+    return std::nullopt;
+}
+
+// Snaps one axis: a moved rectangle keeps its size, a resized one keeps the edge not dragged.
+void SnapAxis(long& start, long& size, long oldStart, long oldSize, const std::vector<long>& lines)
+{
+    const bool moved = size == oldSize;
+    if (moved || start != oldStart) {
+        if (const auto line = NearLine(start, lines)) {
+            if (!moved)
+                size += start - *line;
+            start = *line;
+            return;
+        }
+    }
+    if (moved || start + size != oldStart + oldSize) {
+        if (const auto line = NearLine(start + size, lines)) {
+            if (moved)
+                start = *line - size;
+            else
+                size = *line - start;
+        }
+    }
 }
 
 } // namespace
@@ -137,6 +171,39 @@ void SelectInBand(Project& project, long x1, long y1, long x2, long y2)
         canvas.Buttons[static_cast<std::size_t>(inside.front())].Selected = false;
         Label1_Click(project, inside.front());
     }
+}
+
+} // namespace mw
+
+namespace mw {
+
+bool EndButtonGesture(Project& project, int index, ButtonShape rect)
+{
+    MenuCanvas& canvas = project.Canvas;
+    if (canvas.Lock)
+        return false;
+    CanvasButton& button = canvas.Buttons.at(static_cast<std::size_t>(index));
+    const ButtonShape old = button.Label;
+    SnapAxis(rect.Left, rect.Width, old.Left, old.Width, canvas.LinesV);
+    SnapAxis(rect.Top, rect.Height, old.Top, old.Height, canvas.LinesH);
+    project.UndoAdd();
+    const long dx = rect.Left - old.Left;
+    const long dy = rect.Top - old.Top;
+    for (std::size_t i = 0; i < canvas.Buttons.size(); ++i) {
+        CanvasButton& b = canvas.Buttons[i];
+        if (static_cast<int>(i) == index) {
+            b.Label = {old.Tag, rect.Left, rect.Top, rect.Width, rect.Height};
+        } else if (b.Selected && button.Selected) {
+            b.Label.Left += dx;
+            b.Label.Top += dy;
+        } else {
+            continue;
+        }
+        PlaceShapeFromTag(b);
+        UpDateTree(project.Doc.Tree, b.Label);
+    }
+    project.MarkDirty();
+    return true;
 }
 
 } // namespace mw

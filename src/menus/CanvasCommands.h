@@ -20,4 +20,13 @@ void Label1_Click(Project& project, int index);
 // buttons fully inside are selected, one as by a click, several as the multi-selection.
 void SelectInBand(Project& project, long x1, long y1, long x2, long y2);
 
+// Guide lines catch an edge that comes closer than this.
+inline constexpr long kSnapDistance = 7;
+
+// The end of a drag, a resize or an arrow key on the button at index: the edges near a guide
+// line snap to it, the rectangle goes into the tree, the overlay follows, and the other buttons
+// of a multi-selection move by the same distance. Nothing moves while the menu is locked, and
+// then false is returned.
+bool EndButtonGesture(Project& project, int index, ButtonShape rect);
+
 } // namespace mw

@@ -101,4 +101,40 @@ TEST_F(CanvasTest, ABandSelectsTheButtonsFullyInsideWhicheverWayItIsDrawn)
     EXPECT_FALSE(project.Canvas.buttonDel);
 }
 
+TEST_F(CanvasTest, TheEndOfAGestureSnapsWritesTheTreeAndCarriesTheSelection)
+{
+    const auto rows = [this](long rect) {
+        const mw::DocNode& node = project.Doc.Tree.Item("k" + std::to_string(rect));
+        return mw::GetPropertyInNode(node, "left") + " " + mw::GetPropertyInNode(node, "top") + " " +
+               mw::GetPropertyInNode(node, "width") + " " + mw::GetPropertyInNode(node, "height");
+    };
+    EXPECT_FALSE(mw::EndButtonGesture(project, 0, {"13", 50, 50, 100, 30})); // the menu is locked
+    EXPECT_EQ(rows(14), "10 20 100 30");
+    EXPECT_FALSE(project.FileIsDirty);
+
+    project.Canvas.Lock = false;
+    project.Canvas.LinesV = {115};
+    project.Canvas.LinesH = {60};
+    mw::SelectInBand(project, 0, 0, 260, 80); // buttons 13 and 15
+    // Moved: the right edge comes within 3 of 115, the bottom within 6 of 60, and both snap.
+    ASSERT_TRUE(mw::EndButtonGesture(project, 0, {"13", 12, 24, 100, 30}));
+    EXPECT_EQ(rows(14), "15 30 100 30");
+    EXPECT_EQ(rows(16), "205 30 50 50"); // carried along by the same distance
+    EXPECT_TRUE(SameRect(Button(0).Overlay, {"", 15, 30, 100, 30}));
+    EXPECT_TRUE(SameRect(Button(1).Overlay, {"", 199, 24, 62, 62}));
+    EXPECT_EQ(rows(18), "10 100 300 40"); // not selected
+    EXPECT_EQ(project.Undo.Count(), 1u);
+
+    // Resized: the dragged edge snaps, the other one stays.
+    mw::Label1_Click(project, 2);
+    project.Canvas.LinesV = {115, 9};
+    ASSERT_TRUE(mw::EndButtonGesture(project, 2, {"17", 13, 100, 297, 40}));
+    EXPECT_EQ(rows(18), "9 100 301 40");
+    ASSERT_TRUE(mw::EndButtonGesture(project, 2, {"17", 9, 100, 103, 40}));
+    EXPECT_EQ(rows(18), "9 100 106 40");
+    ASSERT_TRUE(mw::EndButtonGesture(project, 2, {"17", 9, 100, 106, 45}));
+    EXPECT_EQ(rows(18), "9 100 106 45"); // 145 is 85 from the line
+    EXPECT_TRUE(project.FileIsDirty);
+}
+
 } // namespace
