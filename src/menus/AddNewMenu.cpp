@@ -36,8 +36,7 @@ std::string AddNewMenu(Project& project, NewMenuForm& form, bool showDialog)
     if (showDialog) {
         FillLanguageCombo(form, tree);
         Combo2_Click(form, tree);
-        form.Accepted = false;
-        if (!project.Forms().ShowNewMenu(form) || !form.Accepted)
+        if (!project.Forms().ShowNewMenu(form))
             return "";
     }
 

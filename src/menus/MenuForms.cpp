@@ -17,11 +17,6 @@ namespace {
 constexpr const char* kForm = "frmNewMenu";
 constexpr int kBuiltInFps = 3;
 
-FormTexts Texts(const Project& project)
-{
-    return FormTexts(project.Lang(), kForm);
-}
-
 // The file of the video the form shows: the chosen one, or that of the menu it refers to.
 std::string FormVideoFile(Project& project, const NewMenuForm& form)
 {
@@ -180,7 +175,7 @@ bool LoadMenusToSelect(Project& project, const NewMenuForm& form, SelectMenuForm
     select.List.Clear();
     AddMenuRows(select.List, project.Doc.Tree, ComboText(form.Combo2));
     if (select.List.Items.empty()) {
-        project.Ask().Message(Texts(project)(4, "No menus inside this Laguage menu"));
+        project.Ask().Message(FormTexts(project.Lang(), kForm)(4, "No menus inside this Laguage menu"));
         return false;
     }
     select.List.ListIndex = 0;
@@ -227,7 +222,7 @@ void Command10_Click(Project& project, NewMenuForm& form)
 bool cmdOK_Click(Project& project, NewMenuForm& form)
 {
     if (LeadingNumber(form.txtStartFrame) > LeadingNumber(form.txtEndFrame)) {
-        project.Ask().Message(Texts(project)(2, "Error in frame ranges"));
+        project.Ask().Message(FormTexts(project.Lang(), kForm)(2, "Error in frame ranges"));
         return false;
     }
     form.Accepted = true;
@@ -240,7 +235,7 @@ std::string GetFileNameForMenu(Project& project, const std::string& menuID)
     const DocNode* menu = tree.ObjectNode(menuID);
     const DocNode* track = menu ? tree.ObjectNode(GetPropertyInNode(*menu, "backgroundvideoid")) : nullptr;
     if (!track) {
-        project.Ask().Message(Texts(project)(6, "Background ID for menu not found"));
+        project.Ask().Message(FormTexts(project.Lang(), kForm)(6, "Background ID for menu not found"));
         return "";
     }
     const DocNode* source = tree.ObjectNode(GetPropertyInNode(*track, "mediasourceid"));

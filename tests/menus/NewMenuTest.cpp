@@ -166,6 +166,11 @@ TEST_F(NewMenuTest, NewUsesTheDefaultLanguageAndBadFramesAreRefused)
     const std::string before = Xml();
     EXPECT_EQ(mw::AddNewMenu(project, form, true), "");
     EXPECT_EQ(Xml(), before);
+    // Shown, the dialog lists the project's languages again; accepted, it makes the menu.
+    form.txtStartFrame = "0";
+    project.Doc.Tree.Select(project.Doc.Tree.Find("k30"));
+    const std::string shown = mw::AddNewMenu(project, form, true);
+    EXPECT_EQ(project.Doc.Tree.Item("k" + shown).Parent(), &project.Doc.Tree.Item("k30"));
 }
 
 TEST_F(NewMenuTest, LanguageSetsAreAddedOnceAndRemovedWithTheirMenus)
