@@ -4,7 +4,9 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace mw {
@@ -26,6 +28,12 @@ struct CanvasMenuRows {
         StartingMenuItemID, EnterAction, ExitAction, MenuType, MenuName;
 };
 
+// A button as copied: its rectangle and its extra info.
+struct CopiedButton {
+    ButtonShape Rect;
+    std::string Tag;
+};
+
 // The state of the menu canvas, which the window only paints: the menu shown, its buttons in
 // the order of the menu's children, the selection, the guide lines and the menu's own settings.
 struct MenuCanvas {
@@ -39,6 +47,7 @@ struct MenuCanvas {
     long Frame = -1;       // the frame stored for the menu, -1 for none
     std::array<std::uint32_t, 3> Colors{};
     bool AddMode = false;
+    bool NoUndo = false; // a bulk command has recorded its one undo step
     int OverlayStream = 0; // where the menu's first overlay stream stands in its file
     CanvasMenuRows Menu;
 
@@ -48,14 +57,19 @@ struct MenuCanvas {
     bool buttonDel = false;
     bool shapeLineWidth = false;
 
-    // No menu shown. The guide lines stay: they belong to the rulers.
+    // What was copied; it outlives the menu, so that it can be pasted into another.
+    std::vector<CopiedButton> CopiedButtons;
+    std::optional<std::pair<long, long>> CopiedSize;
+
+    // No menu shown. The guide lines stay with the rulers, and what was copied stays too.
     void Forget()
     {
-        std::vector<long> h = std::move(LinesH);
-        std::vector<long> v = std::move(LinesV);
-        *this = MenuCanvas{};
-        LinesH = std::move(h);
-        LinesV = std::move(v);
+        MenuCanvas kept;
+        kept.LinesH = std::move(LinesH);
+        kept.LinesV = std::move(LinesV);
+        kept.CopiedButtons = std::move(CopiedButtons);
+        kept.CopiedSize = CopiedSize;
+        *this = std::move(kept);
     }
 };
 
