@@ -7,11 +7,14 @@
 #include "document/Project.h"
 #include "document/TreeQueries.h"
 #include "menus/AddNewMenu.h"
+#include "menus/Buttons.h"
+#include "menus/CanvasCommands.h"
 #include "menus/LanguageCommands.h"
 #include "menus/MenuCommands.h"
 #include "menus/MenuForms.h"
 
 #include <filesystem>
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <system_error>
@@ -137,6 +140,67 @@ int FillNewMenuForm(NewMenuForm& form, const CliOptions& options, const MenuCliO
     return cmdOK_Click(project, form) ? kExitOk : kExitFaults;
 }
 
+// The whole numbers from the third argument on; the list stops at the first that is none.
+std::vector<long> Numbers(const std::vector<std::string>& args)
+{
+    std::vector<long> numbers;
+    for (std::size_t i = 2; i < args.size(); ++i) {
+        const std::string& text = args[i];
+        if (text.empty() || text.size() > 9 || text.find_first_not_of("-0123456789") != std::string::npos ||
+            text.find('-', 1) != std::string::npos || text == "-")
+            break;
+        numbers.push_back(std::stol(text));
+    }
+    return numbers;
+}
+
+// Shows the menu that holds the buttons on the canvas and gives their indexes there; empty when
+// one of them is no button or they are not all of one menu.
+std::vector<int> ShowButtons(Project& project, const std::vector<std::string>& ids)
+{
+    DocTree& tree = project.Doc.Tree;
+    DocNode* menu = nullptr;
+    for (const std::string& id : ids) {
+        const DocNode* button = tree.ObjectNode(id);
+        if (!button || !EqualsNoCase(button->Text, "ButtonMenu") || (menu && button->Parent() != menu))
+            return {};
+        menu = button->Parent();
+    }
+    if (!menu)
+        return {};
+    ParceMenu(project, *menu);
+    std::vector<int> indexes;
+    for (const std::string& id : ids) {
+        for (std::size_t i = 0; i < project.Canvas.Buttons.size(); ++i) {
+            if (project.Canvas.Buttons[i].Label.Tag == id)
+                indexes.push_back(static_cast<int>(i));
+        }
+    }
+    return indexes;
+}
+
+// align and same-size: the reference clicked last, the others in the multi-selection.
+int RunOnSelection(const CliOptions& options, CliContext& context, const std::vector<std::string>& modes,
+                   void (*command)(Project&, int))
+{
+    const std::vector<std::string>& args = options.Arguments;
+    const auto mode = args.size() > 1 ? std::find(modes.begin(), modes.end(), args[1]) : modes.end();
+    if (args.size() < 4 || mode == modes.end())
+        return Refuse(context, options, "expected a project file, " + modes.front() + "|...|" + modes.back() +
+                                            ", the reference button and the buttons to change");
+    return RunOnProject(options, context, [&](Project& project) {
+        const std::vector<std::string> ids(args.begin() + 2, args.end());
+        const std::vector<int> indexes = ShowButtons(project, ids);
+        if (indexes.size() != ids.size())
+            return Refuse(context, options, "the buttons must be buttons of one menu");
+        Label1_Click(project, indexes.front());
+        for (std::size_t i = 1; i < indexes.size(); ++i)
+            project.Canvas.Buttons[static_cast<std::size_t>(indexes[i])].Selected = true;
+        command(project, static_cast<int>(mode - modes.begin()) + 1);
+        return static_cast<int>(kExitOk);
+    });
+}
+
 // One action list: each action with its rows but its identifier.
 void PrintActions(std::ostream& out, const DocTree& tree, const std::string& listID, const std::string& indent,
                   const std::string& what)
@@ -201,6 +265,7 @@ CliParseResult ParseMenuCommandLine(std::vector<std::string> args, MenuCliOption
     std::vector<std::string> rest;
     std::string error;
     bool taken = false;
+    bool overlay = false;
     for (std::size_t i = 0; i < args.size() && error.empty(); ++i) {
         const std::string& a = args[i];
         const bool hasValue = i + 1 < args.size();
@@ -212,7 +277,13 @@ CliParseResult ParseMenuCommandLine(std::vector<std::string> args, MenuCliOption
                                              : a == "--name"      ? &menu.Name
                                              : a == "--exit"      ? &menu.Exit
                                                                   : nullptr;
-        if (single) {
+        if (a == "--overlay") {
+            overlay = true;
+            if (!hasValue)
+                error = a + " needs a value";
+            else
+                menu.Overlay = args[++i];
+        } else if (single) {
             taken = true;
             if (!hasValue)
                 error = a + " needs a value";
@@ -234,6 +305,8 @@ CliParseResult ParseMenuCommandLine(std::vector<std::string> args, MenuCliOption
     if (parsed.Error.empty() && taken && parsed.Options.Command != "add-menu")
         parsed.Error = "the options --video, --picture, --from-menu, --start, --end, --type, --name and --exit "
                        "belong to add-menu";
+    if (parsed.Error.empty() && overlay && parsed.Options.Command != "add-button")
+        parsed.Error = "the option --overlay belongs to add-button";
     return parsed;
 }
 
@@ -299,6 +372,103 @@ int RunRemoveLang(const CliOptions& options, CliContext& context)
             return Refuse(context, options, "the project has no language set " + code);
         project.Doc.Tree.Select(language);
         mnuRemoveLang(project);
+        return static_cast<int>(kExitOk);
+    });
+}
+
+int RunAddButton(const CliOptions& options, const MenuCliOptions& menu, CliContext& context)
+{
+    const std::vector<std::string>& args = options.Arguments;
+    const std::vector<long> numbers = Numbers(args);
+    if (args.size() != 6 || numbers.size() != 4)
+        return Refuse(context, options, "expected a project file, a menu id, LEFT TOP WIDTH HEIGHT");
+    std::optional<std::string> overlay = menu.Overlay;
+    if (overlay == "*Rect" || overlay == "*Oval" || overlay == "*Shape1")
+        overlay = *overlay == "*Rect" ? "|Rectangle" : "|" + overlay->substr(1);
+    else if (overlay && overlay->starts_with('*'))
+        return Refuse(context, options, "--overlay takes *Rect, *Oval, *Shape1 or a bitmap of the overlays folder");
+    return RunOnProject(options, context, [&](Project& project) {
+        if (!IsMenu(project, args[1]))
+            return Refuse(context, options, args[1] + " is not a menu of the project");
+        ParceMenu(project, project.Doc.Tree.Item("k" + args[1]));
+        const std::string id = AddButtonToMenu(project, {"", numbers[0], numbers[1], numbers[2], numbers[3]},
+                                               overlay.value_or(project.Values().DefOverlay));
+        std::cout << id << '\n';
+        return static_cast<int>(kExitOk);
+    });
+}
+
+int RunRemoveButton(const CliOptions& options, CliContext& context)
+{
+    if (options.Arguments.size() < 2)
+        return Refuse(context, options, "expected a project file and the buttons");
+    return RunOnProject(options, context, [&](Project& project) {
+        const std::vector<std::string> ids(options.Arguments.begin() + 1, options.Arguments.end());
+        const std::vector<int> indexes = ShowButtons(project, ids);
+        if (indexes.size() != ids.size())
+            return Refuse(context, options, "the buttons must be buttons of one menu");
+        if (indexes.size() == 1) {
+            DeleteButton(project, indexes.front());
+        } else {
+            for (int i : indexes)
+                project.Canvas.Buttons[static_cast<std::size_t>(i)].Selected = true;
+            DeleteButton(project, kSelectedButtons);
+        }
+        return static_cast<int>(kExitOk);
+    });
+}
+
+int RunSetNav(const CliOptions& options, CliContext& context)
+{
+    const std::vector<std::string>& args = options.Arguments;
+    const std::vector<std::string> directions = {"up", "down", "left", "right"};
+    if (args.size() != 4 || std::find(directions.begin(), directions.end(), args[2]) == directions.end())
+        return Refuse(context, options, "expected a project file, a button, up|down|left|right and a button or none");
+    return RunOnProject(options, context, [&](Project& project) {
+        const bool none = args[3] == "none";
+        const std::vector<std::string> ids = none ? std::vector{args[1]} : std::vector{args[1], args[3]};
+        if (ShowButtons(project, ids).size() != ids.size())
+            return Refuse(context, options, "the buttons must be buttons of one menu");
+        project.UndoAdd();
+        DocNode& button = project.Doc.Tree.Item("k" + args[1]);
+        UpdatePropertyInNode(project.Doc.Tree, button, args[2] + "Action", args[3], true);
+        project.MarkDirty();
+        return static_cast<int>(kExitOk);
+    });
+}
+
+int RunAlign(const CliOptions& options, CliContext& context)
+{
+    return RunOnSelection(options, context, {"left", "top", "right", "bottom"}, DoAlign);
+}
+
+int RunSameSize(const CliOptions& options, CliContext& context)
+{
+    return RunOnSelection(options, context, {"width", "height", "both"}, DoSameSize);
+}
+
+int RunMoveButton(const CliOptions& options, CliContext& context)
+{
+    const std::vector<std::string>& args = options.Arguments;
+    const std::vector<long> numbers = Numbers(args);
+    if ((args.size() != 4 && args.size() != 6) || numbers.size() != args.size() - 2)
+        return Refuse(context, options, "expected a project file, a button id, LEFT TOP [WIDTH HEIGHT]");
+    return RunOnProject(options, context, [&](Project& project) {
+        const std::vector<int> index = ShowButtons(project, {args[1]});
+        if (index.empty())
+            return Refuse(context, options, args[1] + " is not a button of the project");
+        Label1_Click(project, index.front());
+        ButtonShape rect = project.Canvas.Buttons[static_cast<std::size_t>(index.front())].Label;
+        rect.Left = numbers[0];
+        rect.Top = numbers[1];
+        if (numbers.size() == 4) {
+            rect.Width = numbers[2];
+            rect.Height = numbers[3];
+        }
+        if (!EndButtonGesture(project, index.front(), rect)) {
+            context.Err << "menuwright-cli move-button: the menu is locked\n";
+            return static_cast<int>(kExitFaults);
+        }
         return static_cast<int>(kExitOk);
     });
 }

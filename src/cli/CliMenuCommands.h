@@ -8,7 +8,7 @@
 
 namespace mw {
 
-// The options that only add-menu takes.
+// The options that only add-menu or add-button take.
 struct MenuCliOptions {
     std::optional<std::string> Video;    // --video FILE
     std::vector<std::string> Pictures;   // --picture PIC...
@@ -18,10 +18,11 @@ struct MenuCliOptions {
     std::optional<std::string> Type;     // --type TYPE
     std::optional<std::string> Name;     // --name NAME
     std::optional<std::string> Exit;     // --exit create-after|again|MENU_ID
+    std::optional<std::string> Overlay;  // --overlay SHAPE, of add-button
 };
 
-// The command line taken apart with add-menu's own options beside the common ones; those
-// options with another command are an error.
+// The command line taken apart with the menu commands' own options beside the common ones;
+// those options with another command are an error.
 CliParseResult ParseMenuCommandLine(std::vector<std::string> args, MenuCliOptions& menu);
 
 // Language sets and menus of a project, each saved back as RunOnProject does.
@@ -29,6 +30,14 @@ int RunAddLang(const CliOptions& options, CliContext& context);
 int RunAddMenu(const CliOptions& options, const MenuCliOptions& menu, CliContext& context);
 int RunRemoveMenu(const CliOptions& options, CliContext& context);
 int RunRemoveLang(const CliOptions& options, CliContext& context);
+// Buttons of a menu, as the canvas's gestures and menus make them.
+int RunAddButton(const CliOptions& options, const MenuCliOptions& menu, CliContext& context);
+int RunRemoveButton(const CliOptions& options, CliContext& context);
+// A neighbour for a key of the remote control, or none.
+int RunSetNav(const CliOptions& options, CliContext& context);
+int RunAlign(const CliOptions& options, CliContext& context);
+int RunSameSize(const CliOptions& options, CliContext& context);
+int RunMoveButton(const CliOptions& options, CliContext& context);
 // The language sets, menus, buttons, navigation and actions as text; the project is not saved.
 int RunMenus(const CliOptions& options, CliContext& context);
 

@@ -72,6 +72,18 @@ int main(int argc, char** argv)
         return RunRemoveLang(options, context);
     if (options.Command == "menus")
         return RunMenus(options, context);
+    if (options.Command == "add-button")
+        return RunAddButton(options, menuOptions, context);
+    if (options.Command == "remove-button")
+        return RunRemoveButton(options, context);
+    if (options.Command == "set-nav")
+        return RunSetNav(options, context);
+    if (options.Command == "align")
+        return RunAlign(options, context);
+    if (options.Command == "same-size")
+        return RunSameSize(options, context);
+    if (options.Command == "move-button")
+        return RunMoveButton(options, context);
     std::cerr << "menuwright-cli: unknown command " << options.Command << "\n\n" << CliUsage();
     return kExitUnreadable;
 }

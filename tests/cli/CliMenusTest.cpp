@@ -85,4 +85,37 @@ TEST_F(CliMenus, RefusalsLeaveTheFileAsItWas)
     EXPECT_EQ(Saved(), before);
 }
 
+TEST_F(CliMenus, ButtonsWiredInARingThenLinedUpMovedAndRemoved)
+{
+    ASSERT_EQ(On("add-lang", "en").Exit, 0);
+    ASSERT_EQ(On("add-menu", "--video movie.avi").Out, "14\n");
+    for (const char* id : {"20", "23", "26"}) // each with its rectangle and overlay track
+        EXPECT_EQ(On("add-button", "14 10 " + std::to_string(std::stoi(id) * 2) + " 100 30").Out,
+                  std::string(id) + "\n");
+    EXPECT_EQ(On("add-button", "14 0 0 5 5 --overlay '*Oval'").Exit, 0);  // 29
+    EXPECT_EQ(On("add-button", "14 0 0 5 5 --overlay '*Text'").Exit, 2);
+    ASSERT_EQ(On("remove-button", "29").Exit, 0);
+    for (const char* nav : {"20 down 23", "23 down 26", "26 down 20", "20 up 26", "26 up 23", "23 up 20"})
+        ASSERT_EQ(On("set-nav", nav).Exit, 0) << nav;
+    ASSERT_EQ(On("same-size", "both 26 20 23").Exit, 0);
+    ASSERT_EQ(On("align", "right 26 20").Exit, 0);
+    ASSERT_EQ(On("move-button", "23 12 48 100 31").Exit, 0);
+    EXPECT_EQ(On("menus").Out,
+              "language en 12 starting=14 root=none\n"
+              "  menu 14 type=other name= video=16 audio=17 start-button=20\n"
+              "    exit 18: MenuTransitionAction menuID=14;\n"
+              "    button 20 rect=10,40,100,30 upAction=26 downAction=23 leftAction=none rightAction=none\n"
+              "    button 23 rect=12,48,100,31 upAction=20 downAction=26 leftAction=none rightAction=none\n"
+              "    button 26 rect=10,52,100,30 upAction=23 downAction=20 leftAction=none rightAction=none\n");
+    EXPECT_NE(Saved().find(R"(<MediaTrack objectID="28" mediaSourceID="15" sourceTrackID="none" trackID="02sb" )"
+                           R"(startFrame="2" endFrame="2" type="subtitle">)"),
+              std::string::npos);
+
+    // One deletion routes the ring past the button; a button of another menu is refused.
+    ASSERT_EQ(On("remove-button", "23").Exit, 0);
+    EXPECT_NE(On("menus").Out.find("button 20 rect=10,40,100,30 upAction=26 downAction=26"), std::string::npos);
+    EXPECT_EQ(On("remove-button", "20 14").Exit, 2);
+    EXPECT_EQ(On("set-nav", "20 up 99").Exit, 2);
+}
+
 } // namespace

@@ -41,7 +41,8 @@ TEST_F(ButtonsTest, AddingPutsThreeObjectsAfterTheLastButton)
     EXPECT_EQ(Row(b + 2, "mediaSourceID"), "21");
     EXPECT_EQ(Row(b + 2, "trackID"), "02sb"); // the missing background counts as two streams
     EXPECT_EQ(Row(b + 2, "startFrame"), "3");
-    EXPECT_EQ(project.Doc.Tree.Item("k" + std::to_string(b + 2)).Tag, "<Menuwright rectID='" + std::to_string(b + 1) + "'/>");
+    EXPECT_EQ(project.Doc.Tree.Item("k" + std::to_string(b + 2)).Tag,
+              "<Menuwright rectID='" + std::to_string(b + 1) + "'/>");
     EXPECT_EQ(mw::ReadOverlayAttributes(Tag(22)).Shape, ""); // only the counter, moved from 3 to 4
     EXPECT_NE(Tag(22).find("Buttons='4'"), std::string::npos);
     ASSERT_NE(project.Doc.MenuTracks.Find(std::to_string(b + 2)), nullptr);
