@@ -6,12 +6,14 @@
 #include "core/ProgramStart.h"
 #include "core/ScriptedPrompt.h"
 #include "document/Project.h"
+#include "menus/Buttons.h"
 #include "menus/CanvasCommands.h"
 #include "menus/OverlayMenu.h"
 
 #include <benchmark/benchmark.h>
 
 #include <fstream>
+#include <stdexcept>
 
 namespace {
 
@@ -39,30 +41,68 @@ const fs::path& MenusProject()
     return file;
 }
 
-void BM_Menus_ParceMenu(benchmark::State& state)
-{
-    mw::ProgramState program(mw::bench::BenchFolder("menuwright-bench-home"));
+// The generated project opened, with its menus in tree order.
+struct OpenMenus {
+    mw::ProgramState program{mw::bench::BenchFolder("menuwright-bench-home")};
     mw::ScriptedPrompt prompt;
     NoForms forms;
-    mw::Project project(program, prompt, forms);
-    if (!project.OpenFile(MenusProject().string())) {
-        state.SkipWithError("the generated project does not open");
-        return;
-    }
-    prompt.Log.clear(); // the title's movie is an empty file
+    mw::Project project{program, prompt, forms};
     std::vector<mw::DocNode*> menus;
-    project.Doc.Tree.ForEach([&](mw::DocNode& node) {
-        if (node.Text == "DivXMediaMenu")
-            menus.push_back(&node);
-    });
+
+    OpenMenus()
+    {
+        if (!project.OpenFile(MenusProject().string()))
+            throw std::runtime_error("the generated project does not open");
+        prompt.Log.clear(); // the title's movie is an empty file
+        project.Doc.Tree.ForEach([&](mw::DocNode& node) {
+            if (node.Text == "DivXMediaMenu")
+                menus.push_back(&node);
+        });
+    }
+};
+
+void BM_Menus_ParceMenu(benchmark::State& state)
+{
+    OpenMenus open;
     std::size_t i = 0;
     for (auto _ : state) {
-        mw::ParceMenu(project, *menus[i++ % menus.size()]);
-        benchmark::DoNotOptimize(project.Canvas.Buttons.data());
+        mw::ParceMenu(open.project, *open.menus[i++ % open.menus.size()]);
+        benchmark::DoNotOptimize(open.project.Canvas.Buttons.data());
     }
-    state.counters["buttons"] = static_cast<double>(project.Canvas.Buttons.size());
-    if (!prompt.Log.empty())
-        state.SkipWithError(prompt.Log.front().Text.c_str());
+    state.counters["buttons"] = static_cast<double>(open.project.Canvas.Buttons.size());
+    if (!open.prompt.Log.empty())
+        state.SkipWithError(open.prompt.Log.front().Text.c_str());
+}
+
+// One undo step each, as the commands record it.
+void BM_Menus_AddAndDeleteButton(benchmark::State& state)
+{
+    OpenMenus open;
+    mw::ParceMenu(open.project, *open.menus.front());
+    for (auto _ : state) {
+        mw::AddButtonToMenu(open.project, {"", 10, 10, 100, 30}, "|Rectangle");
+        mw::DeleteButton(open.project, static_cast<int>(open.project.Canvas.Buttons.size()) - 1);
+    }
+}
+
+// The undo step that every button command records first: a snapshot of the menu and MenuTracks.
+void BM_Menus_UndoAdd(benchmark::State& state)
+{
+    OpenMenus open;
+    mw::ParceMenu(open.project, *open.menus.front());
+    for (auto _ : state)
+        open.project.UndoAdd();
+}
+
+void BM_Menus_Align36Buttons(benchmark::State& state)
+{
+    OpenMenus open;
+    mw::ParceMenu(open.project, *open.menus.front());
+    mw::Label1_Click(open.project, 0);
+    for (auto& button : open.project.Canvas.Buttons)
+        button.Selected = true;
+    for (auto _ : state)
+        mw::DoAlign(open.project, 1);
 }
 
 void BM_Menus_LoadOverlaysToMenu(benchmark::State& state)
@@ -84,6 +124,9 @@ void BM_Menus_LoadOverlaysToMenu(benchmark::State& state)
 }
 
 BENCHMARK(BM_Menus_ParceMenu)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Menus_AddAndDeleteButton)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Menus_UndoAdd)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Menus_Align36Buttons)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Menus_LoadOverlaysToMenu)->Unit(benchmark::kMillisecond);
 
 } // namespace
