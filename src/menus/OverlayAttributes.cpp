@@ -1,5 +1,6 @@
 #include "menus/OverlayAttributes.h"
 
+#include "core/NumberText.h"
 #include "core/ProgramFolder.h"
 #include "core/Text.h"
 #include "core/Version.h"
@@ -7,6 +8,7 @@
 #include "document/Project.h"
 #include "menus/OverlayMenu.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <sstream>
 
@@ -168,6 +170,17 @@ void SetThisOverlay(Project& project, const std::string& name)
     project.Canvas.shapeLineWidth = false;
 }
 
+void mnuOverlay_Click(Project& project, int index)
+{
+    SetThisOverlay(project, project.Overlays.Top.at(static_cast<std::size_t>(index)).Caption);
+}
+
+void SetOverlayInFolder(Project& project, int folder, int index)
+{
+    const OverlayFolderMenu& menu = project.Overlays.Folders.at(static_cast<std::size_t>(folder));
+    SetThisOverlay(project, menu.Caption + "\\" + menu.Items.at(static_cast<std::size_t>(index)).Caption);
+}
+
 void SetSpecialOverlay(Project& project, const std::string& name)
 {
     project.Overlays.Checked = SetOverlayCheckItem(project.Overlays, name);
@@ -200,6 +213,31 @@ void SetSpecialOverlay(Project& project, const std::string& name)
     });
     panel.Visible = text;
     project.Canvas.shapeLineWidth = !text;
+}
+
+void UpdateTextOverlay(Project& project)
+{
+    MenuCanvas& canvas = project.Canvas;
+    if (canvas.Selected < 0)
+        return;
+    CanvasButton& button = canvas.Buttons.at(static_cast<std::size_t>(canvas.Selected));
+    DocNode* node = project.Doc.Tree.ObjectNode(button.Label.Tag);
+    if (!node)
+        return;
+    const TextOverlayPanel& panel = project.Overlays.TextPanel;
+    std::string size = NumberText(panel.Size);
+    std::replace(size.begin(), size.end(), ',', '.');
+    ExtraInfoElement info(node->Tag);
+    info.Set("Shape", "*Text");
+    info.Set("Text", panel.Text);
+    info.Set("Outline", std::to_string(panel.Outline));
+    info.Set("Shadow", std::to_string(panel.ShadowDistance) + kShadowCorners[panel.ShadowCorner]);
+    info.Set("Font", panel.Family + (panel.Bold ? ",B" : "") + (panel.Italic ? ",I" : ""));
+    info.Set("FontSize", size);
+    info.Set("FontCharset", std::to_string(panel.Charset));
+    node->Tag = info.Text();
+    button.Shape = "*Text";
+    project.MarkDirty();
 }
 
 void mnuOverlayWidthValue_Click(Project& project, int index)
@@ -237,6 +275,45 @@ void ResetOverlayPos(Project& project)
     info.Set("Position", button.Position);
     node->Tag = info.Text();
     PlaceShapeFromTag(button);
+    project.MarkDirty();
+}
+
+} // namespace mw
+
+namespace mw {
+
+void SelectColor(Project& project, const std::array<std::uint32_t, 3>& colors)
+{
+    MenuCanvas& canvas = project.Canvas;
+    canvas.Colors = colors;
+    DocNode* menu = project.Doc.Tree.ObjectNode(canvas.CurrentMenuID);
+    if (!menu)
+        return;
+    ExtraInfoElement info(menu->Tag);
+    const char* names[] = {"Color1", "Color2", "Color3"};
+    for (std::size_t i = 0; i < colors.size(); ++i)
+        info.Set(names[i], std::to_string(colors[i]));
+    menu->Tag = info.Text();
+    project.MarkDirty();
+}
+
+std::string ColorButtonToolTip(int index, std::uint32_t color)
+{
+    static const char* ordinals[] = {"2nd", "3rd", "4th"};
+    return std::string(ordinals[index]) + " color in palette RGB = (" + std::to_string(color & 0xFF) + ", " +
+           std::to_string((color >> 8) & 0xFF) + ", " + std::to_string((color >> 16) & 0xFF) + ")";
+}
+
+void ToggleLock(Project& project)
+{
+    MenuCanvas& canvas = project.Canvas;
+    DocNode* menu = project.Doc.Tree.ObjectNode(canvas.CurrentMenuID);
+    if (!menu)
+        return;
+    canvas.Lock = !canvas.Lock;
+    ExtraInfoElement info(menu->Tag);
+    info.Set("lock", canvas.Lock ? "1" : "0");
+    menu->Tag = info.Text();
     project.MarkDirty();
 }
 

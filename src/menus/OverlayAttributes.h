@@ -2,6 +2,8 @@
 
 #include "document/MenuCanvas.h"
 
+#include <array>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -76,11 +78,24 @@ void PlaceShapeFromTag(CanvasButton& button);
 
 // A bitmap overlay by its Shape value ("name" or "folder\name"), with the check mark.
 void SetThisOverlay(Project& project, const std::string& name);
+// A click on an item of the top overlay menu, or of a folder's submenu: its bitmap.
+void mnuOverlay_Click(Project& project, int index);
+void SetOverlayInFolder(Project& project, int folder, int index);
 // One of the special overlays "*Rect", "*Oval", "*Shape1", "*Text".
 void SetSpecialOverlay(Project& project, const std::string& name);
+// The text panel's values into the selected button's text overlay.
+void UpdateTextOverlay(Project& project);
 // The line width of the width menu's item index.
 void mnuOverlayWidthValue_Click(Project& project, int index);
 // The selected button's overlay back to the default position of the settings.
 void ResetOverlayPos(Project& project);
+
+// The three colours chosen for the menu's overlay palette: the current colours, and the menu's
+// Color1, Color2, Color3.
+void SelectColor(Project& project, const std::array<std::uint32_t, 3>& colors);
+// The tool tip of colour button 0, 1 or 2: "2nd color in palette RGB = (r, g, b)" and so on.
+std::string ColorButtonToolTip(int index, std::uint32_t color);
+// The lock button of the canvas: the menu's lock flips, and is stored as 1 or 0.
+void ToggleLock(Project& project);
 
 } // namespace mw

@@ -132,6 +132,28 @@ TEST_F(OverlayCommands, TheSelectionFallsBackToTheLastSelectedButton)
     EXPECT_EQ(Button(0).LineWidth, 5);
 }
 
+TEST_F(OverlayCommands, TheTextPanelWritesEveryTextAttribute)
+{
+    mw::Label1_Click(project, 1);
+    project.Doc.Tree.Item("k15").Tag = "<broken";
+    project.Overlays.TextPanel = {true, "Go", "Times New Roman", true, false, 12.5, 1, 2, 3, 1};
+    mw::UpdateTextOverlay(project);
+    EXPECT_EQ(Tag(15), "<Menuwright Shape='*Text' Text='Go' Outline='2' Shadow='3RT' Font='Times New Roman,B' "
+                       "FontSize='12.5' FontCharset='1'/>");
+    EXPECT_EQ(Button(1).Shape, "*Text");
+}
+
+TEST_F(OverlayCommands, ColoursAndTheLockGoToTheMenu)
+{
+    mw::SelectColor(project, {255 + 256 * 128, 4, 5});
+    EXPECT_EQ(Tag(12), "<Menuwright Color1='33023' Color2='4' Color3='5' frame='7' lock='1'/>");
+    EXPECT_EQ(mw::ColorButtonToolTip(0, 33023), "2nd color in palette RGB = (255, 128, 0)");
+    EXPECT_EQ(mw::ColorButtonToolTip(2, 0xFF0000), "4th color in palette RGB = (0, 0, 255)");
+    mw::ToggleLock(project);
+    EXPECT_FALSE(project.Canvas.Lock);
+    EXPECT_NE(Tag(12).find("lock='0'"), std::string::npos);
+}
+
 TEST_F(OverlayCommands, ResettingThePositionFollowsTheSetting)
 {
     mw::ResetOverlayPos(project);
