@@ -6,6 +6,9 @@
 #include "core/settings/Settings.h"
 #include "document/Project.h"
 #include "document/TreeQueries.h"
+#include "media/TitleNodes.h"
+#include "media/mAVIDecs.h"
+#include "menus/Actions.h"
 #include "menus/AddNewMenu.h"
 #include "menus/Buttons.h"
 #include "menus/CanvasCommands.h"
@@ -199,6 +202,64 @@ int RunOnSelection(const CliOptions& options, CliContext& context, const std::ve
         command(project, static_cast<int>(mode - modes.begin()) + 1);
         return static_cast<int>(kExitOk);
     });
+}
+
+bool IsNode(const Project& project, const std::string& id, const char* text)
+{
+    const DocNode* node = project.Doc.Tree.ObjectNode(id);
+    return node && EqualsNoCase(node->Text, text);
+}
+
+// The choice in the action dialog that an ACTION argument stands for; false when it names
+// nothing of the right kind.
+bool ActionChoiceFor(Project& project, const std::string& action, const std::vector<ActionRow>& rows,
+                     ActionChoice& choice)
+{
+    std::vector<std::string> parts;
+    for (std::size_t from = 0;;) {
+        const std::size_t colon = action.find(':', from);
+        parts.push_back(action.substr(from, colon - from));
+        if (colon == std::string::npos)
+            break;
+        from = colon + 1;
+    }
+    const std::string& word = parts.front();
+    const auto title = [&] { return parts.size() > 1 && IsNode(project, parts[1], "Title"); };
+    choice = {};
+    if ((word == "play" || word == "resume") && (parts.size() == 2 || parts.size() == 3) && title()) {
+        choice.Type = word == "play" ? "PlayAction" : "PlayFromCurrentOffsetAction";
+        choice.TitleID = parts[1];
+        choice.ChapterID = parts.size() == 3 ? parts[2] : parts[1];
+        return parts.size() == 2 || IsNode(project, parts[2], "Chapter");
+    }
+    if ((word == "audio" || word == "subtitle") && parts.size() == 3 && title()) {
+        choice.Type = word == "audio" ? "AudioSelectAction" : "SubtitleSelectAction";
+        choice.TitleID = parts[1];
+        choice.TrackID = parts[2];
+        TrackRows tracks;
+        double fps = 0;
+        const std::string file = TitleFile(project.Doc, project.Doc.Tree.Item("k" + parts[1]));
+        LoadStreamsToListView(file, tracks, false, fps, project.Ask());
+        for (const TrackRow& track : tracks) {
+            if (track.TrackID == parts[2])
+                choice.TrackKind = track.Kind;
+        }
+        return true;
+    }
+    if (word == "menu" && parts.size() == 2 && IsMenu(project, parts[1])) {
+        choice.Type = "MenuTransitionAction";
+        choice.MenuID = parts[1];
+        return true;
+    }
+    if (word == "button" && parts.size() == 2) {
+        choice.Type = "ButtonTransitionAction";
+        for (const std::string& offered : ButtonChoices(project.Doc.Tree, rows, project.Canvas.CurrentMenuID)) {
+            if (offered.substr(0, offered.find(' ')) == parts[1])
+                choice.ButtonID = parts[1];
+        }
+        return !choice.ButtonID.empty();
+    }
+    return false;
 }
 
 // One action list: each action with its rows but its identifier.
@@ -433,6 +494,43 @@ int RunSetNav(const CliOptions& options, CliContext& context)
         DocNode& button = project.Doc.Tree.Item("k" + args[1]);
         UpdatePropertyInNode(project.Doc.Tree, button, args[2] + "Action", args[3], true);
         project.MarkDirty();
+        return static_cast<int>(kExitOk);
+    });
+}
+
+int RunSetAction(const CliOptions& options, CliContext& context)
+{
+    const std::vector<std::string>& args = options.Arguments;
+    if (args.size() < 3)
+        return Refuse(context, options, "expected a project file, BUTTON_ID|MENU_ID:enter|MENU_ID:exit and actions");
+    const std::size_t colon = args[1].find(':');
+    const std::string owner = args[1].substr(0, colon);
+    const std::string list = colon == std::string::npos        ? "selectAction"
+                             : args[1].substr(colon) == ":enter" ? "enterAction"
+                             : args[1].substr(colon) == ":exit"  ? "exitAction"
+                                                                 : "";
+    return RunOnProject(options, context, [&](Project& project) {
+        const bool isButton = list == "selectAction";
+        const std::vector<int> button = isButton ? ShowButtons(project, {owner}) : std::vector<int>{};
+        if (button.size() == 1)
+            Label1_Click(project, button.front());
+        else if (!isButton && !list.empty() && IsMenu(project, owner))
+            ParceMenu(project, project.Doc.Tree.Item("k" + owner));
+        else
+            return Refuse(context, options, args[1] + " is no button, MENU_ID:enter or MENU_ID:exit");
+        std::vector<ActionRow> rows;
+        if (!(args.size() == 3 && args[2] == "none")) {
+            for (std::size_t i = 2; i < args.size(); ++i) {
+                ActionChoice choice;
+                if (!ActionChoiceFor(project, args[i], rows, choice))
+                    return Refuse(context, options, args[i] + " names no target of its kind");
+                ActionRow row;
+                if (!AcceptActionChoice(project.Ask(), choice, row))
+                    return static_cast<int>(kExitFaults);
+                rows.push_back(row);
+            }
+        }
+        ApplyActionList(project, list, isButton, rows);
         return static_cast<int>(kExitOk);
     });
 }

@@ -35,6 +35,8 @@ int RunAddButton(const CliOptions& options, const MenuCliOptions& menu, CliConte
 int RunRemoveButton(const CliOptions& options, CliContext& context);
 // A neighbour for a key of the remote control, or none.
 int RunSetNav(const CliOptions& options, CliContext& context);
+// The action list of a button, or the enter or exit list of a menu, as the action dialog makes it.
+int RunSetAction(const CliOptions& options, CliContext& context);
 int RunAlign(const CliOptions& options, CliContext& context);
 int RunSameSize(const CliOptions& options, CliContext& context);
 int RunMoveButton(const CliOptions& options, CliContext& context);

@@ -78,6 +78,8 @@ int main(int argc, char** argv)
         return RunRemoveButton(options, context);
     if (options.Command == "set-nav")
         return RunSetNav(options, context);
+    if (options.Command == "set-action")
+        return RunSetAction(options, context);
     if (options.Command == "align")
         return RunAlign(options, context);
     if (options.Command == "same-size")

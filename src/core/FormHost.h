@@ -7,6 +7,7 @@ struct ChapForm;
 struct NewMenuForm;
 struct NewLangForm;
 struct SelectMenuForm;
+struct ActionForm;
 
 // Shows the modal dialogs whose fields a command fills before it asks the user: the window
 // shows real dialogs, the command line and tests accept or cancel them as told. Each call
@@ -20,6 +21,7 @@ public:
     virtual bool ShowNewMenu(NewMenuForm&) { return true; }       // frmNewMenu
     virtual bool ShowNewLang(NewLangForm&) { return true; }       // frmNewLang
     virtual bool ShowSelectMenu(SelectMenuForm&) { return true; } // frmSelectMenu
+    virtual bool ShowAction(ActionForm&) { return true; }         // Form2
 };
 
 } // namespace mw
