@@ -45,6 +45,27 @@ TEST_F(CliMenus, TwoLanguagesWithMenusFromAMovieAndFromAMenuCheckClean)
     EXPECT_NE(Saved().find(R"(<MediaTrack objectID="22" mediaSourceID="16" sourceTrackID="none" trackID="00dc" )"
                            R"(startFrame="10" endFrame="50" type="video">)"),
               std::string::npos);
+
+    // Three buttons wired in a ring, with actions of every type.
+    for (const char* top : {"10", "50", "90"})
+        ASSERT_EQ(On("add-button", std::string("15 10 ") + top + " 100 30").Exit, 0); // 37, 40, 43
+    for (const char* nav : {"37 down 40", "40 down 43", "43 down 37", "37 up 43", "43 up 40", "40 up 37"})
+        ASSERT_EQ(On("set-nav", nav).Exit, 0) << nav;
+    EXPECT_EQ(On("set-action", "37 play:6").Exit, 0);
+    EXPECT_EQ(On("set-action", "40 resume:6 audio:6:01wb subtitle:6:01wb --answer yes").Out,
+              "Seems that the track you selected is not a subtitle track. Ok to continue, No to set to <none>, "
+              "Cancel to exit.\n");
+    EXPECT_EQ(On("set-action", "43 menu:15 button:37").Exit, 0);
+    EXPECT_EQ(On("set-action", "15:enter audio:6:01wb").Exit, 0);
+    const std::string listed = On("menus").Out;
+    for (const char* line :
+         {"    enter 55: AudioSelectAction titleID=6 trackID=01wb;\n",
+          "    button 37 rect=10,10,100,30 upAction=43 downAction=40 leftAction=none rightAction=none\n"
+          "      select 46: PlayAction titleID=6 mediaObjectID=6;\n",
+          "      select 48: PlayFromCurrentOffsetAction titleID=6 mediaObjectID=6; AudioSelectAction "
+          "titleID=6 trackID=01wb; SubtitleSelectAction titleID=6 trackID=01wb;\n",
+          "      select 52: MenuTransitionAction menuID=15; ButtonTransitionAction buttonMenuID=37;\n"})
+        EXPECT_NE(listed.find(line), std::string::npos) << line << listed;
     CommandResult check = Run("check project.xml");
     EXPECT_EQ(check.Exit, 0);
     EXPECT_EQ(check.Out, "Checking complete with no errors\n");
