@@ -15,6 +15,7 @@
 #include "menus/LanguageCommands.h"
 #include "menus/MenuCommands.h"
 #include "menus/MenuForms.h"
+#include "menus/OverlayAttributes.h"
 
 #include <filesystem>
 #include <algorithm>
@@ -323,51 +324,56 @@ void PrintMenus(std::ostream& out, const DocTree& tree)
 
 CliParseResult ParseMenuCommandLine(std::vector<std::string> args, MenuCliOptions& menu)
 {
+    struct Option {
+        const char* Name;
+        const char* Command; // the only command that takes it
+        std::optional<std::string>* Value;
+    };
+    const Option table[] = {
+        {"--video", "add-menu", &menu.Video},      {"--from-menu", "add-menu", &menu.FromMenu},
+        {"--start", "add-menu", &menu.Start},      {"--end", "add-menu", &menu.End},
+        {"--type", "add-menu", &menu.Type},        {"--name", "add-menu", &menu.Name},
+        {"--exit", "add-menu", &menu.Exit},        {"--picture", "add-menu", nullptr},
+        {"--overlay", "add-button", &menu.Overlay}, {"--width", "set-overlay", &menu.Width},
+        {"--text", "set-overlay", &menu.Text},     {"--font", "set-overlay", &menu.Font},
+        {"--font-size", "set-overlay", &menu.FontSize}, {"--outline", "set-overlay", &menu.Outline},
+        {"--shadow", "set-overlay", &menu.Shadow}, {"--reset-position", "set-overlay", nullptr},
+    };
     std::vector<std::string> rest;
     std::string error;
-    bool taken = false;
-    bool overlay = false;
+    std::vector<const Option*> given;
     for (std::size_t i = 0; i < args.size() && error.empty(); ++i) {
         const std::string& a = args[i];
-        const bool hasValue = i + 1 < args.size();
-        std::optional<std::string>* single = a == "--video"       ? &menu.Video
-                                             : a == "--from-menu" ? &menu.FromMenu
-                                             : a == "--start"     ? &menu.Start
-                                             : a == "--end"       ? &menu.End
-                                             : a == "--type"      ? &menu.Type
-                                             : a == "--name"      ? &menu.Name
-                                             : a == "--exit"      ? &menu.Exit
-                                                                  : nullptr;
-        if (a == "--overlay") {
-            overlay = true;
-            if (!hasValue)
-                error = a + " needs a value";
-            else
-                menu.Overlay = args[++i];
-        } else if (single) {
-            taken = true;
-            if (!hasValue)
-                error = a + " needs a value";
-            else
-                *single = args[++i];
-        } else if (a == "--picture") {
-            taken = true;
+        const Option* option = nullptr;
+        for (const Option& o : table) {
+            if (a == o.Name)
+                option = &o;
+        }
+        if (!option) {
+            rest.push_back(a);
+            continue;
+        }
+        given.push_back(option);
+        if (a == "--picture") {
             while (i + 1 < args.size() && !args[i + 1].starts_with("--"))
                 menu.Pictures.push_back(args[++i]);
             if (menu.Pictures.empty())
                 error = "--picture needs at least one picture";
+        } else if (a == "--reset-position") {
+            menu.ResetPosition = true;
+        } else if (i + 1 < args.size()) {
+            *option->Value = args[++i];
         } else {
-            rest.push_back(a);
+            error = a + " needs a value";
         }
     }
     CliParseResult parsed = ParseCliOptions(rest);
     if (parsed.Error.empty() && !error.empty())
         parsed.Error = error;
-    if (parsed.Error.empty() && taken && parsed.Options.Command != "add-menu")
-        parsed.Error = "the options --video, --picture, --from-menu, --start, --end, --type, --name and --exit "
-                       "belong to add-menu";
-    if (parsed.Error.empty() && overlay && parsed.Options.Command != "add-button")
-        parsed.Error = "the option --overlay belongs to add-button";
+    for (const Option* option : given) {
+        if (parsed.Error.empty() && parsed.Options.Command != option->Command)
+            parsed.Error = std::string("the option ") + option->Name + " belongs to " + option->Command;
+    }
     return parsed;
 }
 
@@ -567,6 +573,91 @@ int RunMoveButton(const CliOptions& options, CliContext& context)
             context.Err << "menuwright-cli move-button: the menu is locked\n";
             return static_cast<int>(kExitFaults);
         }
+        return static_cast<int>(kExitOk);
+    });
+}
+
+int RunSetOverlay(const CliOptions& options, const MenuCliOptions& menu, CliContext& context)
+{
+    const std::vector<std::string>& args = options.Arguments;
+    if (args.size() < 3)
+        return Refuse(context, options, "expected a project file, the buttons and a shape");
+    const std::string& shape = args.back();
+    const bool text = shape == "*Text";
+    const bool textOptions = menu.Text || menu.Font || menu.FontSize || menu.Outline || menu.Shadow;
+    const bool special = shape == "*Rect" || shape == "*Oval" || shape == "*Shape1" || text;
+    const auto width = menu.Width ? Numbers({"", "", *menu.Width}) : std::vector<long>{};
+    if ((!special && shape.starts_with('*')) || (textOptions && !text))
+        return Refuse(context, options, "the shape is *Rect, *Oval, *Shape1, *Text (with text options) or a bitmap");
+    if (menu.Width && (width.size() != 1 || width.front() < 1 || width.front() > 7))
+        return Refuse(context, options, "--width takes 1 to 7");
+    return RunOnProject(options, context, [&](Project& project) {
+        const std::vector<std::string> ids(args.begin() + 1, args.end() - 1);
+        const std::vector<int> indexes = ShowButtons(project, ids);
+        if (indexes.size() != ids.size())
+            return Refuse(context, options, "the buttons must be buttons of one menu");
+        const auto select = [&] {
+            Label1_Click(project, indexes.front());
+            for (std::size_t i = 1; i < indexes.size(); ++i)
+                project.Canvas.Buttons[static_cast<std::size_t>(indexes[i])].Selected = true;
+        };
+        select();
+        if (special)
+            SetSpecialOverlay(project, shape);
+        else
+            SetThisOverlay(project, shape);
+        if (menu.Width)
+            mnuOverlayWidthValue_Click(project, static_cast<int>(width.front()) - 1);
+        TextOverlayPanel& panel = project.Overlays.TextPanel;
+        for (int i : indexes) {
+            if (textOptions) {
+                // The panel shows each button's own values; the options change some of them.
+                Label1_Click(project, i);
+                SetSpecialOverlay(project, shape);
+                if (menu.Text)
+                    panel.Text = *menu.Text;
+                if (menu.Font) {
+                    const OverlayFont font = ParseOverlayFont(*menu.Font);
+                    panel.Family = font.Family;
+                    panel.Bold = font.Bold;
+                    panel.Italic = font.Italic;
+                }
+                if (menu.FontSize) {
+                    std::string size = *menu.FontSize;
+                    std::replace(size.begin(), size.end(), ',', '.');
+                    panel.Size = std::strtod(size.c_str(), nullptr);
+                }
+                if (menu.Outline)
+                    panel.Outline = std::strtol(menu.Outline->c_str(), nullptr, 10);
+                if (menu.Shadow) {
+                    const OverlayShadow shadow = ParseOverlayShadow(*menu.Shadow);
+                    panel.ShadowDistance = shadow.Distance;
+                    panel.ShadowCorner = shadow.Corner;
+                }
+                UpdateTextOverlay(project);
+            }
+            if (menu.ResetPosition) {
+                Label1_Click(project, i);
+                ResetOverlayPos(project);
+            }
+        }
+        return static_cast<int>(kExitOk);
+    });
+}
+
+int RunSetColors(const CliOptions& options, CliContext& context)
+{
+    const std::vector<std::string>& args = options.Arguments;
+    const std::vector<long> colors = Numbers(args);
+    if (args.size() != 5 || colors.size() != 3 ||
+        std::any_of(colors.begin(), colors.end(), [](long c) { return c < 0 || c > 0xFFFFFF; }))
+        return Refuse(context, options, "expected a project file, a menu id and three colours 0 to 16777215");
+    return RunOnProject(options, context, [&](Project& project) {
+        if (!IsMenu(project, args[1]))
+            return Refuse(context, options, args[1] + " is not a menu of the project");
+        ParceMenu(project, project.Doc.Tree.Item("k" + args[1]));
+        SelectColor(project, {static_cast<std::uint32_t>(colors[0]), static_cast<std::uint32_t>(colors[1]),
+                              static_cast<std::uint32_t>(colors[2])});
         return static_cast<int>(kExitOk);
     });
 }

@@ -8,7 +8,7 @@
 
 namespace mw {
 
-// The options that only add-menu or add-button take.
+// The options that only add-menu, add-button or set-overlay take.
 struct MenuCliOptions {
     std::optional<std::string> Video;    // --video FILE
     std::vector<std::string> Pictures;   // --picture PIC...
@@ -19,6 +19,13 @@ struct MenuCliOptions {
     std::optional<std::string> Name;     // --name NAME
     std::optional<std::string> Exit;     // --exit create-after|again|MENU_ID
     std::optional<std::string> Overlay;  // --overlay SHAPE, of add-button
+    std::optional<std::string> Width;    // set-overlay: --width N
+    std::optional<std::string> Text;     //   --text T
+    std::optional<std::string> Font;     //   --font "Family[,B][,I]"
+    std::optional<std::string> FontSize; //   --font-size PT
+    std::optional<std::string> Outline;  //   --outline N
+    std::optional<std::string> Shadow;   //   --shadow 4RB
+    bool ResetPosition = false;          //   --reset-position
 };
 
 // The command line taken apart with the menu commands' own options beside the common ones;
@@ -40,6 +47,9 @@ int RunSetAction(const CliOptions& options, CliContext& context);
 int RunAlign(const CliOptions& options, CliContext& context);
 int RunSameSize(const CliOptions& options, CliContext& context);
 int RunMoveButton(const CliOptions& options, CliContext& context);
+// The overlay of buttons, and the palette colours of a menu.
+int RunSetOverlay(const CliOptions& options, const MenuCliOptions& menu, CliContext& context);
+int RunSetColors(const CliOptions& options, CliContext& context);
 // The language sets, menus, buttons, navigation and actions as text; the project is not saved.
 int RunMenus(const CliOptions& options, CliContext& context);
 

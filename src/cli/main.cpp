@@ -80,6 +80,10 @@ int main(int argc, char** argv)
         return RunSetNav(options, context);
     if (options.Command == "set-action")
         return RunSetAction(options, context);
+    if (options.Command == "set-overlay")
+        return RunSetOverlay(options, menuOptions, context);
+    if (options.Command == "set-colors")
+        return RunSetColors(options, context);
     if (options.Command == "align")
         return RunAlign(options, context);
     if (options.Command == "same-size")

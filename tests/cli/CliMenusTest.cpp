@@ -132,6 +132,19 @@ TEST_F(CliMenus, ButtonsWiredInARingThenLinedUpMovedAndRemoved)
                            R"(startFrame="2" endFrame="2" type="subtitle">)"),
               std::string::npos);
 
+    // Overlays and colours.
+    ASSERT_EQ(On("set-overlay", "20 23 '*Text' --text Hi --font 'Arial,I' --font-size 12,5 --shadow 2LT").Exit, 0);
+    ASSERT_EQ(On("set-overlay", "26 '*Shape1' --width 5").Exit, 0);
+    ASSERT_EQ(On("set-colors", "14 1 2 3").Exit, 0);
+    EXPECT_EQ(On("set-overlay", "26 '*Oval' --width 8").Exit, 2);
+    EXPECT_EQ(On("set-overlay", "26 '*Oval' --text x").Exit, 2);
+    const std::string saved = Saved();
+    EXPECT_NE(saved.find("Shape='*Text' width='3' Position='0 0 0 0' Text='Hi' Outline='0' Shadow='2LT' "
+                         "Font='Arial,I' FontSize='12.5' FontCharset='0'"),
+              std::string::npos);
+    EXPECT_NE(saved.find("<Menuwright Shape='*Shape1' width='5' Position='0 0 0 0'/>"), std::string::npos);
+    EXPECT_NE(saved.find("<Menuwright Color1='1' Color2='2' Color3='3' frame='0'/>"), std::string::npos);
+
     // One deletion routes the ring past the button; a button of another menu is refused.
     ASSERT_EQ(On("remove-button", "23").Exit, 0);
     EXPECT_NE(On("menus").Out.find("button 20 rect=10,40,100,30 upAction=26 downAction=26"), std::string::npos);
