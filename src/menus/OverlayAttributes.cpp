@@ -152,6 +152,17 @@ void ForSelection(Project& project, Change change)
     }
 }
 
+// The selected button and its node; nullptr when no button is selected.
+CanvasButton* SelectedButton(Project& project, DocNode*& node)
+{
+    MenuCanvas& canvas = project.Canvas;
+    if (canvas.Selected < 0)
+        return nullptr;
+    CanvasButton& button = canvas.Buttons.at(static_cast<std::size_t>(canvas.Selected));
+    node = project.Doc.Tree.ObjectNode(button.Label.Tag);
+    return node ? &button : nullptr;
+}
+
 } // namespace
 
 void SetThisOverlay(Project& project, const std::string& name)
@@ -204,11 +215,8 @@ void SetSpecialOverlay(Project& project, const std::string& name)
         const OverlayFont font = ParseOverlayFont(a.Font);
         const OverlayShadow shadow = ParseOverlayShadow(a.Shadow);
         std::string size = a.FontSize;
-        for (char& c : size) {
-            if (c == ',')
-                c = '.';
-        }
-        panel = {true, a.Text, font.Family, font.Bold, font.Italic, std::atof(size.c_str()), a.FontCharset,
+        std::replace(size.begin(), size.end(), ',', '.');
+        panel = {true, a.Text, font.Family, font.Bold, font.Italic, std::strtod(size.c_str(), nullptr), a.FontCharset,
                  a.Outline < 0 ? 1 : a.Outline, shadow.Distance, shadow.Corner};
     });
     panel.Visible = text;
@@ -217,13 +225,11 @@ void SetSpecialOverlay(Project& project, const std::string& name)
 
 void UpdateTextOverlay(Project& project)
 {
-    MenuCanvas& canvas = project.Canvas;
-    if (canvas.Selected < 0)
+    DocNode* node = nullptr;
+    CanvasButton* selected = SelectedButton(project, node);
+    if (!selected)
         return;
-    CanvasButton& button = canvas.Buttons.at(static_cast<std::size_t>(canvas.Selected));
-    DocNode* node = project.Doc.Tree.ObjectNode(button.Label.Tag);
-    if (!node)
-        return;
+    CanvasButton& button = *selected;
     const TextOverlayPanel& panel = project.Overlays.TextPanel;
     std::string size = NumberText(panel.Size);
     std::replace(size.begin(), size.end(), ',', '.');
@@ -260,13 +266,11 @@ void mnuOverlayWidthValue_Click(Project& project, int index)
 
 void ResetOverlayPos(Project& project)
 {
-    MenuCanvas& canvas = project.Canvas;
-    if (canvas.Selected < 0)
+    DocNode* node = nullptr;
+    CanvasButton* selected = SelectedButton(project, node);
+    if (!selected)
         return;
-    CanvasButton& button = canvas.Buttons.at(static_cast<std::size_t>(canvas.Selected));
-    DocNode* node = project.Doc.Tree.ObjectNode(button.Label.Tag);
-    if (!node)
-        return;
+    CanvasButton& button = *selected;
     project.UndoAdd();
     button.Position = project.Values().DefOverlayPos == 0 ? kDefaultOverlayPosition : kSameOverlayPosition;
     ExtraInfoElement info(node->Tag);
