@@ -40,6 +40,12 @@ int Save(const CliOptions& options, CliContext& context, Document& doc)
 
 } // namespace
 
+int Refuse(CliContext& context, const CliOptions& options, const std::string& why)
+{
+    context.Err << "menuwright-cli " << options.Command << ": " << why << '\n';
+    return kExitUnreadable;
+}
+
 int RunResave(const CliOptions& options, CliContext& context)
 {
     Document doc;

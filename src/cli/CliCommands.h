@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <iosfwd>
+#include <string>
 
 namespace mw {
 
@@ -30,6 +31,9 @@ struct CliContext {
     ProgramState& Program; // the settings in memory, for commands that open a project
     ConsoleFormHost& Forms;
 };
+
+// The command's own complaint about its command line or arguments, on standard error; exit 2.
+int Refuse(CliContext& context, const CliOptions& options, const std::string& why);
 
 int RunResave(const CliOptions& options, CliContext& context);
 int RunCheck(const CliOptions& options, CliContext& context);

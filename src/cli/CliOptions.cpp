@@ -35,9 +35,8 @@ std::optional<double> FpsValue(const std::string& value)
     return fps;
 }
 
-} // namespace
-
-CliParseResult ParseCliOptions(const std::vector<std::string>& args)
+// Everything but the menu commands' own options.
+CliParseResult ParseCommonOptions(const std::vector<std::string>& args)
 {
     CliParseResult result;
     CliOptions& o = result.Options;
@@ -123,6 +122,63 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
     return result;
 }
 
+} // namespace
+
+CliParseResult ParseCliOptions(const std::vector<std::string>& args)
+{
+    MenuCliOptions menu;
+    struct Option {
+        const char* Name;
+        const char* Command; // the only command that takes it
+        std::optional<std::string>* Value;
+    };
+    const Option table[] = {
+        {"--video", "add-menu", &menu.Video},      {"--from-menu", "add-menu", &menu.FromMenu},
+        {"--start", "add-menu", &menu.Start},      {"--end", "add-menu", &menu.End},
+        {"--type", "add-menu", &menu.Type},        {"--name", "add-menu", &menu.Name},
+        {"--exit", "add-menu", &menu.Exit},        {"--picture", "add-menu", nullptr},
+        {"--overlay", "add-button", &menu.Overlay}, {"--reset-position", "set-overlay", nullptr},
+    };
+    std::vector<std::string> rest;
+    std::string error;
+    std::vector<const Option*> given;
+    for (std::size_t i = 0; i < args.size() && error.empty(); ++i) {
+        const std::string& a = args[i];
+        const Option* option = nullptr;
+        for (const Option& o : table) {
+            if (a == o.Name)
+                option = &o;
+        }
+        if (!option) {
+            rest.push_back(a);
+            continue;
+        }
+        given.push_back(option);
+        if (a == "--picture") {
+            while (i + 1 < args.size() && !args[i + 1].starts_with("--"))
+                menu.Pictures.push_back(args[++i]);
+            if (menu.Pictures.empty())
+                error = "--picture needs at least one picture";
+        } else if (a == "--reset-position") {
+            menu.ResetPosition = true;
+        } else if (i + 1 < args.size()) {
+            *option->Value = args[++i];
+        } else {
+            error = a + " needs a value";
+        }
+    }
+    CliParseResult parsed = ParseCommonOptions(rest);
+    parsed.Options.Menu = std::move(menu);
+    if (parsed.Error.empty() && !error.empty())
+        parsed.Error = error;
+    for (const Option* option : given) {
+        if (parsed.Error.empty() && parsed.Options.Command != option->Command)
+            parsed.Error = std::string("the option ") + option->Name + " belongs to " + option->Command;
+    }
+    return parsed;
+}
+
+
 std::string CliUsage()
 {
     return "Usage: menuwright-cli COMMAND [ARGUMENTS] [OPTIONS]\n"
@@ -143,6 +199,26 @@ std::string CliUsage()
            "                                    make the chapters of a title, or of all titles\n"
            "  refresh-title PROJECT.xml TITLE_ID read a title's movie again\n"
            "  remove-title PROJECT.xml TITLE_ID remove a title and the first menu per language using it\n"
+           "  add-lang PROJECT.xml CODE         add a language set\n"
+           "  add-menu PROJECT.xml (--video FILE | --picture PIC... [--fps F] | --from-menu MENU_ID)\n"
+           "      [--start N] [--end N] [--type TYPE] [--name NAME] [--exit create-after|again|MENU_ID]\n"
+           "      [--lang CODE|new]               add a menu and print its identifier\n"
+           "  remove-menu PROJECT.xml MENU_ID   remove a menu\n"
+           "  remove-lang PROJECT.xml CODE      remove a language set with its menus\n"
+           "  add-button PROJECT.xml MENU_ID LEFT TOP WIDTH HEIGHT [--overlay SHAPE]\n"
+           "                                    add a button and print its identifier\n"
+           "  remove-button PROJECT.xml BUTTON_ID...  remove buttons\n"
+           "  set-nav PROJECT.xml BUTTON_ID up|down|left|right BUTTON_ID|none\n"
+           "  set-action PROJECT.xml BUTTON_ID|MENU_ID:enter|MENU_ID:exit ACTION...|none\n"
+           "      ACTION: play:TITLE[:CHAPTER] resume:TITLE[:CHAPTER] menu:MENU_ID button:BUTTON_ID\n"
+           "              audio:TITLE:TRACK subtitle:TITLE:TRACK\n"
+           "  set-overlay PROJECT.xml BUTTON_ID... SHAPE [--width N] [--reset-position] [--text T]\n"
+           "      [--font \"Family[,B][,I]\"] [--font-size PT] [--outline N] [--shadow 4RB]\n"
+           "  set-colors PROJECT.xml MENU_ID COLOR1 COLOR2 COLOR3\n"
+           "  align PROJECT.xml left|top|right|bottom REFERENCE_ID BUTTON_ID...\n"
+           "  same-size PROJECT.xml width|height|both REFERENCE_ID BUTTON_ID...\n"
+           "  move-button PROJECT.xml BUTTON_ID LEFT TOP [WIDTH HEIGHT]\n"
+           "  menus PROJECT.xml                 the language sets, menus, buttons and actions as text\n"
            "  pic2avi PICTURE... -o OUT.avi --fps F [--audio FILE]\n"
            "                                    a menu video: five seconds of one picture, or one\n"
            "                                    frame per picture, MPEG-4 by our own encoder\n"

@@ -9,6 +9,20 @@
 
 namespace mw {
 
+// The options that only add-menu, add-button or set-overlay take.
+struct MenuCliOptions {
+    std::optional<std::string> Video;    // --video FILE
+    std::vector<std::string> Pictures;   // --picture PIC...
+    std::optional<std::string> FromMenu; // --from-menu MENU_ID
+    std::optional<std::string> Start;    // --start N
+    std::optional<std::string> End;      // --end N
+    std::optional<std::string> Type;     // --type TYPE
+    std::optional<std::string> Name;     // --name NAME
+    std::optional<std::string> Exit;     // --exit create-after|again|MENU_ID
+    std::optional<std::string> Overlay;  // --overlay SHAPE, of add-button
+    bool ResetPosition = false;          // --reset-position, of set-overlay
+};
+
 // The command line, taken apart: a command word, its plain arguments and the options.
 struct CliOptions {
     std::string Command;
@@ -26,9 +40,17 @@ struct CliOptions {
     std::optional<std::string> ChapImport;   // --import FILE.txt
     std::optional<std::string> ChapManual;   // --manual START-END[:NAME],...
     bool AllTitles = false;                  // --all
-    std::map<std::string, std::string> Values; // the overlay commands' options, by name
+    std::map<std::string, std::string> Values; // the overlay options (--width, --text, ...), by name
+    MenuCliOptions Menu;
     bool Help = false;
     bool Version = false;
+
+    // An overlay option's value, or nothing when it was not given.
+    std::optional<std::string> Value(const std::string& name) const
+    {
+        const auto found = Values.find(name);
+        return found == Values.end() ? std::nullopt : std::optional(found->second);
+    }
 };
 
 struct CliParseResult {

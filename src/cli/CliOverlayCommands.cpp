@@ -67,11 +67,7 @@ class OverlayArguments {
 public:
     OverlayArguments(const CliOptions& options) : options_(options) {}
 
-    std::optional<std::string> Value(const char* option) const
-    {
-        const auto it = options_.Values.find(option);
-        return it == options_.Values.end() ? std::nullopt : std::optional(it->second);
-    }
+    std::optional<std::string> Value(const char* option) const { return options_.Value(option); }
 
     template <typename T>
     T NumberOr(const char* option, T fallback, T low, T high) const
@@ -103,12 +99,6 @@ std::string OverlayFile(const std::string& shape, const std::filesystem::path& p
     return (programFolder / "overlays" / name).string();
 }
 
-int Fail(const CliOptions& options, CliContext& context, const std::string& problem)
-{
-    context.Err << "menuwright-cli " << options.Command << ": " << problem << '\n';
-    return kExitUnreadable;
-}
-
 int Save(const cDIB& dib, const std::string& file, CliContext& context)
 {
     if (dib.Save(file))
@@ -127,11 +117,11 @@ bool IsOverlayOption(const std::string& option)
 int RunOverlay(const CliOptions& options, CliContext& context)
 {
     if (options.Arguments.size() != 2 || !options.Output)
-        return Fail(options, context, "expected SHAPE WIDTHxHEIGHT -o OUT.bmp");
+        return Refuse(context, options, "expected SHAPE WIDTHxHEIGHT -o OUT.bmp");
     const auto size = NumberPair(options.Arguments[1], 'x');
     if (!size || size->first <= 0 || size->second <= 0 || size->first > cDIB::kMaxSide ||
         size->second > cDIB::kMaxSide)
-        return Fail(options, context, "the size is WIDTHxHEIGHT in pixels, such as 720x576");
+        return Refuse(context, options, "the size is WIDTHxHEIGHT in pixels, such as 720x576");
 
     const OverlayArguments args(options);
     const Settings& settings = context.Program.Values;
@@ -157,7 +147,7 @@ int RunOverlay(const CliOptions& options, CliContext& context)
         outline = args.NumberOr("--outline", 0, 0, 20);
         font = FontFromAttribute(args.Value("--font").value_or("Arial"), args.NumberOr("--font-size", 18.0, 1.0, 500.0));
     } catch (const Problem& problem) {
-        return Fail(options, context, problem.Text);
+        return Refuse(context, options, problem.Text);
     }
 
     NeedFontApplication();
@@ -171,7 +161,7 @@ int RunOverlay(const CliOptions& options, CliContext& context)
         paint.SetDIBFromFunc(painter, lineWidth, args.Value("--text").value_or(kAppTitle), outline,
                              args.Value("--shadow").value_or("4RB"), font);
     else if (shape.starts_with('*'))
-        return Fail(options, context, "unknown special overlay " + shape + " (*Rect, *Oval, *Shape1 or *Text)");
+        return Refuse(context, options, "unknown special overlay " + shape + " (*Rect, *Oval, *Shape1 or *Text)");
     else
         paint.SetFilename(OverlayFile(shape, context.Lang.ProgramFolder()));
     if (paint.GetDib().Empty())
@@ -182,12 +172,12 @@ int RunOverlay(const CliOptions& options, CliContext& context)
 int RunOverlayFromPicture(const CliOptions& options, CliContext& context)
 {
     if (options.Arguments.size() != 1 || !options.Output)
-        return Fail(options, context, "expected PICTURE -o OUT.bmp");
+        return Refuse(context, options, "expected PICTURE -o OUT.bmp");
     std::pair<int, int> pixel{0, 0};
     if (const auto at = OverlayArguments(options).Value("--transparent")) {
         const auto parsed = NumberPair(*at, ',');
         if (!parsed)
-            return Fail(options, context, "--transparent takes the pixel X,Y");
+            return Refuse(context, options, "--transparent takes the pixel X,Y");
         pixel = *parsed;
     }
     OverlayFromPicture model;
@@ -196,7 +186,7 @@ int RunOverlayFromPicture(const CliOptions& options, CliContext& context)
         return kExitFaults;
     }
     if (!model.PickTransparent(pixel.first, pixel.second))
-        return Fail(options, context, "the pixel of --transparent is outside the picture");
+        return Refuse(context, options, "the pixel of --transparent is outside the picture");
     model.ShowWithDefaultColors();
     return Save(model.Result(), *options.Output, context);
 }

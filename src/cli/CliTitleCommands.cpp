@@ -6,7 +6,7 @@
 #include "media/ChapForm.h"
 #include "media/Chapters.h"
 #include "media/RefreshTitle.h"
-#include "media/RemoveTitle.h"
+#include "menus/RemoveTitle.h"
 #include "media/TitleNodes.h"
 
 #include <algorithm>
@@ -21,13 +21,6 @@ namespace fs = std::filesystem;
 namespace mw {
 
 namespace {
-
-// The command's own complaint, on standard error.
-int Refuse(CliContext& context, const CliOptions& options, const std::string& why)
-{
-    context.Err << "menuwright-cli " << options.Command << ": " << why << '\n';
-    return kExitUnreadable;
-}
 
 // Selects the title as a click in the tree would; false when the identifier is no title.
 bool SelectTitle(Project& project, const std::string& titleId)

@@ -1,4 +1,5 @@
 #include "cli/CliCommands.h"
+#include "cli/CliMenuCommands.h"
 #include "cli/CliOptions.h"
 #include "cli/CliOverlayCommands.h"
 #include "cli/CliTitleCommands.h"
@@ -38,6 +39,20 @@ const std::map<std::string, CommandRunner, std::less<>>& Commands()
         {"remove-title", RunRemoveTitle},
         {"overlay", RunOverlay},
         {"overlay-from-picture", RunOverlayFromPicture},
+        {"add-lang", RunAddLang},
+        {"add-menu", RunAddMenu},
+        {"remove-menu", RunRemoveMenu},
+        {"remove-lang", RunRemoveLang},
+        {"menus", RunMenus},
+        {"add-button", RunAddButton},
+        {"remove-button", RunRemoveButton},
+        {"set-nav", RunSetNav},
+        {"set-action", RunSetAction},
+        {"set-overlay", RunSetOverlay},
+        {"set-colors", RunSetColors},
+        {"align", RunAlign},
+        {"same-size", RunSameSize},
+        {"move-button", RunMoveButton},
     };
     return commands;
 }

@@ -4,6 +4,10 @@ namespace mw {
 
 struct NewTitleForm;
 struct ChapForm;
+struct NewMenuForm;
+struct NewLangForm;
+struct SelectMenuForm;
+struct ActionForm;
 
 // Shows the modal dialogs whose fields a command fills before it asks the user: the window
 // shows real dialogs, the command line and tests accept or cancel them as told. Each call
@@ -13,6 +17,11 @@ public:
     virtual ~FormHost() = default;
     virtual bool ShowNewTitle(NewTitleForm& form) = 0; // frmNewTitle
     virtual bool ShowChap(ChapForm& form) = 0;         // frmChap
+    // The menu dialogs. A host without these windows takes each form as the caller filled it.
+    virtual bool ShowNewMenu(NewMenuForm&) { return true; }       // frmNewMenu
+    virtual bool ShowNewLang(NewLangForm&) { return true; }       // frmNewLang
+    virtual bool ShowSelectMenu(SelectMenuForm&) { return true; } // frmSelectMenu
+    virtual bool ShowAction(ActionForm&) { return true; }         // Form2
 };
 
 } // namespace mw

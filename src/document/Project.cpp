@@ -62,8 +62,7 @@ void Project::ClearUndo()
 void Project::ForgetCanvas()
 {
     Doc.Tree.Select(nullptr);
-    CurrentMenuID.clear();
-    Buttons.clear();
+    Canvas.Forget();
     Commands.mnuNextNode = false;
     Commands.mnuPreviusNode = false;
 }
@@ -216,9 +215,10 @@ NormalizeResult Project::Normalize()
     NormalizeResult result = NormalizeFile(Doc, Lang(), prompt_);
     if (result.Changed)
         MarkDirty();
-    const auto renumbered = result.NewNumber.find(LeadingNumber(CurrentMenuID));
-    if (!CurrentMenuID.empty() && renumbered != result.NewNumber.end())
-        CurrentMenuID = std::to_string(renumbered->second);
+    std::string& menu = Canvas.CurrentMenuID;
+    const auto renumbered = result.NewNumber.find(LeadingNumber(menu));
+    if (!menu.empty() && renumbered != result.NewNumber.end())
+        menu = std::to_string(renumbered->second);
     // Snapshots hold the old identifiers.
     ClearUndo();
     return result;

@@ -3,6 +3,7 @@
 #include "core/FormHost.h"
 #include "core/Prompt.h"
 #include "document/Document.h"
+#include "document/MenuCanvas.h"
 #include "document/NormalizeFile.h"
 #include "document/ProgramStart.h"
 #include "document/TreeQueries.h"
@@ -70,9 +71,9 @@ public:
 
     UndoHistory Undo;
 
-    // The canvas: the menu shown (its objectID, empty for none) and its buttons.
-    std::string CurrentMenuID;
-    std::vector<ButtonShape> Buttons;
+    // The canvas: the menu shown, its buttons and the selection; and the overlay menus.
+    MenuCanvas Canvas;
+    OverlayMenus Overlays;
 
     std::string WindowTitle;
     bool ItemsEnabled = false; // EnableItems: the document commands and toolbar buttons

@@ -144,10 +144,10 @@ bool RestoreUndoSnapshot(Document& doc, const UndoSnapshot& snapshot, Prompt& pr
 void Project::UndoAdd()
 {
     // With no menu on the canvas there is nothing a menu command could change.
-    if (CurrentMenuID.empty())
+    if (Canvas.CurrentMenuID.empty())
         return;
     UndoSnapshot snapshot;
-    if (TakeUndoSnapshot(Doc.Tree, CurrentMenuID, snapshot))
+    if (TakeUndoSnapshot(Doc.Tree, Canvas.CurrentMenuID, snapshot))
         Undo.Push(std::move(snapshot));
     else
         prompt_.Message("Error in undo");
@@ -166,7 +166,7 @@ void Project::UndoDo()
         ClearUndo();
         return;
     }
-    CurrentMenuID = last->CurrentMenuKey.substr(1);
+    Canvas.CurrentMenuID = last->CurrentMenuKey.substr(1);
     LoadMediaTracsFromMenuTracs(Doc, Doc.MenuTracks);
     MarkDirty();
     Commands.mnuUndo = !Undo.Empty();

@@ -19,7 +19,7 @@ protected:
     // A change of the open project that leaves an undo step.
     void Change(const std::string& row)
     {
-        project.CurrentMenuID = "12";
+        project.Canvas.CurrentMenuID = "12";
         project.UndoAdd();
         project.Doc.Tree.AddChild(project.Doc.Tree.Item("k12"), "", row, "prop");
         project.MarkDirty();
@@ -30,7 +30,7 @@ TEST_F(ProjectTest, OpeningSetsTheStateOfAnOpenProject)
 {
     program.Values.AutoSaveMin = 5;
     project.MovieFps = 30;
-    project.CurrentMenuID = "99";
+    project.Canvas.CurrentMenuID = "99";
     const std::string path = WriteProject("menus.xml");
     ASSERT_TRUE(project.OpenFile(path));
     EXPECT_FALSE(project.FileIsNew || project.FileIsDirty);
@@ -42,7 +42,7 @@ TEST_F(ProjectTest, OpeningSetsTheStateOfAnOpenProject)
     EXPECT_EQ(project.Commands, expected); // the commands that need a selection wait for one
     EXPECT_TRUE(project.Doc.Tree.Item("k9").Expanded); // the default language's menus
     EXPECT_FALSE(project.Doc.Tree.Item("k30").Expanded);
-    EXPECT_EQ(project.CurrentMenuID, "");
+    EXPECT_EQ(project.Canvas.CurrentMenuID, "");
     EXPECT_EQ(project.Doc.MenuTracks.Count(), 1u);
     EXPECT_DOUBLE_EQ(project.MovieFps, 23.976); // reset on opening
     EXPECT_TRUE(prompt.Log.empty());
@@ -98,7 +98,7 @@ TEST_F(ProjectTest, AStopAtTheUnsavedQuestionLeavesEverything)
                 EXPECT_NE(shown.Kind, "open"); // no movie or project was asked for
             EXPECT_TRUE(forms.ShownNewTitles.empty());
             EXPECT_EQ(State(), before);
-            EXPECT_EQ(project.CurrentMenuID, "12");
+            EXPECT_EQ(project.Canvas.CurrentMenuID, "12");
             EXPECT_EQ(project.Commands, commandStates);
             EXPECT_TRUE(fs::exists(leftOver)); // the auto-save files stay while the work is unsaved
             EXPECT_FALSE(fs::exists(home.Path() / "Menuwright.ini"));
@@ -239,13 +239,13 @@ TEST_F(ProjectTest, AMovieThatCannotBeReadGivesAProjectWithoutTracks)
 TEST_F(ProjectTest, NormalizingRenumbersTheCanvasMenuAndForgetsTheUndoHistory)
 {
     Open("menus.xml");
-    project.CurrentMenuID = "12";
+    project.Canvas.CurrentMenuID = "12";
     project.UndoAdd();
     project.Normalize();
     EXPECT_TRUE(project.FileIsDirty);
     EXPECT_TRUE(project.Undo.Empty());
     EXPECT_FALSE(project.Commands.mnuUndo);
-    const mw::DocNode* menu = project.Doc.Tree.ObjectNode(project.CurrentMenuID);
+    const mw::DocNode* menu = project.Doc.Tree.ObjectNode(project.Canvas.CurrentMenuID);
     ASSERT_NE(menu, nullptr);
     EXPECT_EQ(menu->Text, "DivXMediaMenu");
 }

@@ -12,7 +12,7 @@ protected:
     void SetUp() override
     {
         Open("menus.xml");
-        project.CurrentMenuID = "12";
+        project.Canvas.CurrentMenuID = "12";
     }
     mw::DocNode& Menu() { return project.Doc.Tree.Item("k12"); }
     std::string MenuName() { return mw::GetPropertyInNode(Menu(), "menuname"); }
@@ -50,7 +50,7 @@ TEST_F(UndoHistoryTest, EightStepsComeBackInOrderAndTheNinthPushesTheOldestOut)
         EXPECT_EQ(TrackCount(), tracksAtStart + static_cast<std::size_t>(9 - k));
         EXPECT_EQ(project.Doc.MenuTracks.Count(), TrackCount());
         EXPECT_EQ(project.Commands.mnuUndo, k < 8);
-        EXPECT_EQ(project.CurrentMenuID, "12");
+        EXPECT_EQ(project.Canvas.CurrentMenuID, "12");
     }
     project.UndoDo(); // the first edit is beyond reach
     EXPECT_EQ(MenuName(), "step 1");
@@ -81,16 +81,16 @@ TEST_F(UndoHistoryTest, UndoBringsBackTheSelectionTheExtraInfoAndThePlaces)
 
 TEST_F(UndoHistoryTest, AMissingMenuOrParentEndsTheHistory)
 {
-    project.CurrentMenuID.clear(); // nothing on the canvas: nothing to keep
+    project.Canvas.CurrentMenuID.clear(); // nothing on the canvas: nothing to keep
     project.UndoAdd();
     EXPECT_TRUE(prompt.Log.empty());
-    project.CurrentMenuID = "77";
+    project.Canvas.CurrentMenuID = "77";
     project.UndoAdd();
     EXPECT_EQ(prompt.Texts(), Texts{"Error in undo"});
     EXPECT_TRUE(project.Undo.Empty());
 
     prompt.Log.clear();
-    project.CurrentMenuID = "12";
+    project.Canvas.CurrentMenuID = "12";
     Edit(1);
     Edit(2);
     project.Doc.Tree.Remove(project.Doc.Tree.Item("k9"));

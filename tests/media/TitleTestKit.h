@@ -31,6 +31,7 @@ class ScriptedForms : public FormHost {
 public:
     std::deque<std::function<bool(NewTitleForm&)>> NewTitle;
     std::deque<std::function<bool(ChapForm&)>> Chap;
+    std::deque<std::function<bool(NewMenuForm&)>> NewMenu;
     std::vector<NewTitleForm> ShownNewTitles;
 
     bool ShowNewTitle(NewTitleForm& form) override
@@ -39,6 +40,7 @@ public:
         return form.Accepted = Take(NewTitle, form);
     }
     bool ShowChap(ChapForm& form) override { return form.Accepted = Take(Chap, form); }
+    bool ShowNewMenu(NewMenuForm& form) override { return Take(NewMenu, form); }
 
 private:
     template <typename Form>

@@ -7,7 +7,7 @@
 #include "media/ChapterNodes.h"
 #include "media/LoadTitlesInForm.h"
 #include "media/RefreshTitle.h"
-#include "media/RemoveTitle.h"
+#include "menus/RemoveTitle.h"
 #include "media/TitleNodes.h"
 
 #include <gtest/gtest.h>

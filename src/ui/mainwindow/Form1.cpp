@@ -10,7 +10,7 @@
 #include "media/Chapters.h"
 #include "media/NewProject.h"
 #include "media/RefreshTitle.h"
-#include "media/RemoveTitle.h"
+#include "menus/RemoveTitle.h"
 #include "ui/QtDesignTarget.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmOptions.h"

@@ -1,11 +1,11 @@
-#include "media/RemoveTitle.h"
+#include "menus/RemoveTitle.h"
 
 #include "core/Text.h"
-#include "document/MenuCommands.h"
 #include "document/Project.h"
 #include "document/TreeQueries.h"
 #include "media/ChapterNodes.h"
 #include "media/TitleNodes.h"
+#include "menus/MenuCommands.h"
 
 namespace mw {
 

@@ -1,7 +1,7 @@
-#include "ProjectFixture.h"
+#include "document/ProjectFixture.h"
 
-#include "document/MenuCommands.h"
 #include "document/SchemaNodes.h"
+#include "menus/MenuCommands.h"
 #include "document/TreeQueries.h"
 
 namespace {
@@ -81,7 +81,7 @@ TEST_F(MenuCommandsTest, LanguagesAndTheirMenus)
 
 TEST_F(MenuCommandsTest, DeletingMenusOfALanguageOneAfterTheOther)
 {
-    project.CurrentMenuID = "12";
+    project.Canvas.CurrentMenuID = "12";
     mw::DeleteMenu(project, "12");
 
     EXPECT_FALSE(Has(12));
@@ -95,7 +95,7 @@ TEST_F(MenuCommandsTest, DeletingMenusOfALanguageOneAfterTheOther)
     EXPECT_EQ(ListedTracks(), (Texts{"26", "27"}));
     EXPECT_EQ(Starting(9), "14");
     EXPECT_TRUE(project.FileIsDirty);
-    EXPECT_EQ(project.CurrentMenuID, "");
+    EXPECT_EQ(project.Canvas.CurrentMenuID, "");
     EXPECT_EQ(project.Undo.Count(), 1u);
 
     mw::DeleteMenu(project, "14");

@@ -1,4 +1,4 @@
-#include "document/MenuCommands.h"
+#include "menus/MenuCommands.h"
 
 #include "core/Text.h"
 #include "document/ObjectIds.h"
@@ -130,8 +130,7 @@ void DeleteMenu(Project& project, const std::string& menuID)
     }
 
     tree.Remove(*menu);
-    project.CurrentMenuID.clear();
-    project.Buttons.clear();
+    project.Canvas.Forget();
     project.MarkDirty();
 }
 

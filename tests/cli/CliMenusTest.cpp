@@ -1,0 +1,155 @@
+// Language sets and menus made through the command line alone, down to a project that checks clean.
+#include "cli/CliFixture.h"
+#include "media/TitleTestKit.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class CliMenus : public mw::test::CliFixture {
+protected:
+    void SetUp() override
+    {
+        if (CopyMovie(mw::test::ShortMovie(), "movie.avi").empty())
+            GTEST_SKIP() << "ffmpeg could not make the movie";
+        ASSERT_EQ(Run("new movie.avi -o project.xml").Exit, 0); // objects 1 to 11
+    }
+    CommandResult On(const std::string& command, const std::string& rest = "")
+    {
+        return Run(command + " project.xml " + rest);
+    }
+    std::string Saved() const { return mw::test::ReadAll(folder.Path() / "project.xml"); }
+};
+
+TEST_F(CliMenus, TwoLanguagesWithMenusFromAMovieAndFromAMenuCheckClean)
+{
+    ASSERT_EQ(On("add-lang", "en").Exit, 0); // 12
+    ASSERT_EQ(On("add-lang", "DE").Exit, 0); // 13, stored lower case
+    // MenuTracks 14; menu 15 with source 16, tracks 17 and 18, exit action 19 and 20.
+    EXPECT_EQ(On("add-menu", "--video movie.avi --type title --name Main --lang en").Out, "15\n");
+    EXPECT_EQ(On("add-menu", "--from-menu 15 --start 10 --exit 15 --lang en").Out, "21\n");
+    EXPECT_EQ(On("add-menu", "--video movie.avi --lang de --name Start").Out, "26\n");
+    EXPECT_EQ(On("add-menu", "--from-menu 26 --lang de --exit 26 --type chapter --name 'Second one'").Out, "32\n");
+    EXPECT_EQ(On("menus").Out, "language en 12 starting=15 root=none\n"
+                               "  menu 15 type=title name=Main video=17 audio=18 start-button=none\n"
+                               "    exit 19: MenuTransitionAction menuID=15;\n"
+                               "  menu 21 type=other name= video=22 audio=23 start-button=none\n"
+                               "    exit 24: MenuTransitionAction menuID=15;\n"
+                               "language de 13 starting=26 root=none\n"
+                               "  menu 26 type=other name=Start video=28 audio=29 start-button=none\n"
+                               "    exit 30: MenuTransitionAction menuID=26;\n"
+                               "  menu 32 type=chapter name=Second one video=33 audio=34 start-button=none\n"
+                               "    exit 35: MenuTransitionAction menuID=26;\n");
+    EXPECT_NE(Saved().find(R"(<MediaTrack objectID="22" mediaSourceID="16" sourceTrackID="none" trackID="00dc" )"
+                           R"(startFrame="10" endFrame="50" type="video">)"),
+              std::string::npos);
+
+    // Three buttons wired in a ring, with actions of every type.
+    for (const char* top : {"10", "50", "90"})
+        ASSERT_EQ(On("add-button", std::string("15 10 ") + top + " 100 30").Exit, 0); // 37, 40, 43
+    for (const char* nav : {"37 down 40", "40 down 43", "43 down 37", "37 up 43", "43 up 40", "40 up 37"})
+        ASSERT_EQ(On("set-nav", nav).Exit, 0) << nav;
+    EXPECT_EQ(On("set-action", "37 play:6").Exit, 0);
+    EXPECT_EQ(On("set-action", "40 resume:6 audio:6:01wb subtitle:6:01wb --answer yes").Out,
+              "Seems that the track you selected is not a subtitle track. Ok to continue, No to set to <none>, "
+              "Cancel to exit.\n");
+    EXPECT_EQ(On("set-action", "43 menu:15 button:37").Exit, 0);
+    EXPECT_EQ(On("set-action", "15:enter audio:6:01wb").Exit, 0);
+    const std::string listed = On("menus").Out;
+    for (const char* line :
+         {"    enter 55: AudioSelectAction titleID=6 trackID=01wb;\n",
+          "    button 37 rect=10,10,100,30 upAction=43 downAction=40 leftAction=none rightAction=none\n"
+          "      select 46: PlayAction titleID=6 mediaObjectID=6;\n",
+          "      select 48: PlayFromCurrentOffsetAction titleID=6 mediaObjectID=6; AudioSelectAction "
+          "titleID=6 trackID=01wb; SubtitleSelectAction titleID=6 trackID=01wb;\n",
+          "      select 52: MenuTransitionAction menuID=15; ButtonTransitionAction buttonMenuID=37;\n"})
+        EXPECT_NE(listed.find(line), std::string::npos) << line << listed;
+    CommandResult check = Run("check project.xml");
+    EXPECT_EQ(check.Exit, 0);
+    EXPECT_EQ(check.Out, "Checking complete with no errors\n");
+
+    // The shared source stays while menu 15 uses it.
+    ASSERT_EQ(On("remove-menu", "21").Exit, 0);
+    EXPECT_NE(Saved().find(R"(<MediaSource objectID="16")"), std::string::npos);
+    EXPECT_EQ(Saved().find(R"(objectID="22")"), std::string::npos);
+    EXPECT_EQ(On("remove-lang", "de --answer no").Out, "Are you sure you want to delete the Language Menu?\n");
+    EXPECT_NE(Saved().find(R"(objectID="26")"), std::string::npos);
+    ASSERT_EQ(On("remove-lang", "de").Exit, 0);
+    for (const char* gone : {R"(objectID="13")", R"(objectID="27")", R"(objectID="32")"})
+        EXPECT_EQ(Saved().find(gone), std::string::npos) << gone;
+    check = Run("check project.xml");
+    EXPECT_EQ(check.Out, "Checking complete with no errors\n");
+}
+
+TEST_F(CliMenus, RefusalsLeaveTheFileAsItWas)
+{
+    ASSERT_EQ(On("add-lang", "en").Exit, 0);
+    ASSERT_EQ(On("add-menu", "--video movie.avi").Exit, 0);
+    const std::string before = Saved();
+    const CommandResult again = On("add-lang", "en");
+    EXPECT_EQ(again.Exit, 1);
+    EXPECT_EQ(again.Out, "This language exist\n");
+    const CommandResult frames = On("add-menu", "--video movie.avi --start 30 --end 10");
+    EXPECT_EQ(frames.Exit, 1);
+    EXPECT_EQ(frames.Out, "Error in frame ranges\n");
+    for (const char* bad :
+         {"add-lang project.xml xx", "add-menu project.xml", "add-menu project.xml --video movie.avi --from-menu 13",
+          "add-menu project.xml --video missing.avi", "add-menu project.xml --video movie.avi --exit 99",
+          "add-menu project.xml --video movie.avi --type main", "add-menu project.xml --from-menu 99",
+          "add-menu project.xml --video movie.avi --lang fr", "check project.xml --video movie.avi",
+          "remove-menu project.xml 12", "remove-lang project.xml fr"}) {
+        SCOPED_TRACE(bad);
+        EXPECT_EQ(Run(bad).Exit, 2);
+    }
+    EXPECT_EQ(Saved(), before);
+}
+
+TEST_F(CliMenus, ButtonsWiredInARingThenLinedUpMovedAndRemoved)
+{
+    ASSERT_EQ(On("add-lang", "en").Exit, 0);
+    ASSERT_EQ(On("add-menu", "--video movie.avi").Out, "14\n");
+    for (const char* id : {"20", "23", "26"}) // each with its rectangle and overlay track
+        EXPECT_EQ(On("add-button", "14 10 " + std::to_string(std::stoi(id) * 2) + " 100 30").Out,
+                  std::string(id) + "\n");
+    EXPECT_EQ(On("add-button", "14 0 0 5 5 --overlay '*Oval'").Exit, 0);  // 29
+    EXPECT_EQ(On("add-button", "14 0 0 5 5 --overlay '*Text'").Exit, 2);
+    ASSERT_EQ(On("remove-button", "29").Exit, 0);
+    for (const char* nav : {"20 down 23", "23 down 26", "26 down 20", "20 up 26", "26 up 23", "23 up 20"})
+        ASSERT_EQ(On("set-nav", nav).Exit, 0) << nav;
+    ASSERT_EQ(On("same-size", "both 26 20 23").Exit, 0);
+    ASSERT_EQ(On("align", "right 26 20").Exit, 0);
+    ASSERT_EQ(On("move-button", "23 12 48 100 31").Exit, 0);
+    EXPECT_EQ(On("menus").Out,
+              "language en 12 starting=14 root=none\n"
+              "  menu 14 type=other name= video=16 audio=17 start-button=20\n"
+              "    exit 18: MenuTransitionAction menuID=14;\n"
+              "    button 20 rect=10,40,100,30 upAction=26 downAction=23 leftAction=none rightAction=none\n"
+              "    button 23 rect=12,48,100,31 upAction=20 downAction=26 leftAction=none rightAction=none\n"
+              "    button 26 rect=10,52,100,30 upAction=23 downAction=20 leftAction=none rightAction=none\n");
+    EXPECT_NE(Saved().find(R"(<MediaTrack objectID="28" mediaSourceID="15" sourceTrackID="none" trackID="02sb" )"
+                           R"(startFrame="2" endFrame="2" type="subtitle">)"),
+              std::string::npos);
+
+    // Overlays and colours.
+    ASSERT_EQ(On("set-overlay", "20 23 '*Text' --text Hi --font 'Arial,I' --font-size 12,5 --shadow 2LT").Exit, 0);
+    ASSERT_EQ(On("set-overlay", "26 '*Shape1' --width 5").Exit, 0);
+    ASSERT_EQ(On("set-colors", "14 1 2 3").Exit, 0);
+    EXPECT_EQ(On("set-overlay", "26 '*Oval' --width 8").Exit, 2);
+    EXPECT_EQ(On("set-overlay", "26 '*Oval' --text x").Exit, 2);
+    const std::string saved = Saved();
+    EXPECT_NE(saved.find("Shape='*Text' width='3' Position='0 0 0 0' Text='Hi' Outline='0' Shadow='2LT' "
+                         "Font='Arial,I' FontSize='12.5' FontCharset='0'"),
+              std::string::npos);
+    EXPECT_NE(saved.find("<Menuwright Shape='*Shape1' width='5' Position='0 0 0 0'/>"), std::string::npos);
+    EXPECT_NE(saved.find("<Menuwright Color1='1' Color2='2' Color3='3' frame='0'/>"), std::string::npos);
+
+    // One deletion routes the ring past the button; a button of another menu is refused.
+    ASSERT_EQ(On("remove-button", "23").Exit, 0);
+    EXPECT_NE(On("menus").Out.find("button 20 rect=10,40,100,30 upAction=26 downAction=26"), std::string::npos);
+    EXPECT_EQ(On("remove-button", "20 14").Exit, 2);
+    EXPECT_EQ(On("set-nav", "20 up 99").Exit, 2);
+}
+
+} // namespace

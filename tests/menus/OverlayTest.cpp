@@ -1,0 +1,216 @@
+#include "menus/CanvasFixture.h"
+#include "menus/OverlayAttributes.h"
+#include "menus/OverlayMenu.h"
+
+#include <fstream>
+
+namespace {
+
+using mw::OverlayCheck;
+using In = mw::OverlayCheck::In;
+using Texts = std::vector<std::string>;
+
+TEST(ExtraInfoElement, KeepsTheOrderOfFirstSettingAndSingleQuotes)
+{
+    mw::ExtraInfoElement info("<Menuwright Shape='*Rect' width='3'/>");
+    info.Set("Position", "0 0 0 0");
+    info.Set("Shape", "a\"b");
+    EXPECT_EQ(info.Text(), "<Menuwright Shape='a\"b' width='3' Position='0 0 0 0'/>");
+
+    mw::ExtraInfoElement broken("<Menuwright Shape='x'");
+    EXPECT_FALSE(broken.Parsed());
+    EXPECT_FALSE(broken.Get("Shape"));
+    broken.Set("Color1", "255");
+    EXPECT_EQ(broken.Text(), "<Menuwright Color1='255'/>");
+}
+
+TEST(OverlayAttributes, MissingAttributesReadAsTheirDefaults)
+{
+    const mw::OverlayAttributes empty = mw::ReadOverlayAttributes("");
+    EXPECT_EQ(empty.Shape, "*Rect");
+    for (const char* tag : {"", "<Menuwright Shape='*Text'/>", "<Menuwright Shape='*Text'"}) {
+        SCOPED_TRACE(tag);
+        const mw::OverlayAttributes a = mw::ReadOverlayAttributes(tag);
+        EXPECT_EQ(a.Position, "6 6 -12 -12");
+        EXPECT_EQ(a.Width, 3);
+        EXPECT_EQ(a.Text, "Menuwright");
+        EXPECT_EQ(a.Outline, 0);
+        EXPECT_EQ(a.Shadow, "4RB");
+        EXPECT_EQ(a.Font, "Arial");
+        EXPECT_EQ(a.FontSize, "18");
+        EXPECT_EQ(a.FontCharset, 0);
+    }
+    EXPECT_EQ(mw::ReadOverlayAttributes("<Menuwright Shape='*Text'").Shape, ""); // broken, not empty
+}
+
+TEST(OverlayAttributes, FontsShadowsAndPainters)
+{
+    struct Font {
+        const char* value;
+        const char* family;
+        bool bold, italic;
+    };
+    for (const Font& f : {Font{"Arial", "Arial", false, false}, Font{"Arial,I", "Arial", false, true},
+                          Font{"Times New Roman,B,I", "Times New Roman", true, true}}) {
+        const mw::OverlayFont font = mw::ParseOverlayFont(f.value);
+        EXPECT_EQ(font.Family, f.family);
+        EXPECT_EQ(font.Bold, f.bold) << f.value;
+        EXPECT_EQ(font.Italic, f.italic) << f.value;
+    }
+    EXPECT_EQ(mw::ParseOverlayShadow("12LB").Distance, 12);
+    EXPECT_EQ(mw::ParseOverlayShadow("12LB").Corner, 3);
+    EXPECT_EQ(mw::ParseOverlayShadow("0LT").Corner, 0);
+}
+
+class OverlayCommands : public mw::test::CanvasFixture {};
+
+TEST_F(OverlayCommands, AFileOverlayOnABrokenTagKeepsThePositionOfTheControl)
+{
+    project.Doc.Tree.Item("k15").Tag = "<Menuwright Shape=";
+    Button(1).Position = "1 2 3 4";
+    mw::Label1_Click(project, 0);
+    mw::SelectInBand(project, 0, 0, 260, 80); // buttons 13 and 15
+    mw::SetThisOverlay(project, "frames\\Star");
+    EXPECT_EQ(Tag(13), "<Menuwright Shape='frames\\Star' width='5' Position='0 0 0 0'/>");
+    EXPECT_EQ(Tag(15), "<Menuwright Shape='frames\\Star' Position='1 2 3 4'/>");
+    EXPECT_EQ(Button(1).OverlayFile, (home.Path() / "overlays" / "frames" / "Star.bmp").string());
+    EXPECT_EQ(Tag(17).find("frames"), std::string::npos); // not in the selection
+    EXPECT_FALSE(project.Canvas.shapeLineWidth);
+    EXPECT_EQ(project.Undo.Count(), 1u);
+    EXPECT_TRUE(project.FileIsDirty);
+}
+
+TEST_F(OverlayCommands, SpecialOverlaysAndTheTextPanel)
+{
+    mw::Label1_Click(project, 2);
+    mw::SetSpecialOverlay(project, "*Text");
+    const mw::TextOverlayPanel& panel = project.Overlays.TextPanel;
+    EXPECT_TRUE(panel.Visible);
+    EXPECT_EQ(panel.Text, "Play");
+    EXPECT_EQ(panel.Family, "Times New Roman");
+    EXPECT_TRUE(panel.Bold && panel.Italic);
+    EXPECT_DOUBLE_EQ(panel.Size, 20.5);
+    EXPECT_EQ(panel.Outline, 2);
+    EXPECT_EQ(panel.ShadowDistance, 3);
+    EXPECT_EQ(panel.ShadowCorner, 0);
+    EXPECT_FALSE(project.Canvas.shapeLineWidth);
+    EXPECT_EQ(project.Overlays.Checked, (OverlayCheck{In::Special, -1, 0}));
+
+    // The width of a text overlay is kept but draws nothing.
+    mw::mnuOverlayWidthValue_Click(project, 6);
+    EXPECT_EQ(mw::ReadOverlayAttributes(Tag(17)).Width, 7);
+    EXPECT_EQ(Button(2).LineWidth, 3);
+    EXPECT_EQ(project.Overlays.CheckedWidth, 7);
+
+    project.Doc.Tree.Item("k17").Tag = "<broken";
+    Button(2).Position = "0 0 0 0";
+    mw::SetSpecialOverlay(project, "*Oval");
+    EXPECT_EQ(Tag(17), "<Menuwright Shape='*Oval' width='3' Position='0 0 0 0'/>");
+    EXPECT_FALSE(panel.Visible);
+    EXPECT_TRUE(project.Canvas.shapeLineWidth);
+    mw::mnuOverlayWidthValue_Click(project, 1);
+    EXPECT_EQ(Button(2).LineWidth, 2);
+
+    project.Doc.Tree.Item("k17").Tag = "<broken";
+    mw::mnuOverlayWidthValue_Click(project, 0);
+    EXPECT_EQ(Tag(17), "<Menuwright Shape='*Shape1' Position='0 0 0 0' width='1'/>");
+}
+
+TEST_F(OverlayCommands, TheSelectionFallsBackToTheLastSelectedButton)
+{
+    mw::SetSpecialOverlay(project, "*Oval"); // nothing selected: nothing changes
+    EXPECT_EQ(mw::ReadOverlayAttributes(Tag(13)).Shape, "*Rect");
+    mw::Label1_Click(project, 0);
+    mw::SelectInBand(project, 500, 500, 600, 600); // selects nothing
+    mw::SetSpecialOverlay(project, "*Oval");
+    EXPECT_EQ(Tag(13), "<Menuwright Shape='*Oval' width='5' Position='0 0 0 0'/>");
+    EXPECT_EQ(Button(0).LineWidth, 5);
+}
+
+TEST_F(OverlayCommands, TheTextPanelWritesEveryTextAttribute)
+{
+    mw::Label1_Click(project, 1);
+    project.Doc.Tree.Item("k15").Tag = "<broken";
+    project.Overlays.TextPanel = {true, "Go", "Times New Roman", true, false, 12.5, 1, 2, 3, 1};
+    mw::UpdateTextOverlay(project);
+    EXPECT_EQ(Tag(15), "<Menuwright Shape='*Text' Text='Go' Outline='2' Shadow='3RT' Font='Times New Roman,B' "
+                       "FontSize='12.5' FontCharset='1'/>");
+    EXPECT_EQ(Button(1).Shape, "*Text");
+}
+
+TEST_F(OverlayCommands, ColoursAndTheLockGoToTheMenu)
+{
+    mw::SelectColor(project, {255 + 256 * 128, 4, 5});
+    EXPECT_EQ(Tag(12), "<Menuwright Color1='33023' Color2='4' Color3='5' frame='7' lock='1'/>");
+    EXPECT_EQ(mw::ColorButtonToolTip(0, 33023), "2nd color in palette RGB = (255, 128, 0)");
+    EXPECT_EQ(mw::ColorButtonToolTip(2, 0xFF0000), "4th color in palette RGB = (0, 0, 255)");
+    mw::ToggleLock(project);
+    EXPECT_FALSE(project.Canvas.Lock);
+    EXPECT_NE(Tag(12).find("lock='0'"), std::string::npos);
+}
+
+TEST_F(OverlayCommands, ResettingThePositionFollowsTheSetting)
+{
+    mw::ResetOverlayPos(project);
+    EXPECT_TRUE(project.Undo.Empty()); // no button selected
+    for (auto [setting, position] : {std::pair{0, "6 6 -12 -12"}, {1, "0 0 0 0"}}) {
+        program.Values.DefOverlayPos = setting;
+        mw::Label1_Click(project, 1);
+        mw::ResetOverlayPos(project);
+        EXPECT_EQ(Tag(15), std::string("<Menuwright Shape='*Rect' Position='") + position + "'/>");
+        EXPECT_EQ(Button(1).Overlay.Width, setting == 0 ? 62 : 50);
+    }
+}
+
+class OverlayMenus : public ::testing::Test {
+protected:
+    void Bitmap(const std::string& relative) { folder.Write(relative, "BM"); }
+    mw::test::ScratchFolder folder;
+    mw::ScriptedPrompt prompt;
+    mw::OverlayMenus menus;
+};
+
+TEST_F(OverlayMenus, SevenFoldersAtMostAndEmptyOnesSayNoOverlays)
+{
+    Bitmap("Heart.bmp");
+    Bitmap("arrow.BMP");
+    Bitmap("notes.txt");
+    for (char c = 'a'; c <= 'h'; ++c)
+        Bitmap(std::string("f") + c + "/one.bmp");
+    std::filesystem::create_directories(folder.Path() / "fb" / "empty");
+    std::filesystem::remove(folder.Path() / "fb" / "one.bmp");
+
+    mw::LoadOverlaysToMenu(folder.Path(), menus, prompt);
+    EXPECT_EQ(prompt.Texts(), Texts{"Only 7 sub folders are supported inside overlays folder. Others will be ignored"});
+    EXPECT_EQ(menus.Top.size(), 2u);
+    EXPECT_EQ(menus.Top[0].Caption, "Heart");
+    EXPECT_EQ(menus.Top[1].Caption, "arrow");
+    EXPECT_EQ(menus.Folders[0].Caption, "fa");
+    EXPECT_EQ(menus.Folders[6].Caption, "fg"); // fh is left out
+    EXPECT_TRUE(menus.Folders[6].Visible);
+    ASSERT_EQ(menus.Folders[1].Items.size(), 1u);
+    EXPECT_EQ(menus.Folders[1].Items[0].Caption, "No overlays");
+    EXPECT_FALSE(menus.Folders[1].Items[0].Enabled);
+
+    struct Case {
+        const char* name;
+        OverlayCheck check;
+    };
+    for (const Case& c : {Case{"FC\\ONE.bmp", {In::Folder, 2, 0}}, Case{"fc\\one", {In::Folder, 2, 0}},
+                          Case{"heart", {In::Top, -1, 0}}, Case{"Arrow.bmp", {In::Top, -1, 1}},
+                          Case{"*Shape1", {In::Special, -1, 1}}, Case{"fb\\No overlays", {}},
+                          Case{"fh\\one", {}}, Case{"missing", {}}})
+        EXPECT_EQ(mw::SetOverlayCheckItem(menus, c.name), c.check) << c.name;
+
+    // Fewer folders later: the others are hidden again, and an empty top level says so.
+    mw::test::ScratchFolder few;
+    std::filesystem::create_directories(few.Path() / "only");
+    prompt.Log.clear();
+    mw::LoadOverlaysToMenu(few.Path(), menus, prompt);
+    EXPECT_TRUE(prompt.Log.empty());
+    EXPECT_TRUE(menus.Folders[0].Visible);
+    EXPECT_FALSE(menus.Folders[1].Visible);
+    EXPECT_EQ(menus.Top.front().Caption, "No overlays");
+}
+
+} // namespace
