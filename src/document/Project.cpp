@@ -214,8 +214,9 @@ bool Project::Unload()
 NormalizeResult Project::Normalize()
 {
     NormalizeResult result = NormalizeFile(Doc, Lang(), prompt_);
-    if (result.Changed)
-        MarkDirty();
+    if (!result.Changed)
+        return result;
+    MarkDirty();
     const auto renumbered = result.NewNumber.find(LeadingNumber(CurrentMenuID));
     if (!CurrentMenuID.empty() && renumbered != result.NewNumber.end())
         CurrentMenuID = std::to_string(renumbered->second);

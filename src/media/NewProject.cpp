@@ -65,7 +65,7 @@ void BuildNewProjectTree(Document& doc, const std::string& moviePath, const Trac
             AddPropRow(tree, track, "startFrame", row.StartFrame);
             AddPropRow(tree, track, "endFrame", row.EndFrame);
         } else if (kindWord == "audio" || kindWord == "subtitle") {
-            const std::string code = StreamLanguageCode(row.NameLanguage);
+            const std::string code = StreamLanguageCode(row.NameLanguage, CodeEnd::Semicolon);
             if (!code.empty())
                 AddPropRow(tree, track, "languageCode", code);
             AddPropRow(tree, track, "strn", row.NameLanguage);
