@@ -8,6 +8,7 @@
 #include "media/NewTitleForm.h"
 #include "media/StreamLanguage.h"
 #include "media/StreamTexts.h"
+#include "media/mAVIDecs.h"
 
 namespace mw {
 
@@ -76,6 +77,12 @@ void BuildNewProjectTree(Document& doc, const std::string& moviePath, const Trac
         }
         AddPropRow(tree, track, "type", kindWord);
     }
+}
+
+void ReadMovieFps(const std::string& movie, double& fps, Prompt& prompt)
+{
+    TrackRows rows;
+    LoadStreamsToListView(movie, rows, false, fps, prompt);
 }
 
 bool CreateNewFile(Project& project, const std::string& preset, const std::string& dialogTitle)
