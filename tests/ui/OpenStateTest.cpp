@@ -75,6 +75,16 @@ void OpenStateTest::stepsAndGridEditsGoThroughTheProject()
     auto* tv2 = w.Widget<QTreeWidget>("tv2");
     QCOMPARE(tv2->findItems("Menu Renamed (title)", Qt::MatchExactly | Qt::MatchRecursive).size(), 1);
     QVERIFY(w.project().FileIsDirty);
+    w.Action("mnuUndo")->trigger();
+    QCOMPARE(GetPropertyInNode(*w.project().Doc.Tree.ObjectNode("12"), "menuName"), std::string("Main"));
+
+    // A title is no menu: its edits keep no undo step.
+    w.Select("2");
+    const QList<QTableWidgetItem*> id = grid->findItems("objectID", Qt::MatchExactly);
+    QCOMPARE(id.size(), 1);
+    w.project().Undo.Clear();
+    grid->item(id.front()->row(), 1)->setText("2");
+    QCOMPARE(w.project().Undo.Count(), std::size_t{0});
 }
 
 QTEST_MAIN(OpenStateTest)
