@@ -40,6 +40,7 @@ int RunOnProject(const CliOptions& options, CliContext& context, const std::func
         return kExitUnreadable;
     }
     Project project(context.Program, context.Ask, context.Forms);
+    project.ReadMovieFps = ReadMovieFps;
     if (!project.OpenFile(AbsolutePath(options.Arguments.front())))
         return kExitUnreadable;
     int status = kExitOk;

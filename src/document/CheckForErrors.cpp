@@ -62,7 +62,7 @@ void CheckTarget(const DocTree& tree, DocNode& owner, const std::string& ownerID
         hasError = true;
         prompt.Message(texts.Missing + ownerID);
     } else if (!EqualsNoCase(target->Text, required)) {
-        hasError = true;
+        // Told, but not counted as a fault: the player only needs the target to exist.
         prompt.Message(texts.WrongType + ownerID + texts.NotValid + target->Text);
     }
 }
@@ -90,9 +90,9 @@ void ParceForErrors(DocNode* first, const IdSet& ids, const LangDoc& lang, Promp
     const FormTexts text(lang, kForm);
     ReferenceVisitor visit;
     visit.Row = [&](DocNode& row) {
-        const long long id = LeadingNumber(RowValue(row.Text));
-        if (ids.Find(id) >= 0)
+        if (ids.Find(IdSet::EntryOf(RowValue(row.Text))) >= 0)
             return;
+        const long long id = LeadingNumber(RowValue(row.Text));
         hasError = true;
         EnsureVisible(row);
         const DocNode* parent = row.Parent();
@@ -104,7 +104,7 @@ void ParceForErrors(DocNode* first, const IdSet& ids, const LangDoc& lang, Promp
     visit.ExtraInfo = [&](DocNode& element, pugi::xml_document& extraInfo) {
         for (const char* name : kExtraInfoReferences) {
             const pugi::xml_attribute attr = extraInfo.document_element().attribute(name);
-            if (!attr || !IsReferenceValue(attr.value()) || ids.Find(LeadingNumber(attr.value())) >= 0)
+            if (!attr || !IsReferenceValue(attr.value()) || ids.Find(IdSet::EntryOf(attr.value())) >= 0)
                 continue;
             hasError = true;
             prompt.Message(text(28, "Error while checking at ID ") + attr.value() +

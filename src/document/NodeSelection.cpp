@@ -39,11 +39,35 @@ std::optional<std::string> TreeView1_NodeClick(Project& project, DocNode* node)
     commands.mnuRefreshTitle = kind == "title";
     commands.mnuRemoveLang = kind == "languagemenus";
     commands.mnuRemoveButton = node && EnclosingNamed(*node, "ButtonMenu");
+    commands.mnuNextNode = node != nullptr;
+    commands.mnuPreviusNode = node != nullptr;
+    if (node)
+        project.PanesShown = true;
     const DocNode* menu = node ? MenuOfNode(*node) : nullptr;
     commands.mnuRemoveMenu = menu != nullptr;
     if (!menu)
         return std::nullopt;
+    project.Canvas.CurrentMenuID = menu->Key().empty() ? "" : menu->Key().substr(1);
     return MenuCaption(*menu);
+}
+
+bool StepSibling(Project& project, bool forward)
+{
+    const DocNode* current = project.Doc.Tree.Selected();
+    DocNode* sibling = !current ? nullptr : forward ? current->Next() : current->Previous();
+    if (!sibling)
+        return false;
+    TreeView1_NodeClick(project, sibling);
+    return true;
+}
+
+void EditPropertyRow(Project& project, DocNode& node, const std::string& name, const std::string& value)
+{
+    // The grid shows the selected node, so a node in a menu lies in the current menu.
+    if (MenuOfNode(node))
+        project.UndoAdd();
+    UpdatePropertyInNode(project.Doc.Tree, node, name, value, false);
+    project.MarkDirty();
 }
 
 } // namespace mw

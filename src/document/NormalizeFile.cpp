@@ -14,6 +14,21 @@ namespace {
 
 constexpr const char* kForm = "Form1";
 
+// The element that holds the key a new number would take while it keeps its own: its objectID
+// row was changed by hand, so its key names another number. Renaming would then fail halfway.
+const DocNode* KeyInTheWay(const DocTree& tree, const IdSet& ids)
+{
+    for (std::size_t i = 0; i < ids.Count(); ++i) {
+        const bool firstOfItsNumber = i == 0 || ids.Entry(i - 1) != ids.Entry(i);
+        if (!firstOfItsNumber || !tree.Find("k" + std::to_string(LeadingNumber(ids.Entry(i)))))
+            continue;
+        const long long number = static_cast<long long>(i) + 1;
+        if (const DocNode* holder = tree.Find("k" + std::to_string(number)); holder && ids.Find(number) < 0)
+            return holder;
+    }
+    return nullptr;
+}
+
 } // namespace
 
 void ParceToUpdate(DocNode* first, const IdSet& ids, const LangDoc& lang, Prompt& prompt, long& missingCount)
@@ -28,7 +43,7 @@ void ParceToUpdate(DocNode* first, const IdSet& ids, const LangDoc& lang, Prompt
     ReferenceVisitor visit;
     visit.Row = [&](DocNode& row) {
         const long long old = LeadingNumber(RowValue(row.Text));
-        const long position = ids.Find(old);
+        const long position = ids.Find(IdSet::EntryOf(RowValue(row.Text)));
         long number = position + 1;
         if (position < 0) {
             EnsureVisible(row);
@@ -44,7 +59,7 @@ void ParceToUpdate(DocNode* first, const IdSet& ids, const LangDoc& lang, Prompt
             pugi::xml_attribute attr = extraInfo.document_element().attribute(name);
             if (!attr || !IsReferenceValue(attr.value()))
                 continue;
-            const long position = ids.Find(LeadingNumber(attr.value()));
+            const long position = ids.Find(IdSet::EntryOf(attr.value()));
             long number = position + 1;
             if (position < 0) {
                 number = numberForMissing();
@@ -68,6 +83,12 @@ NormalizeResult NormalizeFile(Document& doc, const LangDoc& lang, Prompt& prompt
 
     IdSet ids;
     LoadIDs(root, ids);
+    if (const DocNode* holder = KeyInTheWay(doc.Tree, ids)) {
+        prompt.Message("The objects cannot be renumbered: " + holder->Text + " " + holder->Key().substr(1) +
+                           " has the objectID " + GetPropertyInNode(*holder, "objectID") + ". Nothing was changed.",
+                       "", PromptIcon::Warning);
+        return result;
+    }
     ParceToUpdate(root, ids, lang, prompt, result.MissingCount);
 
     // Two passes, so that no new key meets an old one that has not moved yet.
@@ -81,7 +102,8 @@ NormalizeResult NormalizeFile(Document& doc, const LangDoc& lang, Prompt& prompt
         const long number = static_cast<long>(i) + 1;
         if (DocNode* node = doc.Tree.Find("nk" + std::to_string(old)))
             doc.Tree.SetKey(*node, "k" + std::to_string(number));
-        result.NewNumber[old] = number;
+        // References were rewritten to the first of equal entries.
+        result.NewNumber.emplace(old, number);
     }
 
     LoadMediaTracsFromMenuTracs(doc, doc.MenuTracks);

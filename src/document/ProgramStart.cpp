@@ -16,7 +16,15 @@ bool StartProgram(ProgramState& state)
     state.FirstStart = !fs::exists(SettingsFilePath(folder), ec);
     clsIniFile ini(SettingsFilePath(folder).string());
     LoadValues(state.Values, ini, folder);
-    return state.Lang.LoadNewLang(LangFileStemOf(state.Values.Lang));
+    return ChangeLanguage(state, state.Values.Lang);
+}
+
+bool ChangeLanguage(ProgramState& state, const std::string& name)
+{
+    if (!state.Lang.LoadNewLang(LangFileStemOf(name)))
+        return false;
+    state.TickedLanguage = state.Lang.LangName();
+    return true;
 }
 
 fs::path DemoProjectFile(const fs::path& folder)

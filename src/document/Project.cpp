@@ -17,6 +17,24 @@ namespace fs = std::filesystem;
 
 namespace mw {
 
+namespace {
+
+// The project's first movie: the last MediaSource of the last Title in Media, resolved against
+// the project's folder. Empty when there is none or its file is not there.
+std::string FirstMovieFile(const Document& doc)
+{
+    const DocNode* title = ChildNamed(ChildNamed(doc.Tree.Root(), "Media"), "Title", true);
+    const DocNode* source = ChildNamed(title, "MediaSource", true);
+    const std::string location = source ? GetPropertyInNode(*source, "location") : "";
+    if (location.empty())
+        return "";
+    std::string movie = ResolveLocation(doc.ProjectFile, location);
+    std::error_code ec;
+    return fs::is_regular_file(movie, ec) ? movie : "";
+}
+
+} // namespace
+
 std::string WindowTitleFor(const std::string& projectFile)
 {
     std::string title = std::string(kAppTitle) + " ver. " + std::to_string(kVersionMajor) + "." +
@@ -131,11 +149,15 @@ bool Project::OpenFile(const std::string& path)
     WindowTitle = WindowTitleFor(Doc.ProjectFile);
     Commands.mnuNormalize = true;
     Commands.mnuCheck = true;
+    PanesShown = false;
+    NoCreateOverlays = false;
 
     AddFileToRecent(Doc.ProjectFile);
     ClearUndo();
     RestartAutoSave();
     MovieFps = 23.976;
+    if (const std::string movie = FirstMovieFile(Doc); ReadMovieFps && !movie.empty())
+        ReadMovieFps(movie, MovieFps, prompt_);
     return true;
 }
 
@@ -194,6 +216,7 @@ bool Project::CloseOpenFile()
     Doc = Document{};
     EnableItems(false);
     Commands = CommandStates{};
+    PanesShown = false;
     WindowTitle = WindowTitleFor("");
     ClearUndo();
     SetAutoSaveRunning(false);
@@ -213,8 +236,9 @@ bool Project::Unload()
 NormalizeResult Project::Normalize()
 {
     NormalizeResult result = NormalizeFile(Doc, Lang(), prompt_);
-    if (result.Changed)
-        MarkDirty();
+    if (!result.Changed)
+        return result;
+    MarkDirty();
     std::string& menu = Canvas.CurrentMenuID;
     const auto renumbered = result.NewNumber.find(LeadingNumber(menu));
     if (!menu.empty() && renumbered != result.NewNumber.end())

@@ -61,6 +61,10 @@ public:
     bool FileIsDirty = false;
     bool FileIsNew = false;
     double MovieFps = 23.976;
+    // Reads the frame rate of a movie into fps, telling the user when the file cannot be read;
+    // the media layer supplies it and whoever makes the project installs it. Without one, an
+    // opened project keeps the rate 23.976.
+    std::function<void(const std::string& movie, double& fps, Prompt& prompt)> ReadMovieFps;
 
     // Auto-save. Whoever owns the one-minute timer calls AutoSaveTick while it runs, and is
     // told through AutoSaveTimerChanged when the timer starts anew or stops.
@@ -77,6 +81,10 @@ public:
 
     std::string WindowTitle;
     bool ItemsEnabled = false; // EnableItems: the document commands and toolbar buttons
+    // The toolbar's two-state NoCreateOverlays, which the build reads; released on open.
+    bool NoCreateOverlays = false;
+    // The canvas and the right pane: hidden from open or close until a node is selected.
+    bool PanesShown = false;
     CommandStates Commands;
 
     ProgramState& Program() { return program_; }

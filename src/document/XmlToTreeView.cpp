@@ -19,9 +19,10 @@ namespace mw {
 
 namespace {
 
-// Declarations are kept so that a file opening with one is seen, and refused, by the root check.
-constexpr unsigned kParseOptions = pugi::parse_default | pugi::parse_declaration | pugi::parse_pi |
-                                   pugi::parse_comments;
+// Declarations and document types are kept so that a file opening with one is seen, and
+// refused, by the root check.
+constexpr unsigned kParseOptions = pugi::parse_default | pugi::parse_declaration | pugi::parse_doctype |
+                                   pugi::parse_pi | pugi::parse_comments;
 
 // Thrown when an objectID stands a second time: the read is then dropped as a whole.
 struct DuplicateObjectID {
@@ -186,28 +187,40 @@ void TreeBuilder::AddChildren(DocNode& node, pugi::xml_node xml)
 }
 
 // The lines of the box end in "\n"; every Prompt shows line breaks in its own way.
-std::string ParseErrorText(const std::string& text, const pugi::xml_parse_result& result)
+std::string ParseErrorText(const std::string& text, int code, std::ptrdiff_t at, const std::string& reason)
 {
-    const std::size_t offset = std::min(static_cast<std::size_t>(std::max<std::ptrdiff_t>(result.offset, 0)),
-                                        text.size());
+    const std::size_t offset = std::min(static_cast<std::size_t>(std::max<std::ptrdiff_t>(at, 0)), text.size());
     const std::string_view before = std::string_view(text).substr(0, offset);
     const std::size_t lastBreak = before.rfind('\n');
     const std::size_t lineStart = lastBreak == std::string_view::npos ? 0 : lastBreak + 1;
 
     std::string message = "Error occured when parsing the XML file\n\n";
-    message += "Error Code: " + std::to_string(static_cast<int>(result.status)) + "\n";
+    message += "Error Code: " + std::to_string(code) + "\n";
     message += "Line Number: " + std::to_string(1 + std::count(before.begin(), before.end(), '\n')) + "\n";
     message += "Line Position: " + std::to_string(offset - lineStart + 1) + "\n";
-    message += "Reason: " + std::string(result.description()) + "\n";
+    message += "Reason: " + reason + "\n";
     return message;
 }
 
+// The parser takes several elements at document level, which XML forbids: a second one is
+// refused as a parse error where it starts.
 bool Parse(const std::string& text, pugi::xml_document& xml, Prompt& prompt)
 {
     const pugi::xml_parse_result result = xml.load_buffer(text.data(), text.size(), kParseOptions);
-    if (result)
+    if (!result) {
+        prompt.Message(ParseErrorText(text, static_cast<int>(result.status), result.offset, result.description()),
+                       "XML Parse Error", PromptIcon::Warning);
+        return false;
+    }
+    const pugi::xml_node second = xml.find_child([first = xml.document_element()](pugi::xml_node node) {
+        return node.type() == pugi::node_element && node != first;
+    });
+    if (!second)
         return true;
-    prompt.Message(ParseErrorText(text, result), "XML Parse Error", PromptIcon::Warning);
+    // The offset is that of the name; the box points at the "<" before it.
+    prompt.Message(ParseErrorText(text, static_cast<int>(pugi::status_bad_start_element), second.offset_debug() - 1,
+                                  "Only one top level element is allowed"),
+                   "XML Parse Error", PromptIcon::Warning);
     return false;
 }
 

@@ -8,6 +8,7 @@
 #include "media/NewTitleForm.h"
 #include "media/StreamLanguage.h"
 #include "media/StreamTexts.h"
+#include "media/mAVIDecs.h"
 
 namespace mw {
 
@@ -65,7 +66,7 @@ void BuildNewProjectTree(Document& doc, const std::string& moviePath, const Trac
             AddPropRow(tree, track, "startFrame", row.StartFrame);
             AddPropRow(tree, track, "endFrame", row.EndFrame);
         } else if (kindWord == "audio" || kindWord == "subtitle") {
-            const std::string code = StreamLanguageCode(row.NameLanguage);
+            const std::string code = StreamLanguageCode(row.NameLanguage, CodeEnd::Semicolon);
             if (!code.empty())
                 AddPropRow(tree, track, "languageCode", code);
             AddPropRow(tree, track, "strn", row.NameLanguage);
@@ -76,6 +77,12 @@ void BuildNewProjectTree(Document& doc, const std::string& moviePath, const Trac
         }
         AddPropRow(tree, track, "type", kindWord);
     }
+}
+
+void ReadMovieFps(const std::string& movie, double& fps, Prompt& prompt)
+{
+    TrackRows rows;
+    LoadStreamsToListView(movie, rows, false, fps, prompt);
 }
 
 bool CreateNewFile(Project& project, const std::string& preset, const std::string& dialogTitle)

@@ -8,6 +8,7 @@
 namespace mw {
 
 class Project;
+class Prompt;
 
 // The title of the dialog in which CreateNewFile asks for the movie.
 inline constexpr const char* kNewFileDialogTitle = "Select new titles/movies";
@@ -17,6 +18,10 @@ inline constexpr const char* kNewFileDialogTitle = "Select new titles/movies";
 // the open project then stays as it was.
 bool CreateNewFile(Project& project, const std::string& preset = {},
                    const std::string& dialogTitle = kNewFileDialogTitle);
+
+// The frame rate of a movie by the stream inspection, for Project::ReadMovieFps: fps is left as
+// it was, and the user told, when the file cannot be read.
+void ReadMovieFps(const std::string& movie, double& fps, Prompt& prompt);
 
 // Replaces the tree with the skeleton of a new project around one movie: the root, the
 // translation of the title's name, Media with its Title and MediaSource, and one MediaTrack per

@@ -4,14 +4,14 @@
 
 namespace mw {
 
-std::string StreamLanguageCode(std::string_view strn)
+std::string StreamLanguageCode(std::string_view strn, CodeEnd end)
 {
     const auto dash = strn.find('-');
     if (dash == std::string_view::npos)
         return "";
     const auto from = dash + 1;
-    const auto end = strn.find_first_of(";-", from);
-    std::string code = Trim(strn.substr(from, end == std::string_view::npos ? std::string_view::npos : end - from));
+    const auto to = strn.find_first_of(end == CodeEnd::Semicolon ? ";" : ";-", from);
+    std::string code = Trim(strn.substr(from, to == std::string_view::npos ? std::string_view::npos : to - from));
     return code.size() == 2 ? code : "";
 }
 

@@ -11,9 +11,9 @@ TEST(IdSet, PaddedEntriesSortAsTextAndAreFoundByExactText)
     for (long long id : {2000LL, 10000LL, 1LL, 12LL, 12LL})
         ids.Add(id);
 
-    ASSERT_EQ(ids.Count(), 4u);
-    EXPECT_EQ(ids.Entry(2), "10000"); // five digits stand before "2000"
-    const std::pair<long long, long> positions[] = {{1, 0}, {12, 1}, {10000, 2}, {2000, 3}, {7, -1}, {1000, -1}};
+    ASSERT_EQ(ids.Count(), 5u); // an identifier held twice stands twice
+    EXPECT_EQ(ids.Entry(3), "10000"); // five digits stand before "2000"
+    const std::pair<long long, long> positions[] = {{1, 0}, {12, 1}, {10000, 3}, {2000, 4}, {7, -1}, {1000, -1}};
     for (const auto& [id, position] : positions)
         EXPECT_EQ(ids.Find(id), position) << id;
     EXPECT_EQ(ids.Find(std::string("0012")), 1);

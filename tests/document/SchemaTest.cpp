@@ -36,7 +36,7 @@ const mw::TrackRows kStreams = {
     {"Video", "Video - en-US;MO", "720 x 576", "00dc", "0", "1499"},
     {"Audio", "Audio - en-US;02", "", "01wb", "0", "1499"},
     {"Audio", "Audio - eng;02", "", "02wb", "0", "1499"},
-    {"Subtitle", "Subtitle - ro-RO;02", "", "03sb", "0", "1499"},
+    {"Subtitle", "Subtitle - ro;02", "", "03sb", "0", "1499"},
     {"Unknown", "", "", "04??", "", ""},
 };
 
@@ -50,30 +50,31 @@ Document NewProject(const mw::TrackRows& rows = kStreams, int audio = 2, int sub
 TEST(Schema, NewProjectHasTheSkeletonAndOneTrackPerStream)
 {
     // Audio and subtitle streams take two more identifiers each for their translation; a stream
-    // name without a two-letter language gives no languageCode row and the menu's language.
+    // name without a two-letter language before its ";" ("en-US" has a country too) gives no
+    // languageCode row and the menu's language.
     const Texts expected = {
         "k1 divx DivXMediaManager: menuVersion = 1 | objectID = 1 | defaultMenuLanguage = de | version = 1.0",
         "  k3 transtable TranslationTable: objectID = 3",
         "    k4 translookup TranslationLookup: objectID = 4",
         "      k5 trans Translation: objectID = 5 | languageCode = de | value = Main Feature",
         "    k10 translookup TranslationLookup: objectID = 10",
-        "      k11 trans Translation: objectID = 11 | languageCode = en | value = Audio - en-US;02",
+        "      k11 trans Translation: objectID = 11 | languageCode = de | value = Audio - en-US;02",
         "    k13 translookup TranslationLookup: objectID = 13",
         "      k14 trans Translation: objectID = 14 | languageCode = de | value = Audio - eng;02",
         "    k16 translookup TranslationLookup: objectID = 16",
-        "      k17 trans Translation: objectID = 17 | languageCode = ro | value = Subtitle - ro-RO;02",
+        "      k17 trans Translation: objectID = 17 | languageCode = ro | value = Subtitle - ro;02",
         "  k2 media Media: objectID = 2",
         "    k6 movie Title: objectID = 6 | translationLookupID = 4 | defaultAudioTrack = 02wb | "
         "defaultSubtitleTrack = 03sb",
         "      k7 movie MediaSource: objectID = 7 | mediaType = featureAvi | location = /movies/feature.avi",
         "      k8 movielink MediaTrack: objectID = 8 | mediaSourceID = 7 | trackID = 00dc | startFrame = 0 | "
         "endFrame = 1499 | type = video",
-        "      k9 audiolink MediaTrack: objectID = 9 | mediaSourceID = 7 | trackID = 01wb | languageCode = en | "
+        "      k9 audiolink MediaTrack: objectID = 9 | mediaSourceID = 7 | trackID = 01wb | "
         "strn = Audio - en-US;02 | translationLookupID = 10 | type = audio",
         "      k12 audiolink MediaTrack: objectID = 12 | mediaSourceID = 7 | trackID = 02wb | "
         "strn = Audio - eng;02 | translationLookupID = 13 | type = audio",
         "      k15 sublink MediaTrack: objectID = 15 | mediaSourceID = 7 | trackID = 03sb | languageCode = ro | "
-        "strn = Subtitle - ro-RO;02 | translationLookupID = 16 | type = subtitle",
+        "strn = Subtitle - ro;02 | translationLookupID = 16 | type = subtitle",
         "      k18 node MediaTrack: objectID = 18 | mediaSourceID = 7 | trackID = 04?? | type = unknown",
     };
     const Document doc = NewProject();

@@ -209,3 +209,30 @@ TEST_F(LoadXmlStringTest, RefusedPiecesAddNothing)
 }
 
 } // namespace
+
+namespace {
+
+TEST(LoadXmlFile, DocumentTypeOrASecondRootIsRefused)
+{
+    const std::pair<std::string, std::string> cases[] = {
+        {"<!DOCTYPE DivXMediaManager>\n<DivXMediaManager objectID=\"1\"/>",
+         "Seems that this xml file is not a valid DivX xml file"},
+        {"<DivXMediaManager objectID=\"1\"/>\n <Media objectID=\"2\" a=\"b\"/>",
+         "Error occured when parsing the XML file\n\nError Code: 11\nLine Number: 2\nLine Position: 2\n"
+         "Reason: Only one top level element is allowed\n"},
+    };
+    for (const auto& [content, message] : cases) {
+        Document doc;
+        doc.Tree.Add(nullptr, Relationship::Last, "k99", "Before", "divx");
+        ScriptedPrompt prompt;
+        EXPECT_FALSE(Load(content, doc, prompt)) << content;
+        EXPECT_EQ(prompt.Texts(), Texts{message});
+        EXPECT_EQ(Rows(doc), Texts{"k99 divx Before"});
+        mw::Document piece;
+        ScriptedPrompt stringPrompt;
+        EXPECT_EQ(mw::LoadXmlString(content, piece, nullptr, Relationship::Last, stringPrompt),
+                  content.starts_with("<!")) << content;
+    }
+}
+
+} // namespace

@@ -21,3 +21,11 @@ TEST(StreamLanguage, CodeIsTheTwoLettersBehindTheFirstDash)
     for (const auto& c : cases)
         EXPECT_EQ(mw::StreamLanguageCode(c.Strn), c.Code) << c.Strn;
 }
+
+TEST(StreamLanguage, NewProjectCodeRunsToTheSemicolon)
+{
+    using mw::CodeEnd;
+    EXPECT_EQ(mw::StreamLanguageCode("Audio - en-US;02", CodeEnd::Semicolon), "");
+    EXPECT_EQ(mw::StreamLanguageCode("Audio -  fr ;02", CodeEnd::Semicolon), "fr");
+    EXPECT_EQ(mw::StreamLanguageCode("Audio - it", CodeEnd::Semicolon), "it");
+}

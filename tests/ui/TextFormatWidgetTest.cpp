@@ -158,7 +158,8 @@ void TextFormatWidgetTest::clickOnLinkOpensItDragAndHiddenMenuDoNot()
 
 void TextFormatWidgetTest::helpPaneShowsBlockOfNodeKind()
 {
-    HelpPane pane;
+    HelpPane pane("/opt/menuwright");
+    QCOMPARE(pane.ProgramFolder(), QString("/opt/menuwright")); // pictures of <APP.PATH>
     pane.resize(300, 200);
     pane.show();
     pane.ShowBlock(HelpBlockFor("DivXMediaMenu"));

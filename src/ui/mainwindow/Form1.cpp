@@ -20,7 +20,6 @@
 #include "ui/mainwindow/TreePanes.h"
 
 #include <QAction>
-#include <QActionGroup>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QStatusBar>
@@ -50,9 +49,10 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
       toolbars_(*this, menus_),
       model_(new DocTreeModel(project_.Doc.Tree, this)), tree_(new QTreeView),
       panes_(new TreePanes(*tree_, *model_, project_.Doc.Tree, menus_)), properties_(new PropertiesPane),
-      help_(new HelpPane), splitter_(new QSplitter(Qt::Horizontal))
+      help_(new HelpPane(program.Lang.ProgramFolder())), splitter_(new QSplitter(Qt::Horizontal))
 {
     setObjectName("Form1");
+    project_.ReadMovieFps = ReadMovieFps;
 
     tree_->setObjectName("TreeView1");
     tree_->setHeaderHidden(true);
@@ -66,9 +66,18 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
     rightLayout->addWidget(properties_, 1);
     rightLayout->addWidget(help_, 1);
 
+    // The panes sit in holders, so that hiding them keeps the widths the splitters give.
+    const auto held = [](QWidget* pane) {
+        auto* holder = new QWidget;
+        holder->setMinimumWidth(pane->minimumWidth());
+        auto* layout = new QVBoxLayout(holder);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(pane);
+        return holder;
+    };
     splitter_->addWidget(panes_);
-    splitter_->addWidget(canvasFrame);
-    splitter_->addWidget(rightPane);
+    splitter_->addWidget(held(canvasFrame));
+    splitter_->addWidget(held(rightPane));
     splitter_->setHandleWidth(kSplitterWidth);
     splitter_->setChildrenCollapsible(false);
     splitter_->setStretchFactor(1, 1);
@@ -82,10 +91,9 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
 
     panes_->SetSimpleMode(values.SimpleMode);
     FillLanguages();
-    LoadTextForDesign(program_.Lang.LangDoc(), *this);
-    status_.ShowLast(LastPanelAtStart(program_.Lang.LangDoc()));
     ConnectCommands();
-    RefreshCommands();
+    Relabel();
+    status_.ShowLast(LastPanelAtStart(program_.Lang.LangDoc()));
 
     auto* autoSave = new QTimer(this);
     autoSave->setObjectName("tmrAutoSave");
@@ -124,8 +132,9 @@ void Form1::ConnectCommands()
     on("mnuRefreshTitle", [this] { ReplaceDocument([this] { mnuRefreshTitle(project_); }); });
     on("mnuRemoveTitle", [this] { ReplaceDocument([this] { mnuRemoveTitle(project_); }); });
     on("mnuExit", [this] { close(); });
-    on("mnuNextNode", [this] { panes_->StepSibling(true); });
-    on("mnuPreviusNode", [this] { panes_->StepSibling(false); });
+    on("mnuNextNode", [this] { StepSibling(true); });
+    on("mnuPreviusNode", [this] { StepSibling(false); });
+    connect(toolbars_.NoCreateOverlays(), &QAction::toggled, this, [this](bool pressed) { project_.NoCreateOverlays = pressed; });
     on("mnuOptions", [this] { mnuOptions_Click(); });
     on("mnuAbout", [this] { mnuAbout_Click(); });
 
@@ -181,15 +190,17 @@ void Form1::ReplaceDocument(const std::function<void()>& command)
     model_->Reattach();
     panes_->LoadToSimple();
     ShowExpandedNodes();
-    // A fresh document shows its root, so that the panes on the right are not blank.
-    DocNode* selected = project_.Doc.Tree.Selected();
-    if (!selected) {
-        status_.ShowMenu({});
-        selected = project_.Doc.Tree.Root();
-    }
-    if (selected)
+    if (DocNode* selected = project_.Doc.Tree.Selected())
         tree_->setCurrentIndex(model_->IndexOf(selected));
+    else
+        status_.ShowMenu({});
     RefreshCommands();
+}
+
+void Form1::StepSibling(bool forward)
+{
+    if (mw::StepSibling(project_, forward))
+        panes_->SelectInTreeView1(project_.Doc.Tree.Selected());
 }
 
 void Form1::ShowExpandedNodes()
@@ -203,6 +214,8 @@ void Form1::ShowExpandedNodes()
 void Form1::RefreshCommands()
 {
     setWindowTitle(QString::fromStdString(project_.WindowTitle));
+    for (const char* pane : {"PicCon", "PicCon2"})
+        findChild<QWidget*>(pane)->setVisible(project_.PanesShown);
     menus_.ApplyStates(project_);
     toolbars_.ApplyStates(project_);
     menus_.FillRecent(project_.RecentFiles(), program_.Lang.LangDoc(), [this](std::size_t index) {
@@ -215,28 +228,36 @@ void Form1::RefreshCommands()
 void Form1::FillLanguages()
 {
     QMenu* menu = menus_.Menu("mnuLanguages");
-    auto* group = new QActionGroup(this);
     int index = 0;
     for (const LanguageFileEntry& entry : ListLanguageFiles(project_.ProgramFolder())) {
         QAction* item = menu->addAction(QString::fromStdString(entry.Caption));
         item->setObjectName("mnuLangDef_" + QString::number(++index));
         item->setCheckable(true);
-        item->setChecked(entry.Caption == program_.Lang.LangName());
-        group->addAction(item);
+        languages_.push_back(item);
         connect(item, &QAction::triggered, this, [this, caption = entry.Caption] {
             RunCommandCaught(project_.Ask(), [this, &caption] { ChangeLanguage(caption); });
         });
     }
 }
 
+void Form1::Relabel()
+{
+    LoadTextForDesign(program_.Lang.LangDoc(), *this);
+    menus_.AfterRelabel();
+    toolbars_.AfterRelabel();
+    // The click ticked the item by itself; the tick follows the language that really loaded.
+    for (QAction* item : languages_)
+        item->setChecked(item->text().toStdString() == program_.TickedLanguage);
+    // The caption tells the open project, whatever the language file calls the window.
+    RefreshCommands();
+}
+
 void Form1::ChangeLanguage(const std::string& name)
 {
-    if (!program_.Lang.LoadNewLang(LangFileStemOf(name)))
-        return;
-    LoadTextForDesign(program_.Lang.LangDoc(), *this);
-    status_.ShowLast(LastPanelAfterChange(program_.Lang.LangDoc()));
-    // The caption tells the open project, whatever the language file calls the window.
-    setWindowTitle(QString::fromStdString(project_.WindowTitle));
+    const bool changed = mw::ChangeLanguage(program_, name);
+    if (changed)
+        status_.ShowLast(LastPanelAfterChange(program_.Lang.LangDoc()));
+    Relabel();
 }
 
 void Form1::TreeView1_NodeClick(DocNode* node)
@@ -259,17 +280,16 @@ void Form1::Properties1_RowEdited(const QString& name, const QString& value)
     if (value.toStdString() == kNoneMarker) {
         // The row goes away: the grid is filled again once its own signal has returned.
         model_->Detach();
-        RunCommandCaught(project_.Ask(), [&] {
-            UpdatePropertyInNode(project_.Doc.Tree, *node, name.toStdString(), kNoneMarker, false);
-        });
+        RunCommandCaught(project_.Ask(), [&] { EditPropertyRow(project_, *node, name.toStdString(), kNoneMarker); });
         model_->Reattach();
         ShowExpandedNodes();
         QTimer::singleShot(0, this, [this, node] { tree_->setCurrentIndex(model_->IndexOf(node)); });
     } else {
-        UpdatePropertyInNode(project_.Doc.Tree, *node, name.toStdString(), value.toStdString(), false);
+        EditPropertyRow(project_, *node, name.toStdString(), value.toStdString());
         model_->ChildrenChanged(*node);
     }
-    project_.MarkDirty();
+    panes_->LoadToSimple();
+    RefreshCommands();
 }
 
 void Form1::ShowProgress(const ProgressChannel& channel, const std::string& text)

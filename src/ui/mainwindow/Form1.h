@@ -11,6 +11,7 @@
 #include <QMainWindow>
 
 #include <functional>
+#include <vector>
 
 class QSplitter;
 class QTreeView;
@@ -46,9 +47,12 @@ private:
     void ReplaceDocument(const std::function<void()>& command);
     void RefreshCommands();
     void FillLanguages();
+    // Labels the window from the language file, keeping what the file does not decide.
+    void Relabel();
     void ChangeLanguage(const std::string& name);
 
     void TreeView1_NodeClick(DocNode* node);
+    void StepSibling(bool forward);
     void Properties1_RowEdited(const QString& name, const QString& value);
     void ShowExpandedNodes();
 
@@ -69,6 +73,7 @@ private:
     PropertiesPane* properties_;
     HelpPane* help_;
     QSplitter* splitter_;
+    std::vector<QAction*> languages_; // mnuLangDef's entries, one per language file
     bool laidOut_ = false;
 };
 

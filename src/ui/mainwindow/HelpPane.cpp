@@ -2,9 +2,10 @@
 
 namespace mw {
 
-HelpPane::HelpPane(QWidget* parent) : TextFormatWidget(parent)
+HelpPane::HelpPane(const std::filesystem::path& programFolder, QWidget* parent) : TextFormatWidget(parent)
 {
     setObjectName("TextFormat1");
+    SetProgramFolder(QString::fromStdString(programFolder.string()));
 }
 
 void HelpPane::ShowBlock(const std::string& block)

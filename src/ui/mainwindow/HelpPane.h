@@ -2,6 +2,7 @@
 
 #include "ui/widgets/TextFormatWidget.h"
 
+#include <filesystem>
 #include <string>
 
 namespace mw {
@@ -10,7 +11,8 @@ namespace mw {
 class HelpPane : public TextFormatWidget {
     Q_OBJECT
 public:
-    explicit HelpPane(QWidget* parent = nullptr);
+    // Pictures of "<APP.PATH>" are found in the program folder.
+    explicit HelpPane(const std::filesystem::path& programFolder, QWidget* parent = nullptr);
 
     // A block in the help pane's markup; an empty one clears the pane.
     void ShowBlock(const std::string& block);

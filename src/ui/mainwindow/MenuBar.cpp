@@ -68,8 +68,8 @@ const std::array kEntries{
     MenuEntry{"mnuView", "Button properties", nullptr, "mnuShowButtonProp", S::NotYet},
     MenuEntry{"mnuView", "Rulers in menu", nullptr, "mnuViewRullers", S::NotYet},
     Sep("mnuView"),
-    MenuEntry{"mnuView", "Previous node", "F2", "mnuPreviusNode", S::Document},
-    MenuEntry{"mnuView", "Next node", "F3", "mnuNextNode", S::Document},
+    MenuEntry{"mnuView", "Previous node", "F2", "mnuPreviusNode", S::State, &CommandStates::mnuPreviusNode},
+    MenuEntry{"mnuView", "Next node", "F3", "mnuNextNode", S::State, &CommandStates::mnuNextNode},
 
     MenuEntry{"", "Tools", nullptr, "mnuTools", S::Submenu},
     MenuEntry{"mnuTools", "Mux multiple files", nullptr, "mnuMux", S::NotYet},
@@ -185,6 +185,17 @@ void MenuBar::ApplyStates(const Project& project)
         }
         actions_.at(entry.Name)->setEnabled(enabled);
     }
+}
+
+void MenuBar::AfterRelabel()
+{
+    for (const MenuEntry& entry : kEntries) {
+        if (entry.Caption && entry.Source == CommandSource::NotYet) {
+            QAction* action = actions_.at(entry.Name);
+            action->setToolTip(NotAvailableYet(WithoutNotAvailableYet(action->toolTip())));
+        }
+    }
+    recentShown_.reset();
 }
 
 void MenuBar::FillRecent(const std::vector<std::string>& files, const LangDoc& lang,

@@ -57,6 +57,9 @@ public:
     QMenu* Menu(const std::string& name) const;
 
     void ApplyStates(const Project& project);
+    // After the language file relabelled the window: the commands not in the program yet say so
+    // again, and the recent entries show their files again.
+    void AfterRelabel();
     // mnuRecent: one entry per file, or one disabled "No files". `open` gets the entry's index.
     // Does nothing while the list is the one shown.
     void FillRecent(const std::vector<std::string>& files, const LangDoc& lang,

@@ -58,12 +58,14 @@ const std::array kToolbarPic{
     ToolbarButton{"help", "Help for menus", nullptr},
 };
 
-// A button follows its menu entry when that entry has a command; otherwise it is shown off.
-void Forward(QAction& button, QAction* command)
+// A button follows its menu entry when that entry has a command; otherwise it is shown off and
+// joins `notYet`.
+void Forward(QAction& button, QAction* command, std::vector<QAction*>& notYet)
 {
     if (!command || command->toolTip() == kNotAvailableYet) {
         button.setEnabled(false);
         button.setToolTip(NotAvailableYet(button.toolTip()));
+        notYet.push_back(&button);
         return;
     }
     QObject::connect(&button, &QAction::triggered, command, &QAction::trigger);
@@ -73,7 +75,7 @@ void Forward(QAction& button, QAction* command)
 
 template <std::size_t N>
 QToolBar* Build(QMainWindow& window, const char* name, const std::array<ToolbarButton, N>& buttons,
-                const MenuBar& menus, QAction*& noCreateOverlays)
+                const MenuBar& menus, QAction*& noCreateOverlays, std::vector<QAction*>& notYet)
 {
     auto* bar = new QToolBar(&window);
     bar->setObjectName(name);
@@ -94,7 +96,7 @@ QToolBar* Build(QMainWindow& window, const char* name, const std::array<ToolbarB
             button->setCheckable(true);
             noCreateOverlays = button;
         } else {
-            Forward(*button, entry.Command ? menus.Action(entry.Command) : nullptr);
+            Forward(*button, entry.Command ? menus.Action(entry.Command) : nullptr, notYet);
         }
     }
     window.addToolBar(Qt::TopToolBarArea, bar);
@@ -104,20 +106,22 @@ QToolBar* Build(QMainWindow& window, const char* name, const std::array<ToolbarB
 } // namespace
 
 Toolbars::Toolbars(QMainWindow& window, const MenuBar& menus)
-    : toolbar1_(Build(window, "Toolbar1", kToolbar1, menus, noCreateOverlays_))
+    : toolbar1_(Build(window, "Toolbar1", kToolbar1, menus, noCreateOverlays_, notYet_))
 {
     window.addToolBarBreak(Qt::TopToolBarArea);
-    toolbarPic_ = Build(window, "ToolbarPic", kToolbarPic, menus, noCreateOverlays_);
+    toolbarPic_ = Build(window, "ToolbarPic", kToolbarPic, menus, noCreateOverlays_, notYet_);
+}
+
+void Toolbars::AfterRelabel()
+{
+    for (QAction* button : notYet_)
+        button->setToolTip(NotAvailableYet(WithoutNotAvailableYet(button->toolTip())));
 }
 
 void Toolbars::ApplyStates(const Project& project)
 {
     noCreateOverlays_->setEnabled(project.ItemsEnabled);
-}
-
-bool Toolbars::NoCreateOverlays() const
-{
-    return noCreateOverlays_->isChecked();
+    noCreateOverlays_->setChecked(project.NoCreateOverlays);
 }
 
 } // namespace mw

@@ -2,6 +2,8 @@
 
 #include "document/Project.h"
 
+#include <vector>
+
 class QAction;
 class QMainWindow;
 class QToolBar;
@@ -16,16 +18,19 @@ class Toolbars {
 public:
     Toolbars(QMainWindow& window, const MenuBar& menus);
 
-    // EnableItems for the one button that has no menu entry to follow.
+    // EnableItems and the pressed state for the one button that has no menu entry to follow.
     void ApplyStates(const Project& project);
-    // The two-state NoCreateOverlays, which the build reads.
-    bool NoCreateOverlays() const;
+    // The two-state NoCreateOverlays; its state is the project's.
+    QAction* NoCreateOverlays() const { return noCreateOverlays_; }
+    // After the language file relabelled the buttons: those without a command say so again.
+    void AfterRelabel();
 
     QToolBar* Toolbar1() const { return toolbar1_; }
     QToolBar* ToolbarPic() const { return toolbarPic_; }
 
 private:
     QAction* noCreateOverlays_ = nullptr; // set while Toolbar1 is built, so it comes first
+    std::vector<QAction*> notYet_;        // buttons whose command is not in the program yet
     QToolBar* toolbar1_;
     QToolBar* toolbarPic_;
 };

@@ -84,15 +84,6 @@ void TreePanes::tv2_Click(QTreeWidgetItem* item)
         SelectInTreeView1(node);
 }
 
-void TreePanes::StepSibling(bool forward)
-{
-    const DocNode* current = tree_.Selected();
-    if (!current)
-        return;
-    if (DocNode* sibling = forward ? current->Next() : current->Previous())
-        SelectInTreeView1(sibling);
-}
-
 void TreePanes::SelectInTreeView1(DocNode* node)
 {
     treeView1_.setCurrentIndex(model_.IndexOf(node));

@@ -26,12 +26,11 @@ public:
     void SetSimpleMode(bool simple);
     // Rebuilds tv2 from the document; a hidden tv2 waits until simple mode is chosen.
     void LoadToSimple();
-    // mnuNextNode / mnuPreviusNode: TreeView1's selection moves to a sibling, when there is one.
-    void StepSibling(bool forward);
+    // TreeView1 shows the node as its selection, and its handler clicks it.
+    void SelectInTreeView1(DocNode* node);
 
 private:
     void tv2_Click(QTreeWidgetItem* item);
-    void SelectInTreeView1(DocNode* node);
 
     QTreeView& treeView1_;
     DocTreeModel& model_;
