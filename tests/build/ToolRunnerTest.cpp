@@ -1,0 +1,108 @@
+#include "build/BuildLog.h"
+#include "build/FakeWine.h"
+#include "core/Paths.h"
+#include "core/ScriptedPrompt.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
+
+namespace mw {
+namespace {
+
+using test::FakeWine;
+using test::ReadAll;
+using test::RecordingLog;
+using test::ScratchFolder;
+
+TEST(ToolRunner, BatchFileRunsThroughCmdInItsFolderAndStreamsItsLines)
+{
+    FakeWine wine("printf 'first\\r\\nsecond\\r\\nlast without end'\nexit 3");
+    ScratchFolder work;
+    const auto batch = work.Write("tmp/Do It.bat", "");
+    ToolRunner runner;
+    std::vector<std::string> lines;
+    const ToolRun run = runner.Run(batch, {}, batch.parent_path(), [&](const std::string& l) { lines.push_back(l); });
+
+    EXPECT_TRUE(run.Finished());
+    EXPECT_EQ(run.ExitCode, 3);
+    EXPECT_EQ(lines, (std::vector<std::string>{"first", "second", "last without end"}));
+    std::string tool = "Z:" + batch.string();
+    std::replace(tool.begin(), tool.end(), '/', '\\');
+    EXPECT_EQ(wine.Runs(), std::vector<std::string>{batch.parent_path().string() + "|cmd /c " + tool});
+
+    runner.Run(work.Path() / "Tool.EXE", {"-i", "a b"}, work.Path(), [](const std::string&) {});
+    EXPECT_EQ(wine.Runs().back(), work.Path().string() + "|" + ToToolPath((work.Path() / "Tool.EXE").string()) +
+                                      " -i a b");
+}
+
+TEST(ToolRunner, WaitsForTheToolToEnd)
+{
+    ScratchFolder work;
+    const auto done = work.Path() / "done";
+    FakeWine wine("sleep 0.3; touch '" + done.string() + "'");
+    ToolRunner runner;
+    runner.Run(work.Path() / "x.exe", {}, work.Path(), [](const std::string&) {});
+    EXPECT_TRUE(std::filesystem::exists(done));
+}
+
+TEST(ToolRunner, CancelStopsTheToolAndWhatItStartedAndEveryLaterRun)
+{
+    ScratchFolder work;
+    const auto late = work.Path() / "late";
+    FakeWine wine("echo started; (sleep 1; touch '" + late.string() + "') & sleep 30");
+    ToolRunner runner;
+    const auto begin = std::chrono::steady_clock::now();
+    const ToolRun run = runner.Run(work.Path() / "x.bat", {}, work.Path(), [&](const std::string& line) {
+        if (line == "started")
+            std::thread([&runner] { runner.Cancel(); }).detach();
+    });
+    EXPECT_EQ(run.Result, ToolRun::Outcome::Cancelled);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+
+    EXPECT_EQ(runner.Run(work.Path() / "y.bat", {}, work.Path(), [](const std::string&) {}).Result,
+              ToolRun::Outcome::Cancelled);
+    EXPECT_EQ(wine.Runs().size(), 1u);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    EXPECT_FALSE(std::filesystem::exists(late)) << "a tool started by the cancelled one went on";
+}
+
+TEST(ToolRunner, WithoutWineOneMessageNamesThePackageAndTheLogTellsTheHandRun)
+{
+    test::NoWine noWine;
+    ScratchFolder work;
+    const auto batch = work.Write("FinalDivX.bat", "ECHO ON\r\n");
+    ToolRunner runner;
+    ScriptedPrompt prompt;
+    RecordingLog log;
+    EXPECT_FALSE(runner.HaveWine());
+    EXPECT_FALSE(RunTool(runner, batch, {}, work.Path(), log, prompt));
+    ASSERT_EQ(prompt.Texts(), std::vector<std::string>{NoWineMessage()});
+    EXPECT_NE(NoWineMessage().find("apt install wine"), std::string::npos);
+    ASSERT_FALSE(log.Lines.empty());
+    EXPECT_NE(log.Lines.back().find("wine cmd /c 'Z:"), std::string::npos) << log.Lines.back();
+    EXPECT_EQ(ReadAll(batch), "ECHO ON\r\n");
+}
+
+// The real thing, when Wine is installed (see the README): our batch file's command lines and
+// its Z: paths as Wine's cmd reads them.
+TEST(ToolRunner, RealWineRunsOurBatchFile)
+{
+    ToolRunner runner;
+    if (!runner.HaveWine())
+        GTEST_SKIP() << "wine is not installed";
+    ScratchFolder work;
+    const std::string out = ToToolPath((work.Path() / "out dir" / "seen.txt").string());
+    std::filesystem::create_directories(work.Path() / "out dir");
+    const auto batch = work.Write("tmp/run.bat", "ECHO OFF\r\nZ:\r\ncd \"" + ToToolPath(work.Path().string()) +
+                                                   "\\out dir\"\r\nECHO hello> \"" + out + "\"\r\nECHO done\r\n");
+    std::vector<std::string> lines;
+    const ToolRun run = runner.Run(batch, {}, batch.parent_path(), [&](const std::string& l) { lines.push_back(l); });
+    ASSERT_TRUE(run.Finished());
+    EXPECT_EQ(ReadAll(work.Path() / "out dir" / "seen.txt"), "hello\r\n");
+    EXPECT_NE(std::find(lines.begin(), lines.end(), "done"), lines.end());
+}
+
+} // namespace
+} // namespace mw
