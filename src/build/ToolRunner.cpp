@@ -29,6 +29,8 @@ void Prepare(QProcess& process, const std::vector<std::string>& arguments, const
     process.setArguments(ToQt(arguments));
     process.setWorkingDirectory(QString::fromStdString(folder.string()));
     process.setProcessChannelMode(QProcess::MergedChannels);
+    // No one types at a "pause": it reads the end of the input and goes on.
+    process.setStandardInputFile(QProcess::nullDevice());
     // Its own process group, so that a cancel reaches the tools that the batch file started.
     process.setChildProcessModifier([] { ::setsid(); });
 }
