@@ -28,7 +28,6 @@ void Prepare(QProcess& process, const std::vector<std::string>& arguments, const
 {
     process.setArguments(ToQt(arguments));
     process.setWorkingDirectory(QString::fromStdString(folder.string()));
-    process.setProcessChannelMode(QProcess::MergedChannels);
     // No one types at a "pause": it reads the end of the input and goes on.
     process.setStandardInputFile(QProcess::nullDevice());
     // Its own process group, so that a cancel reaches the tools that the batch file started.
@@ -93,6 +92,7 @@ ToolRun ToolRunner::Run(const std::filesystem::path& program, const std::vector<
     QProcess process;
     process.setProgram(QString::fromStdString(wine));
     Prepare(process, WineArguments(program, arguments), folder);
+    process.setProcessChannelMode(QProcess::MergedChannels);
     process.start();
     if (!process.waitForStarted(-1))
         return {ToolRun::Outcome::NotStarted};

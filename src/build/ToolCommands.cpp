@@ -1,0 +1,58 @@
+#include "build/ToolCommands.h"
+
+#include "build/MuxScripts.h"
+
+namespace mw {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool Exists(const fs::path& file)
+{
+    std::error_code ignored;
+    return !file.empty() && fs::is_regular_file(file, ignored);
+}
+
+} // namespace
+
+bool mnuMux(const fs::path& programFolder, const LangDoc& lang, Prompt& prompt, ToolRunner& runner, BuildLog& log)
+{
+    fs::path tool = programFolder / "DivXMux.exe";
+    if (!Exists(tool))
+        tool = BuildFolder(programFolder) / "DivXMux.exe";
+    if (!Exists(tool)) {
+        prompt.Message(FormTexts(lang, "Form1")(
+                           10, "File DivXMux.exe not found at program's folder. Please, place a copy at folder") +
+                           "\n" + programFolder.string(),
+                       {}, PromptIcon::Critical);
+        return false;
+    }
+    return StartTool(runner, tool, {}, tool.parent_path(), log, prompt);
+}
+
+bool mnuSrt2Divx(const fs::path& programFolder, clsIniFile& ini, Prompt& prompt, ToolRunner& runner, BuildLog& log)
+{
+    fs::path tool = programFolder / "Sub2DivX.exe";
+    if (!Exists(tool)) {
+        const std::string section = ini.SectionName();
+        ini.SetSectionName("Tools");
+        tool = ini.GetString("Sub2DivX", "");
+        if (!Exists(tool)) {
+            FileDialogRequest request;
+            request.Title = "Sub2DivX.exe";
+            request.Filter = "Programs (*.exe)|*.exe";
+            const std::vector<std::string> chosen = prompt.OpenFiles(request);
+            if (chosen.empty() || chosen.front().empty()) {
+                ini.SetSectionName(section);
+                return false;
+            }
+            tool = chosen.front();
+            ini.PutString("Sub2DivX", tool.string());
+        }
+        ini.SetSectionName(section);
+    }
+    return StartTool(runner, tool, {}, tool.parent_path(), log, prompt);
+}
+
+} // namespace mw
