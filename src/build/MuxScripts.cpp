@@ -1,6 +1,6 @@
 #include "build/MuxScripts.h"
 
-#include "core/AtomicFile.h"
+#include "build/ToolFiles.h"
 #include "core/NumberText.h"
 #include "core/Paths.h"
 #include "core/Text.h"
@@ -10,7 +10,6 @@
 #include "media/AviFile.h"
 #include "media/StreamTexts.h"
 
-#include <cstdio>
 
 namespace mw {
 
@@ -27,17 +26,6 @@ std::string CrLfLines(const std::vector<std::string>& lines)
     for (const std::string& line : lines)
         text += line + "\r\n";
     return text;
-}
-
-std::string Quoted(const std::string& text)
-{
-    return "\"" + text + "\"";
-}
-
-bool Exists(const fs::path& file)
-{
-    std::error_code ignored;
-    return fs::exists(file, ignored);
 }
 
 // "the drive" of the batch files: that of the program's path as the tools see it.
@@ -131,7 +119,7 @@ std::string BlockB(const MuxJob& job, const MenuVideo& video)
         const DocNode* source = track ? tree.ObjectNode(GetPropertyInNode(*track, "mediasourceid")) : nullptr;
         const std::string location = source ? GetPropertyInNode(*source, "location") : std::string();
         const std::string file = location.empty() ? location : ResolveLocation(job.Doc.ProjectFile, location);
-        if (!file.empty() && Exists(file))
+        if (!file.empty() && FileThere(file))
             command += " -a " + Quoted(ToToolPath(file));
     }
     command += " -o " + IntermediateName(video);
@@ -149,20 +137,10 @@ std::string SecondsTime(long seconds)
     return PadZeros(seconds / 3600, 2) + ":" + PadZeros(seconds / 60 % 60, 2) + ":" + PadZeros(seconds % 60, 2) + ".000";
 }
 
-bool WriteScript(const fs::path& file, const std::string& text, std::string& error)
-{
-    std::error_code ignored;
-    fs::remove(file, ignored);
-    if (WriteFileAtomically(file.string(), text, error))
-        return true;
-    error = file.string() + ": " + error;
-    return false;
-}
-
 bool RemoveIfThere(const fs::path& file)
 {
     std::error_code error;
-    return !Exists(file) || (fs::remove(file, error) && !error);
+    return !FileThere(file) || (fs::remove(file, error) && !error);
 }
 
 // Moves the progress bar on at each menu that the overlay script announces.
@@ -239,7 +217,7 @@ std::string LinkerFileText(const MuxJob& job, const MenuVideo& video)
     for (long n = 0; n < video.Buttons; ++n) {
         const std::string suffix = video.Obj + "_" + std::to_string(n);
         const std::string picture = std::string(kAppTitle) + "_" + video.File + video.Menu + "_" + suffix + ".bmp";
-        if (!Exists(tmp / picture))
+        if (!FileThere(tmp / picture))
             break;
         const auto rect = job.Rects.find(video.Menu + "_" + suffix);
         const std::string time = SecondsTime(n);
@@ -257,13 +235,13 @@ bool WriteOverlayScripts(const MuxJob& job, std::string& error)
     for (const MenuVideo& video : videos)
         script += BlockA(video, job.ProgramFolder);
     for (const MenuVideo& video : videos) {
-        if (!WriteScript(tmp / LinkerFileName(video), LinkerFileText(job, video), error))
+        if (!WriteToolFile(tmp / LinkerFileName(video), LinkerFileText(job, video), error))
             return false;
         script += BlockB(job, video);
     }
     if (job.Options.addPauseOverlays)
         script += "pause\r\n";
-    return WriteScript(tmp / kDoOverlays, script, error);
+    return WriteToolFile(tmp / kDoOverlays, script, error);
 }
 
 std::string FinalDivXText(const MuxJob& job, const fs::path& output)
@@ -312,7 +290,7 @@ std::optional<fs::path> DivXOutputPath(const std::string& projectFile, const Set
         return fs::path(path + ".divx");
     }
     std::string candidate = path;
-    for (long k = 1; Exists(candidate + ".divx"); ++k)
+    for (long k = 1; FileThere(candidate + ".divx"); ++k)
         candidate = path + "_" + std::to_string(k);
     return fs::path(candidate + ".divx");
 }
@@ -365,7 +343,7 @@ bool CreateDivXwithOverlays(const MuxJob& job, Prompt& prompt, ToolRunner& runne
     fs::remove(muxLog, ignored);
     log.Step("Creating the final DivX");
     log.Progress(total - 1, total);
-    if (!WriteScript(tmp / kFinalDivX, FinalDivXText(job, *output), error)) {
+    if (!WriteToolFile(tmp / kFinalDivX, FinalDivXText(job, *output), error)) {
         prompt.Message(error, {}, PromptIcon::Critical);
         return false;
     }
@@ -374,7 +352,7 @@ bool CreateDivXwithOverlays(const MuxJob& job, Prompt& prompt, ToolRunner& runne
     log.Progress(total, total);
 
     bool logShown = false;
-    if (Exists(muxLog)) {
+    if (FileThere(muxLog)) {
         if (fs::file_size(muxLog, ignored) > 0) {
             log.ShowTextFile(muxLog);
             logShown = true;
@@ -382,7 +360,7 @@ bool CreateDivXwithOverlays(const MuxJob& job, Prompt& prompt, ToolRunner& runne
             fs::remove(muxLog, ignored);
         }
     }
-    if (job.Options.RunDivX && !logShown && Exists(*output))
+    if (job.Options.RunDivX && !logShown && FileThere(*output))
         log.OpenResult(*output);
     CleanBuildFolder(job.ProgramFolder, job.Options, logShown);
     return !logShown;

@@ -4,7 +4,7 @@
 #include "build/DebugCheckpoint.h"
 #include "build/MuxScripts.h"
 #include "build/PicToMenuSteps.h"
-#include "core/AtomicFile.h"
+#include "build/ToolFiles.h"
 #include "core/NumberText.h"
 #include "core/Paths.h"
 #include "core/Text.h"
@@ -18,11 +18,6 @@ namespace {
 
 constexpr const char* kRunCli = "__runcli__.bat";
 
-std::string Quoted(const std::string& text)
-{
-    return "\"" + text + "\"";
-}
-
 // A path inside a VirtualDub script: as the tool sees it, each backslash doubled.
 std::string ScriptPath(const std::string& path)
 {
@@ -35,25 +30,12 @@ std::string ScriptPath(const std::string& path)
     return Quoted(result);
 }
 
-bool Exists(const std::string& file)
-{
-    std::error_code ignored;
-    return !file.empty() && fs::exists(file, ignored);
-}
-
-void Remove(const fs::path& file)
-{
-    std::error_code ignored;
-    fs::remove(file, ignored);
-}
-
 bool WriteText(const fs::path& file, const std::string& text, Prompt& prompt)
 {
-    Remove(file);
     std::string error;
-    if (WriteFileAtomically(file.string(), text, error))
+    if (WriteToolFile(file, text, error))
         return true;
-    prompt.Message(file.string() + ": " + error, {}, PromptIcon::Critical);
+    prompt.Message(error, {}, PromptIcon::Critical);
     return false;
 }
 
@@ -62,7 +44,7 @@ bool WriteText(const fs::path& file, const std::string& text, Prompt& prompt)
 std::optional<std::string> ToolFor(int method, const Settings& settings, MenuVideoTools& tools)
 {
     const std::string& path = method == kPicToMenuCli ? settings.cliPath : settings.virtualDubPath;
-    if (Exists(path))
+    if (FileThere(path))
         return path;
     const ToolAnswer answer = tools.Locate ? tools.Locate(method) : ToolAnswer{};
     if (!answer.Accepted)
@@ -94,7 +76,7 @@ bool RunCli(const std::string& tool, const std::string& temp, const std::string&
         return false;
     const bool ran = RunTool(tools.Runner, batch, {}, folder, tools.Log, prompt);
     if (ran)
-        Remove(batch);
+        RemoveFile(batch);
     return ran;
 }
 
@@ -103,7 +85,7 @@ bool EncodeByTool(const MenuVideoJob& job, int method, const std::string& tool, 
                   const LangDoc& lang, Prompt& prompt, MenuVideoTools& tools)
 {
     const std::string temp = job.Output + ".avi.avi";
-    Remove(temp);
+    RemoveFile(temp);
     const bool cliAlone = method == kPicToMenuCli && settings.DonNotInvolveCliExe;
     // The outside tools encode uncompressed frames; without cli.exe our encoder does it.
     static const std::string kNoAudio;
@@ -123,15 +105,15 @@ bool EncodeByTool(const MenuVideoJob& job, int method, const std::string& tool, 
         DebugCheckpoint(settings, prompt, "After involving cli.exe");
         const fs::path folder = fs::path(temp).parent_path();
         for (const char* left : {"vid-0.avi", "statistics.xml", "info-1.mdat"})
-            Remove(folder / left);
-        Remove(temp);
+            RemoveFile(folder / left);
+        RemoveFile(temp);
         return true;
     }
     const fs::path script = tools.ProgramFolder / "vDub.vcf";
     if (!RunVirtualDub(tool, script, temp, job.Output, job.Audio, job.Fps, false, prompt, tools))
         return false;
-    Remove(temp);
-    Remove(script);
+    RemoveFile(temp);
+    RemoveFile(script);
     return true;
 }
 
@@ -164,7 +146,7 @@ std::string VirtualDubScript(const std::string& source, const std::string& outpu
                              bool onlyVD)
 {
     std::string text = "VirtualDub.Open(" + ScriptPath(source) + ",0,0);\r\nVirtualDub.RemoveInputStreams();\r\n";
-    if (Exists(audio))
+    if (FileThere(audio))
         text += "VirtualDub.stream[0].SetSource(" + ScriptPath(audio) + "," + AudioCode(audio) + ");\r\n";
     text += "VirtualDub.video.SetDepth(24,24);\r\n";
     if (onlyVD)
@@ -194,7 +176,7 @@ bool OutsideAviFromPics(const std::vector<std::string>& pictures, const std::str
         const fs::path script = tools.ProgramFolder / "vDubTEST.vcf";
         const bool ran = RunVirtualDub(tool, script, pictures.front(), output, audio, fps, true, prompt, tools);
         if (ran)
-            Remove(script);
+            RemoveFile(script);
         return ran;
     }
     return EncodeByTool({pictures, 1, false, output, fps, audio, 0}, method, tool, settings, lang, prompt, tools);
@@ -220,7 +202,7 @@ bool OutsideAviFromaPic(const std::string& picture, const std::string& output, d
         std::vector<fs::path> copies;
         for (long k = 1; k <= frames; ++k) {
             copies.push_back(tmp / ("VD" + std::to_string(k) + extension));
-            Remove(copies.back());
+            RemoveFile(copies.back());
             fs::copy_file(picture, copies.back(), error);
         }
         const fs::path script = tools.ProgramFolder / "vDubTEST.vcf";
@@ -229,8 +211,8 @@ bool OutsideAviFromaPic(const std::string& picture, const std::string& output, d
                           prompt, tools);
         if (ran) {
             for (const fs::path& copy : copies)
-                Remove(copy);
-            Remove(script);
+                RemoveFile(copy);
+            RemoveFile(script);
         }
         return ran;
     }

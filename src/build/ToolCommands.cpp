@@ -1,27 +1,18 @@
 #include "build/ToolCommands.h"
 
 #include "build/MuxScripts.h"
+#include "build/ToolFiles.h"
 
 namespace mw {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-bool Exists(const fs::path& file)
-{
-    std::error_code ignored;
-    return !file.empty() && fs::is_regular_file(file, ignored);
-}
-
-} // namespace
-
 bool mnuMux(const fs::path& programFolder, const LangDoc& lang, Prompt& prompt, ToolRunner& runner, BuildLog& log)
 {
     fs::path tool = programFolder / "DivXMux.exe";
-    if (!Exists(tool))
+    if (!FileThere(tool))
         tool = BuildFolder(programFolder) / "DivXMux.exe";
-    if (!Exists(tool)) {
+    if (!FileThere(tool)) {
         prompt.Message(FormTexts(lang, "Form1")(
                            10, "File DivXMux.exe not found at program's folder. Please, place a copy at folder") +
                            "\n" + programFolder.string(),
@@ -34,11 +25,11 @@ bool mnuMux(const fs::path& programFolder, const LangDoc& lang, Prompt& prompt, 
 bool mnuSrt2Divx(const fs::path& programFolder, clsIniFile& ini, Prompt& prompt, ToolRunner& runner, BuildLog& log)
 {
     fs::path tool = programFolder / "Sub2DivX.exe";
-    if (!Exists(tool)) {
+    if (!FileThere(tool)) {
         const std::string section = ini.SectionName();
         ini.SetSectionName("Tools");
         tool = ini.GetString("Sub2DivX", "");
-        if (!Exists(tool)) {
+        if (!FileThere(tool)) {
             FileDialogRequest request;
             request.Title = "Sub2DivX.exe";
             request.Filter = "Programs (*.exe)|*.exe";

@@ -24,16 +24,6 @@ QStringList ToQt(const std::vector<std::string>& list)
     return result;
 }
 
-void Prepare(QProcess& process, const std::vector<std::string>& arguments, const std::filesystem::path& folder)
-{
-    process.setArguments(ToQt(arguments));
-    process.setWorkingDirectory(QString::fromStdString(folder.string()));
-    // No one types at a "pause": it reads the end of the input and goes on.
-    process.setStandardInputFile(QProcess::nullDevice());
-    // Its own process group, so that a cancel reaches the tools that the batch file started.
-    process.setChildProcessModifier([] { ::setsid(); });
-}
-
 std::string CutLineEnd(QByteArray line)
 {
     while (!line.isEmpty() && (line.back() == '\n' || line.back() == '\r'))
@@ -80,18 +70,31 @@ std::vector<std::string> ToolRunner::WineArguments(const std::filesystem::path& 
     return result;
 }
 
+std::optional<ToolRun> ToolRunner::Prepare(QProcess& process, const std::filesystem::path& program,
+                                           const std::vector<std::string>& arguments,
+                                           const std::filesystem::path& folder) const
+{
+    if (cancelled_)
+        return ToolRun{ToolRun::Outcome::Cancelled};
+    const std::string wine = WineProgram();
+    if (wine.empty())
+        return ToolRun{ToolRun::Outcome::NoWine};
+    process.setProgram(QString::fromStdString(wine));
+    process.setArguments(ToQt(WineArguments(program, arguments)));
+    process.setWorkingDirectory(QString::fromStdString(folder.string()));
+    // No one types at a "pause": it reads the end of the input and goes on.
+    process.setStandardInputFile(QProcess::nullDevice());
+    // Its own process group, so that a cancel reaches the tools that the batch file started.
+    process.setChildProcessModifier([] { ::setsid(); });
+    return std::nullopt;
+}
+
 ToolRun ToolRunner::Run(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                         const std::filesystem::path& folder, const LineSink& onLine)
 {
-    if (cancelled_)
-        return {ToolRun::Outcome::Cancelled};
-    const std::string wine = WineProgram();
-    if (wine.empty())
-        return {ToolRun::Outcome::NoWine};
-
     QProcess process;
-    process.setProgram(QString::fromStdString(wine));
-    Prepare(process, WineArguments(program, arguments), folder);
+    if (const std::optional<ToolRun> refused = Prepare(process, program, arguments, folder))
+        return *refused;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start();
     if (!process.waitForStarted(-1))
@@ -121,14 +124,9 @@ ToolRun ToolRunner::Run(const std::filesystem::path& program, const std::vector<
 ToolRun ToolRunner::Start(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                           const std::filesystem::path& folder)
 {
-    if (cancelled_)
-        return {ToolRun::Outcome::Cancelled};
-    const std::string wine = WineProgram();
-    if (wine.empty())
-        return {ToolRun::Outcome::NoWine};
     QProcess process;
-    process.setProgram(QString::fromStdString(wine));
-    Prepare(process, WineArguments(program, arguments), folder);
+    if (const std::optional<ToolRun> refused = Prepare(process, program, arguments, folder))
+        return *refused;
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
     if (!process.startDetached())

@@ -3,8 +3,11 @@
 #include <atomic>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
+
+class QProcess;
 
 namespace mw {
 
@@ -49,6 +52,9 @@ public:
 
 private:
     std::string WineProgram() const;
+    // Sets the process up to run the program through Wine; the outcome instead when it must not start.
+    std::optional<ToolRun> Prepare(QProcess& process, const std::filesystem::path& program,
+                                   const std::vector<std::string>& arguments, const std::filesystem::path& folder) const;
 
     std::string wine_;
     std::atomic<bool> cancelled_ = false;
