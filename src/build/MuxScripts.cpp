@@ -56,16 +56,6 @@ long ButtonsOf(const DocNode* node, std::string& menu)
     return static_cast<long>(LeadingNumber(info->attribute("Buttons").value()));
 }
 
-const DocNode* MenuTracksOf(const Document& doc)
-{
-    return ChildNamed(ChildNamed(doc.Tree.Root(), "Media"), "MenuTracks");
-}
-
-bool IsPictureMenu(const std::string& location)
-{
-    return EndsWithNoCase(location, ".jpg");
-}
-
 std::string EchoBanner(const std::string& title, char rule, std::size_t width)
 {
     return CrLfLines({"ECHO OFF", "ECHO " + std::string(width, rule), "ECHO " + title, "ECHO " + std::string(width, rule),
@@ -165,6 +155,16 @@ private:
 };
 
 } // namespace
+
+const DocNode* MenuTracksOf(const Document& doc)
+{
+    return ChildNamed(ChildNamed(doc.Tree.Root(), "Media"), "MenuTracks");
+}
+
+bool IsPictureMenu(const std::string& location)
+{
+    return EndsWithNoCase(location, ".jpg");
+}
 
 fs::path BuildFolder(const fs::path& programFolder)
 {

@@ -24,6 +24,12 @@ using OverlayRects = std::map<std::string, std::string>;
 // The folder beside the program where a build keeps its files; it outlives the run.
 std::filesystem::path BuildFolder(const std::filesystem::path& programFolder);
 
+// The MenuTracks of the project, without making one; nullptr when there is none.
+const DocNode* MenuTracksOf(const Document& doc);
+
+// A menu whose background is a picture, which the build first makes into a menu video.
+bool IsPictureMenu(const std::string& location);
+
 // A video track of the menus that has buttons, with the names its scripts use.
 struct MenuVideo {
     std::string TrackID;             // objectID of the MediaTrack
