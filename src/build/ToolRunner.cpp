@@ -4,6 +4,7 @@
 #include "core/Text.h"
 
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QStandardPaths>
 
 #include <csignal>
@@ -82,6 +83,11 @@ std::optional<ToolRun> ToolRunner::Prepare(QProcess& process, const std::filesys
     process.setProgram(QString::fromStdString(wine));
     process.setArguments(ToQt(WineArguments(program, arguments)));
     process.setWorkingDirectory(QString::fromStdString(folder.string()));
+    // Wine's own diagnostics would bury the tool's output in the log; a user who sets them keeps them.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (!environment.contains("WINEDEBUG"))
+        environment.insert("WINEDEBUG", "-all");
+    process.setProcessEnvironment(environment);
     // No one types at a "pause": it reads the end of the input and goes on.
     process.setStandardInputFile(QProcess::nullDevice());
     // Its own process group, so that a cancel reaches the tools that the batch file started.

@@ -86,7 +86,7 @@ TEST(ToolRunner, WithoutWineOneMessageNamesThePackageAndTheLogTellsTheHandRun)
 }
 
 // The real thing, when Wine is installed (see the README): our batch file's command lines and
-// its Z: paths as Wine's cmd reads them.
+// its Z: paths as Wine's cmd reads them; a "pause" goes on by itself.
 TEST(ToolRunner, RealWineRunsOurBatchFile)
 {
     ToolRunner runner;
@@ -96,12 +96,14 @@ TEST(ToolRunner, RealWineRunsOurBatchFile)
     const std::string out = ToToolPath((work.Path() / "out dir" / "seen.txt").string());
     std::filesystem::create_directories(work.Path() / "out dir");
     const auto batch = work.Write("tmp/run.bat", "ECHO OFF\r\nZ:\r\ncd \"" + ToToolPath(work.Path().string()) +
-                                                   "\\out dir\"\r\nECHO hello> \"" + out + "\"\r\nECHO done\r\n");
+                                                   "\\out dir\"\r\nECHO hello> \"" + out + "\"\r\npause\r\nECHO done\r\n");
     std::vector<std::string> lines;
     const ToolRun run = runner.Run(batch, {}, batch.parent_path(), [&](const std::string& l) { lines.push_back(l); });
     ASSERT_TRUE(run.Finished());
     EXPECT_EQ(ReadAll(work.Path() / "out dir" / "seen.txt"), "hello\r\n");
-    EXPECT_NE(std::find(lines.begin(), lines.end(), "done"), lines.end());
+    // The pause's prompt has no line end, so the next output follows it on its line.
+    EXPECT_TRUE(std::any_of(lines.begin(), lines.end(), [](const std::string& l) { return l.ends_with("done"); }))
+        << ::testing::PrintToString(lines);
 }
 
 } // namespace
