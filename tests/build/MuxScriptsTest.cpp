@@ -89,9 +89,10 @@ TEST_F(MuxScriptsTest, OverlayScriptAndLinkerFilesAreWrittenByteForByte)
 
     const std::string movie = "\"" + P() + "\\menu.avi\"";
     const std::string pictureVideo = "\"" + H() + "\\tmp\\24_back.jpg.avi\"";
+    const std::string head = CrLf({"ECHO OFF", "ECHO ***********************", "ECHO ** Creating OVERLAYS **",
+                                   "ECHO ***********************", "ECHO ON", ""});
     EXPECT_EQ(ReadAll(Tmp() / "DoOverlays.bat"),
-              CrLf({"ECHO OFF", "ECHO ***********************", "ECHO ** Creating OVERLAYS **",
-                    "ECHO ***********************", "ECHO ON", ""}) +
+              head +
                   Block("ECHO Creating menu avi for ID 22", "DivXMux.exe -v " + movie + " -a #1 " + movie + " -a #2 " +
                                                                 movie + " -s #1 " + movie +
                                                                 " -o \"21_menu.avi.divx\"") +
@@ -116,27 +117,22 @@ TEST_F(MuxScriptsTest, OverlayScriptAndLinkerFilesAreWrittenByteForByte)
                     "SUBPALETTE (0 1 2 3)",
                     "00:00:00.000\t00:00:00.000\t\"Menuwright_back.jpg32_24_0.bmp\"\t(0 0 640 480)"}));
     EXPECT_EQ(doc.Tree.ObjectNode("25")->Tag, "") << "the build changed the document";
-}
 
-TEST_F(MuxScriptsTest, WithoutButtonsTheOverlayScriptIsItsHeadAndTheFinalScriptFollowsThePauseOption)
-{
+    const std::string final = CrLf({"ECHO OFF", "ECHO *************************", "ECHO ** Creating final DivX **",
+                                    "ECHO *************************", "ECHO ON", "Z:", "cd \"" + P() + "\"",
+                                    "\"" + H() + "\\tmp\\divxmux.exe\" -x \"" + H() + "\\tmp\\demo.xml\" -t \"" +
+                                        H() + "\\tmp\" -o \"" + P() + "\\demo.divx\""});
+    const fs::path output = work.Path() / "my proj" / "demo.divx";
+    EXPECT_EQ(FinalDivXText(Job(), output), final + "pause\r\n");
+
+    // Without menus with buttons and without the pauses: the heads alone.
     doc.Tree.ObjectNode("22")->Tag.clear();
     doc.Tree.ObjectNode("24")->Tag.clear();
     options.addPauseOverlays = false;
-    std::string error;
-    ASSERT_TRUE(WriteOverlayScripts(Job(), error));
-    EXPECT_EQ(ReadAll(Tmp() / "DoOverlays.bat"), CrLf({"ECHO OFF", "ECHO ***********************",
-                                                       "ECHO ** Creating OVERLAYS **", "ECHO ***********************",
-                                                       "ECHO ON", ""}));
-
-    const std::string head = CrLf({"ECHO OFF", "ECHO *************************", "ECHO ** Creating final DivX **",
-                                   "ECHO *************************", "ECHO ON", "Z:", "cd \"" + P() + "\"",
-                                   "\"" + H() + "\\tmp\\divxmux.exe\" -x \"" + H() + "\\tmp\\demo.xml\" -t \"" + H() +
-                                       "\\tmp\" -o \"" + P() + "\\demo.divx\""});
-    const fs::path output = work.Path() / "my proj" / "demo.divx";
-    EXPECT_EQ(FinalDivXText(Job(), output), head + "pause\r\n");
     options.addPauseDivX = false;
-    EXPECT_EQ(FinalDivXText(Job(), output), head);
+    ASSERT_TRUE(WriteOverlayScripts(Job(), error));
+    EXPECT_EQ(ReadAll(Tmp() / "DoOverlays.bat"), head);
+    EXPECT_EQ(FinalDivXText(Job(), output), final);
 }
 
 TEST_F(MuxScriptsTest, OutputNameFollowsTheOptions)
@@ -216,15 +212,16 @@ TEST_F(MuxScriptsTest, AnEmptyMuxerLogIsDeletedAndTheResultOpened)
     EXPECT_TRUE(fs::exists(Tmp() / "FinalDivX.bat"));
 }
 
-TEST_F(MuxScriptsTest, WithoutWineTheBuildStopsWithTheMessageAndEveryFileStays)
+TEST_F(MuxScriptsTest, WithoutWineTheBuildStopsWithOneMessageAndEveryFileStays)
 {
     test::NoWine noWine;
     ToolRunner runner;
     EXPECT_FALSE(CreateDivXwithOverlays(Job(), prompt, runner, log));
     EXPECT_EQ(prompt.Texts(), std::vector<std::string>{NoWineMessage()});
+    EXPECT_NE(NoWineMessage().find("apt install wine"), std::string::npos);
+    EXPECT_EQ(log.Lines.back(), "cd \"" + Tmp().string() + "\" && wine cmd /c '" + H() + "\\tmp\\DoOverlays.bat'");
     EXPECT_TRUE(fs::exists(Tmp() / "DoOverlays.bat"));
     EXPECT_TRUE(fs::exists(Tmp() / "linkerfile21.txt"));
-    EXPECT_TRUE(fs::exists(Tmp() / "Menuwright_menu.avi12_21_0.bmp"));
 }
 
 } // namespace

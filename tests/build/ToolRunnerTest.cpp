@@ -1,7 +1,6 @@
-#include "build/BuildLog.h"
 #include "build/FakeWine.h"
+#include "build/ToolRunner.h"
 #include "core/Paths.h"
-#include "core/ScriptedPrompt.h"
 
 #include <gtest/gtest.h>
 
@@ -14,41 +13,31 @@ namespace {
 
 using test::FakeWine;
 using test::ReadAll;
-using test::RecordingLog;
 using test::ScratchFolder;
 
-TEST(ToolRunner, BatchFileRunsThroughCmdInItsFolderAndStreamsItsLines)
-{
-    FakeWine wine("printf 'first\\r\\nsecond\\r\\nlast without end'\nexit 3");
-    ScratchFolder work;
-    const auto batch = work.Write("tmp/Do It.bat", "");
-    ToolRunner runner;
-    std::vector<std::string> lines;
-    const ToolRun run = runner.Run(batch, {}, batch.parent_path(), [&](const std::string& l) { lines.push_back(l); });
-
-    EXPECT_TRUE(run.Finished());
-    EXPECT_EQ(run.ExitCode, 3);
-    EXPECT_EQ(lines, (std::vector<std::string>{"first", "second", "last without end"}));
-    std::string tool = "Z:" + batch.string();
-    std::replace(tool.begin(), tool.end(), '/', '\\');
-    EXPECT_EQ(wine.Runs(), std::vector<std::string>{batch.parent_path().string() + "|cmd /c " + tool});
-
-    runner.Run(work.Path() / "Tool.EXE", {"-i", "a b"}, work.Path(), [](const std::string&) {});
-    EXPECT_EQ(wine.Runs().back(), work.Path().string() + "|" + ToToolPath((work.Path() / "Tool.EXE").string()) +
-                                      " -i a b");
-}
-
-TEST(ToolRunner, WaitsForTheToolToEndWithoutSpinning)
+TEST(ToolRunner, BatchFileRunsThroughCmdInItsFolderStreamsItsLinesAndIsWaitedFor)
 {
     ScratchFolder work;
     const auto done = work.Path() / "done";
     // The tool closes its output long before it ends.
-    FakeWine wine("exec >&- 2>&-; sleep 0.4; touch '" + done.string() + "'");
+    FakeWine wine("printf 'first\\r\\nsecond\\r\\nlast without end'; exec >&- 2>&-; sleep 0.4; touch '" +
+                  done.string() + "'; exit 3");
+    const auto batch = work.Write("tmp/Do It.bat", "");
     ToolRunner runner;
+    std::vector<std::string> lines;
     const std::clock_t cpu = std::clock();
-    runner.Run(work.Path() / "x.exe", {}, work.Path(), [](const std::string&) {});
+    const ToolRun run = runner.Run(batch, {}, batch.parent_path(), [&](const std::string& l) { lines.push_back(l); });
     EXPECT_TRUE(std::filesystem::exists(done));
-    EXPECT_LT(double(std::clock() - cpu) / CLOCKS_PER_SEC, 0.2);
+    EXPECT_LT(double(std::clock() - cpu) / CLOCKS_PER_SEC, 0.2) << "the wait spun";
+    EXPECT_TRUE(run.Finished());
+    EXPECT_EQ(run.ExitCode, 3);
+    EXPECT_EQ(lines, (std::vector<std::string>{"first", "second", "last without end"}));
+    EXPECT_EQ(wine.Runs(), std::vector<std::string>{batch.parent_path().string() + "|cmd /c " +
+                                                    ToToolPath(batch.string())});
+
+    runner.Run(work.Path() / "Tool.EXE", {"-i", "a b"}, work.Path(), [](const std::string&) {});
+    EXPECT_EQ(wine.Runs().back(), work.Path().string() + "|" + ToToolPath((work.Path() / "Tool.EXE").string()) +
+                                      " -i a b");
 }
 
 TEST(ToolRunner, CancelStopsTheToolAndWhatItStartedAndEveryLaterRun)
@@ -70,23 +59,6 @@ TEST(ToolRunner, CancelStopsTheToolAndWhatItStartedAndEveryLaterRun)
     EXPECT_EQ(wine.Runs().size(), 1u);
     std::this_thread::sleep_for(std::chrono::milliseconds(1500));
     EXPECT_FALSE(std::filesystem::exists(late)) << "a tool started by the cancelled one went on";
-}
-
-TEST(ToolRunner, WithoutWineOneMessageNamesThePackageAndTheLogTellsTheHandRun)
-{
-    test::NoWine noWine;
-    ScratchFolder work;
-    const auto batch = work.Write("FinalDivX.bat", "ECHO ON\r\n");
-    ToolRunner runner;
-    ScriptedPrompt prompt;
-    RecordingLog log;
-    EXPECT_FALSE(runner.HaveWine());
-    EXPECT_FALSE(RunTool(runner, batch, {}, work.Path(), log, prompt));
-    ASSERT_EQ(prompt.Texts(), std::vector<std::string>{NoWineMessage()});
-    EXPECT_NE(NoWineMessage().find("apt install wine"), std::string::npos);
-    ASSERT_FALSE(log.Lines.empty());
-    EXPECT_NE(log.Lines.back().find("wine cmd /c 'Z:"), std::string::npos) << log.Lines.back();
-    EXPECT_EQ(ReadAll(batch), "ECHO ON\r\n");
 }
 
 // The real thing, when Wine is installed (see the README): our batch file's command lines and
