@@ -11,17 +11,6 @@
 
 namespace mw {
 
-namespace {
-
-struct MenuVideoJob {
-    const std::vector<std::string>& Pictures;
-    long Repeat = 1; // frames of the first picture
-    bool SinglePicture = false;
-    const std::string& Output;
-    double Fps = 0;
-    const std::string& Audio;
-};
-
 bool WriteMenuVideo(const MenuVideoJob& job, const Settings& settings, const LangDoc& lang, Prompt& prompt)
 {
     DebugCheckpoint(settings, prompt, "Before create avi");
@@ -29,7 +18,7 @@ bool WriteMenuVideo(const MenuVideoJob& job, const Settings& settings, const Lan
     avi.Filename = job.Output;
     DebugCheckpoint(settings, prompt, "After create");
     avi.VideoTypeFourCC = FourCC("vids");
-    avi.VideoHandlerFourCC = FourCC("divx");
+    avi.VideoHandlerFourCC = job.Handler;
     avi.bitsPerPixel = 24;
     avi.FrameDuration = 1;
     avi.dwRate = MenuVideoRate(job.Fps);
@@ -88,21 +77,20 @@ bool WriteMenuVideo(const MenuVideoJob& job, const Settings& settings, const Lan
     return !failed;
 }
 
-} // namespace
-
 bool BuiltInAviFromPics(const std::vector<std::string>& pictures, const std::string& output, double fps,
                         const std::string& audio, const Settings& settings, const LangDoc& lang, Prompt& prompt)
 {
     if (pictures.empty())
         return false;
-    return WriteMenuVideo({pictures, 1, false, output, fps, audio}, settings, lang, prompt);
+    return WriteMenuVideo({pictures, 1, false, output, fps, audio, FourCC("divx")}, settings, lang, prompt);
 }
 
 bool BuiltInAviFromaPic(const std::string& picture, const std::string& output, double fps, const std::string& audio,
                         const Settings& settings, const LangDoc& lang, Prompt& prompt)
 {
     const std::vector<std::string> pictures{picture};
-    return WriteMenuVideo({pictures, SinglePictureFrames(fps), true, output, fps, audio}, settings, lang, prompt);
+    return WriteMenuVideo({pictures, SinglePictureFrames(fps), true, output, fps, audio, FourCC("divx")}, settings,
+                          lang, prompt);
 }
 
 } // namespace mw

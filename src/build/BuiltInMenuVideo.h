@@ -4,10 +4,27 @@
 #include "core/settings/Settings.h"
 #include "i18n/LangDoc.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace mw {
+
+// A menu video written by the program itself.
+struct MenuVideoJob {
+    const std::vector<std::string>& Pictures;
+    long Repeat = 1; // frames of the first picture
+    bool SinglePicture = false;
+    const std::string& Output;
+    double Fps = 0;
+    const std::string& Audio; // none when empty or missing
+    // "divx": encoded by our own encoder; 0: uncompressed frames, for an outside tool to encode.
+    std::uint32_t Handler = 0;
+};
+
+// Writes the frames with the checkpoints of the build; on failure the message has been shown and
+// no output is left behind.
+bool WriteMenuVideo(const MenuVideoJob& job, const Settings& settings, const LangDoc& lang, Prompt& prompt);
 
 // Our own route from pictures to a menu video (MethodForPicToMenu 2): the pictures are
 // encoded to MPEG-4 under the FourCC "divx" and written straight into the output, with the

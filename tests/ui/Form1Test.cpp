@@ -93,7 +93,7 @@ void Form1Test::menuEntriesCarryCaptionShortcutAndName_data()
     QTest::newRow("remove button") << "mnuRemoveButton" << "Remove Button" << "Shift+F8" << false;
     QTest::newRow("create divx") << "mnuCreateDivX" << "Create DivX" << "F12" << false;
     QTest::newRow("previous node") << "mnuPreviusNode" << "Previous node" << "F2" << false;
-    QTest::newRow("sub2divx") << "mnuSrt2Divx" << "Sub2DivX (Add subtitles)" << "" << false;
+    QTest::newRow("sub2divx") << "mnuSrt2Divx" << "Sub2DivX (Add subtitles)" << "" << true;
 }
 
 void Form1Test::menuEntriesCarryCaptionShortcutAndName()

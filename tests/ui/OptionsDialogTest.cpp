@@ -3,12 +3,14 @@
 #include "ui/dialogs/ToolPathDialog.h"
 #include "ui/dialogs/frmOptions.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QTest>
 
 #include <filesystem>
@@ -146,7 +148,6 @@ void OptionsDialogTest::toolPathDialogsWriteTheirKey()
 {
     Options o;
     ToolPathDialog cli(kCliPathKind, o.settings, o.ini, o.prompt);
-    QVERIFY(!cli.findChild<QPushButton*>("cmdBuiltIn"));
     o.prompt.OpenedFiles = {{"/opt/tools/cli.exe"}};
     QTest::mouseClick(cli.findChild<QPushButton*>("Command1"), Qt::LeftButton);
     QCOMPARE(o.prompt.Log.back().Title, std::string("Locate file cli.exe"));
@@ -159,6 +160,18 @@ void OptionsDialogTest::toolPathDialogsWriteTheirKey()
     QCOMPARE(vd.result(), int(QDialog::Accepted));
     QCOMPARE(o.Reread().MethodForPicToMenu, kPicToMenuBuiltIn);
     QVERIFY(o.Reread().virtualDubPath.empty());
+
+    // Asked for by a build: the answer says which way the user went.
+    const auto clickInDialog = [](const char* button) {
+        QTimer::singleShot(0, [button] {
+            QTest::mouseClick(QApplication::activeModalWidget()->findChild<QPushButton*>(button), Qt::LeftButton);
+        });
+    };
+    clickInDialog("cmdBuiltIn");
+    const ToolAnswer builtIn = AskForTool(kPicToMenuCli, o.settings, o.ini, o.prompt, nullptr);
+    QVERIFY(builtIn.Accepted && builtIn.UseBuiltIn);
+    clickInDialog("CancelButton");
+    QVERIFY(!AskForTool(kPicToMenuVirtualDub, o.settings, o.ini, o.prompt, nullptr).Accepted);
 }
 
 QTEST_MAIN(OptionsDialogTest)

@@ -11,11 +11,10 @@
 namespace mw {
 
 const ToolPathKind kCliPathKind{"frmCliPath", "cli.exe", "Locate file cli.exe", "cli.exe|cli.exe", &Settings::cliPath,
-                                &SaveCliPath,
-                                false};
+                                &SaveCliPath};
 const ToolPathKind kVirtualDubPathKind{"frmVirtualDubPath", "VirtualDubMod.exe", "Locate file VirtualDubMod.exe",
                                        "VirtualDubMod.exe|VirtualDubMod.exe", &Settings::virtualDubPath,
-                                       &SaveVirtualDubPath, true};
+                                       &SaveVirtualDubPath};
 
 ToolPathDialog::ToolPathDialog(const ToolPathKind& kind, Settings& settings, clsIniFile& ini, Prompt& prompt,
                                QWidget* parent)
@@ -46,12 +45,10 @@ ToolPathDialog::ToolPathDialog(const ToolPathKind& kind, Settings& settings, cls
     pathRow->addWidget(command1);
     layout->addLayout(pathRow);
     auto* buttons = new QHBoxLayout;
-    if (kind.OffersBuiltIn) {
-        auto* builtIn = new QPushButton("Use the built-in encoder instead");
-        builtIn->setObjectName("cmdBuiltIn");
-        connect(builtIn, &QPushButton::clicked, this, &ToolPathDialog::cmdBuiltIn_Click);
-        buttons->addWidget(builtIn);
-    }
+    auto* builtIn = new QPushButton("Use the built-in encoder instead");
+    builtIn->setObjectName("cmdBuiltIn");
+    connect(builtIn, &QPushButton::clicked, this, &ToolPathDialog::cmdBuiltIn_Click);
+    buttons->addWidget(builtIn);
     buttons->addStretch();
     buttons->addWidget(ok);
     buttons->addWidget(cancel);
@@ -73,6 +70,15 @@ void ToolPathDialog::OKButton_Click()
 {
     kind_.Save(settings_, Text1_->text().toStdString(), ini_);
     accept();
+}
+
+ToolAnswer AskForTool(int method, Settings& settings, clsIniFile& ini, Prompt& prompt, QWidget* parent)
+{
+    const ToolPathKind& kind = method == kPicToMenuCli ? kCliPathKind : kVirtualDubPathKind;
+    ToolPathDialog dialog(kind, settings, ini, prompt, parent);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    return {true, settings.MethodForPicToMenu == kPicToMenuBuiltIn, settings.*kind.Path};
 }
 
 void ToolPathDialog::cmdBuiltIn_Click()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "build/OutsideMenuVideo.h"
 #include "core/settings/Settings.h"
 
 #include <QDialog>
@@ -16,14 +17,13 @@ struct ToolPathKind {
     const char* Filter;
     std::string Settings::*Path;
     bool (*Save)(Settings&, const std::string&, clsIniFile&);
-    bool OffersBuiltIn; // the built-in encoder can stand in for the tool
 };
 
 extern const ToolPathKind kCliPathKind;
 extern const ToolPathKind kVirtualDubPathKind;
 
 // Asks where an outside tool lies. OKButton keeps the path in memory and writes its key;
-// cmdBuiltIn, where offered, switches the pictures-to-menu method to our own encoder instead.
+// cmdBuiltIn switches the pictures-to-menu method to our own encoder instead.
 class ToolPathDialog : public QDialog {
     Q_OBJECT
 public:
@@ -41,5 +41,9 @@ private:
     Prompt& prompt_;
     QLineEdit* Text1_;
 };
+
+// Asks for the tool of a pictures-to-menu method (kPicToMenuVirtualDub or kPicToMenuCli) with its
+// dialog, modally, and says what the user chose.
+ToolAnswer AskForTool(int method, Settings& settings, clsIniFile& ini, Prompt& prompt, QWidget* parent);
 
 } // namespace mw

@@ -1,5 +1,6 @@
 #include "ui/mainwindow/Form1.h"
 
+#include "build/ToolCommands.h"
 #include "core/CommandGuard.h"
 #include "core/Paths.h"
 #include "document/NodeKindsHelp.h"
@@ -13,6 +14,7 @@
 #include "menus/RemoveTitle.h"
 #include "ui/QtDesignTarget.h"
 #include "ui/dialogs/frmAbout.h"
+#include "ui/dialogs/BuildLogWindow.h"
 #include "ui/dialogs/frmOptions.h"
 #include "ui/mainwindow/DocTreeModel.h"
 #include "ui/mainwindow/HelpPane.h"
@@ -137,6 +139,17 @@ void Form1::ConnectCommands()
     connect(toolbars_.NoCreateOverlays(), &QAction::toggled, this, [this](bool pressed) { project_.NoCreateOverlays = pressed; });
     on("mnuOptions", [this] { mnuOptions_Click(); });
     on("mnuAbout", [this] { mnuAbout_Click(); });
+    on("mnuMux", [this] {
+        StartWithLogWindow(this, [this](ToolRunner& runner, BuildLog& log) {
+            return mnuMux(project_.ProgramFolder(), project_.Lang(), project_.Ask(), runner, log);
+        });
+    });
+    on("mnuSrt2Divx", [this] {
+        clsIniFile ini(SettingsFilePath(project_.ProgramFolder()).string());
+        StartWithLogWindow(this, [&](ToolRunner& runner, BuildLog& log) {
+            return mnuSrt2Divx(project_.ProgramFolder(), ini, project_.Ask(), runner, log);
+        });
+    });
 
     // The tree keeps what is open, so that it opens again after a model reset.
     connect(tree_, &QTreeView::expanded, this,

@@ -72,7 +72,7 @@ const std::array kEntries{
     MenuEntry{"mnuView", "Next node", "F3", "mnuNextNode", S::State, &CommandStates::mnuNextNode},
 
     MenuEntry{"", "Tools", nullptr, "mnuTools", S::Submenu},
-    MenuEntry{"mnuTools", "Mux multiple files", nullptr, "mnuMux", S::NotYet},
+    MenuEntry{"mnuTools", "Mux multiple files", nullptr, "mnuMux", S::Always},
     MenuEntry{"mnuTools", "Many movies with menu...", "Ctrl+M", "mnuMoviesWithMenu", S::NotYet},
     MenuEntry{"mnuTools", "One movie with chapters...", nullptr, "mnuMovieWithChaps", S::NotYet},
     MenuEntry{"mnuTools", "Menu for chapters with preview...", nullptr, "mnuCreateVisualMenuForChapters", S::NotYet},
@@ -82,7 +82,7 @@ const std::array kEntries{
     MenuEntry{"mnuTools", "Export menu to template...", nullptr, "mnuExportToTemplate", S::NotYet},
     MenuEntry{"mnuTools", "Insert menu template...", nullptr, "mnuInsertTemplate", S::NotYet},
     Sep("mnuTools"),
-    MenuEntry{"mnuTools", "Sub2DivX (Add subtitles)", nullptr, "mnuSrt2Divx", S::NotYet},
+    MenuEntry{"mnuTools", "Sub2DivX (Add subtitles)", nullptr, "mnuSrt2Divx", S::Always},
 
     MenuEntry{"", "Help", nullptr, "mnuHelp", S::Submenu},
     MenuEntry{"mnuHelp", "Contents...", nullptr, "mnuHelpHelp", S::NotYet},
