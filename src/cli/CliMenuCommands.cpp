@@ -16,6 +16,7 @@
 #include "menus/MenuCommands.h"
 #include "menus/MenuForms.h"
 #include "menus/OverlayAttributes.h"
+#include "render/OverlayFont.h"
 
 #include <filesystem>
 #include <algorithm>
@@ -556,7 +557,7 @@ int RunSetOverlay(const CliOptions& options, CliContext& context)
             SetThisOverlay(project, shape);
         if (widthOption)
             mnuOverlayWidthValue_Click(project, static_cast<int>(width.front()) - 1);
-        TextOverlayPanel& panel = project.Overlays.TextPanel;
+        TextOverlayForm& panel = project.Overlays.TextPanel;
         for (int i : indexes) {
             if (textOptions) {
                 // The panel shows each button's own values; the options change some of them.
@@ -564,24 +565,17 @@ int RunSetOverlay(const CliOptions& options, CliContext& context)
                 SetSpecialOverlay(project, shape);
                 if (textOption)
                     panel.Text = *textOption;
-                if (fontOption) {
-                    const OverlayFont font = ParseOverlayFont(*fontOption);
-                    panel.Family = font.Family;
-                    panel.Bold = font.Bold;
-                    panel.Italic = font.Italic;
-                }
+                if (fontOption)
+                    panel.Font = FontFromAttribute(*fontOption, panel.Font.Size);
                 if (fontSizeOption) {
                     std::string size = *fontSizeOption;
                     std::replace(size.begin(), size.end(), ',', '.');
-                    panel.Size = std::strtod(size.c_str(), nullptr);
+                    panel.Font.Size = std::strtod(size.c_str(), nullptr);
                 }
                 if (outlineOption)
-                    panel.Outline = std::strtol(outlineOption->c_str(), nullptr, 10);
-                if (shadowOption) {
-                    const OverlayShadow shadow = ParseOverlayShadow(*shadowOption);
-                    panel.ShadowDistance = shadow.Distance;
-                    panel.ShadowCorner = shadow.Corner;
-                }
+                    panel.Outline = static_cast<int>(std::strtol(outlineOption->c_str(), nullptr, 10));
+                if (shadowOption)
+                    SetTextOverlayShadow(panel, *shadowOption);
                 UpdateTextOverlay(project);
             }
             if (options.Menu.ResetPosition) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Prompt.h"
 #include "document/TreeQueries.h"
 
 #include <array>
@@ -101,18 +102,18 @@ struct OverlayCheck {
     bool operator==(const OverlayCheck&) const = default;
 };
 
-// The text overlay panel (frmPropText) as a text overlay's attributes fill it.
-struct TextOverlayPanel {
-    bool Visible = false;
-    std::string Text;
-    std::string Family;
-    bool Bold = false;
-    bool Italic = false;
-    double Size = 18;
-    long Charset = 0;
-    long Outline = 0;
-    long ShadowDistance = 4;
-    int ShadowCorner = 2; // 0 to 3: "LT", "RT", "RB", "LB"
+// The text overlay panel (frmPropText) without its window: what it shows of a button's text
+// overlay and what it writes back into the button's extra info.
+struct TextOverlayForm {
+    // Choices of the outline list, widths 0 to kOutlineChoices - 1.
+    static constexpr int kOutlineChoices = 11;
+
+    std::string Text;                                       // Text1
+    int Outline = 0;                                        // Combo1, the width in pixels
+    std::string ShadowDistance = "4";                       // txt3D
+    std::array<bool, 4> Corners{false, false, true, false}; // Check1: LT, RT, RB, LB
+    FontChoice Font{"Arial", 18};                           // lblFont
+    int Charset = 0;
 };
 
 // The overlay menus of the window and the check marks on them.
@@ -121,7 +122,8 @@ struct OverlayMenus {
     std::array<OverlayFolderMenu, kOverlayFolderMenus> Folders;
     OverlayCheck Checked;
     long CheckedWidth = 0; // the width item with the check mark, 0 for none
-    TextOverlayPanel TextPanel;
+    TextOverlayForm TextPanel;
+    bool TextPanelVisible = false;
 };
 
 } // namespace mw

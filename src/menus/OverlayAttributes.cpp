@@ -7,10 +7,10 @@
 #include "document/ExtraInfo.h"
 #include "document/Project.h"
 #include "menus/OverlayMenu.h"
+#include "render/OverlayFont.h"
 #include "render/OverlayPainters.h"
 
-#include <algorithm>
-#include <cstdlib>
+#include <charconv>
 #include <sstream>
 
 namespace mw {
@@ -70,22 +70,50 @@ OverlayAttributes ReadOverlayAttributes(const std::string& tag)
     return a;
 }
 
-OverlayFont ParseOverlayFont(const std::string& font)
+std::string TextOverlayShadow(const TextOverlayForm& form)
 {
-    return {font.substr(0, font.find(',')), font.find(",B") != std::string::npos,
-            font.find(",I") != std::string::npos};
+    std::size_t corner = 0;
+    while (corner < 3 && !form.Corners[corner])
+        ++corner;
+    return std::to_string(LeadingNumber(Trim(form.ShadowDistance))) + kShadowCorners[corner];
 }
 
-OverlayShadow ParseOverlayShadow(const std::string& shadow)
+void SetTextOverlayShadow(TextOverlayForm& form, const std::string& shadow)
 {
-    OverlayShadow result;
-    result.Distance = static_cast<long>(LeadingNumber(shadow));
-    const std::string corner = shadow.size() >= 2 ? Upper(shadow.substr(shadow.size() - 2)) : "";
-    for (int i = 0; i < 4; ++i) {
-        if (corner == kShadowCorners[i])
-            result.Corner = i;
-    }
-    return result;
+    form.ShadowDistance = std::to_string(LeadingNumber(shadow));
+    const std::string corner = shadow.size() >= 2 ? shadow.substr(shadow.size() - 2) : std::string();
+    for (std::size_t i = 0; i < form.Corners.size(); ++i)
+        form.Corners[i] = corner == kShadowCorners[i];
+}
+
+std::optional<TextOverlayForm> TextOverlayFromTag(const std::string& tag)
+{
+    if (!ExtraInfoElement(tag).Parsed())
+        return std::nullopt;
+    const OverlayAttributes a = ReadOverlayAttributes(tag);
+    TextOverlayForm form;
+    form.Text = a.Text;
+    form.Outline = a.Outline < 0 || a.Outline >= TextOverlayForm::kOutlineChoices ? 1 : int(a.Outline);
+    SetTextOverlayShadow(form, a.Shadow);
+    // Always a point, whatever the locale.
+    double points = 18;
+    std::from_chars(a.FontSize.data(), a.FontSize.data() + a.FontSize.size(), points);
+    form.Font = FontFromAttribute(a.Font, points);
+    form.Charset = int(a.FontCharset);
+    return form;
+}
+
+std::string UpdateTextOverlayTag(const std::string& tag, const TextOverlayForm& form)
+{
+    ExtraInfoElement info(tag);
+    info.Set("Shape", "*Text");
+    info.Set("Text", form.Text);
+    info.Set("Outline", std::to_string(form.Outline));
+    info.Set("Shadow", TextOverlayShadow(form));
+    info.Set("Font", form.Font.Family + (form.Font.Bold ? ",B" : "") + (form.Font.Italic ? ",I" : ""));
+    info.Set("FontSize", NumberText(form.Font.Size));
+    info.Set("FontCharset", std::to_string(form.Charset));
+    return info.Text();
 }
 
 std::string OverlayFileFor(const std::filesystem::path& programFolder, const std::string& shape)
@@ -182,7 +210,7 @@ void SetOverlayInFolder(Project& project, int folder, int index)
 void SetSpecialOverlay(Project& project, const std::string& name)
 {
     project.Overlays.Checked = SetOverlayCheckItem(project.Overlays, name);
-    TextOverlayPanel& panel = project.Overlays.TextPanel;
+    TextOverlayForm& panel = project.Overlays.TextPanel;
     const bool text = name == "*Text";
     ForSelection(project, [&](CanvasButton& button, DocNode& node) {
         ExtraInfoElement info(node.Tag);
@@ -199,14 +227,10 @@ void SetSpecialOverlay(Project& project, const std::string& name)
         button.LineWidth = a.Width;
         if (!text)
             return;
-        const OverlayFont font = ParseOverlayFont(a.Font);
-        const OverlayShadow shadow = ParseOverlayShadow(a.Shadow);
-        std::string size = a.FontSize;
-        std::replace(size.begin(), size.end(), ',', '.');
-        panel = {true, a.Text, font.Family, font.Bold, font.Italic, std::strtod(size.c_str(), nullptr), a.FontCharset,
-                 a.Outline < 0 ? 1 : a.Outline, shadow.Distance, shadow.Corner};
+        if (const auto form = TextOverlayFromTag(node.Tag))
+            panel = *form;
     });
-    panel.Visible = text;
+    project.Overlays.TextPanelVisible = text;
     project.Canvas.shapeLineWidth = !text;
 }
 
@@ -216,20 +240,8 @@ void UpdateTextOverlay(Project& project)
     CanvasButton* selected = SelectedButton(project, node);
     if (!selected)
         return;
-    CanvasButton& button = *selected;
-    const TextOverlayPanel& panel = project.Overlays.TextPanel;
-    std::string size = NumberText(panel.Size);
-    std::replace(size.begin(), size.end(), ',', '.');
-    ExtraInfoElement info(node->Tag);
-    info.Set("Shape", "*Text");
-    info.Set("Text", panel.Text);
-    info.Set("Outline", std::to_string(panel.Outline));
-    info.Set("Shadow", std::to_string(panel.ShadowDistance) + kShadowCorners[panel.ShadowCorner]);
-    info.Set("Font", panel.Family + (panel.Bold ? ",B" : "") + (panel.Italic ? ",I" : ""));
-    info.Set("FontSize", size);
-    info.Set("FontCharset", std::to_string(panel.Charset));
-    node->Tag = info.Text();
-    button.Shape = "*Text";
+    node->Tag = UpdateTextOverlayTag(node->Tag, project.Overlays.TextPanel);
+    selected->Shape = "*Text";
     project.MarkDirty();
 }
 

@@ -48,19 +48,23 @@ struct OverlayAttributes {
 };
 OverlayAttributes ReadOverlayAttributes(const std::string& tag);
 
-// A Font value taken apart: the family before the first comma, ",B" bold, ",I" italic.
-struct OverlayFont {
-    std::string Family;
-    bool Bold = false;
-    bool Italic = false;
-};
-OverlayFont ParseOverlayFont(const std::string& font);
-// A Shadow value: the distance and the corner as an index of kShadowCorners (2 when unknown).
-struct OverlayShadow {
-    long Distance = 0;
-    int Corner = 2;
-};
-OverlayShadow ParseOverlayShadow(const std::string& shadow);
+// The text panel's shadow: Val of the distance, then the corner of the first checked box ("LB"
+// with none), as in "4RB".
+std::string TextOverlayShadow(const TextOverlayForm& form);
+// A Shadow value into the panel: its distance, and the box of its corner checked; an unknown
+// corner checks none.
+void SetTextOverlayShadow(TextOverlayForm& form, const std::string& shadow);
+
+// The panel filled from a button's extra info, each missing attribute taking its default;
+// std::nullopt when the tag does not parse, where the caller says "Error in Text overlay".
+// An outline outside the list becomes 1.
+std::optional<TextOverlayForm> TextOverlayFromTag(const std::string& tag);
+
+// The button's extra info with Shape set to "*Text" and the panel's Text, Outline, Shadow,
+// Font ("family" with ",B" and ",I" as they apply), FontSize (with a point) and FontCharset,
+// each created where missing and appended in this order. A tag that does not parse starts
+// again from an empty element.
+std::string UpdateTextOverlayTag(const std::string& tag, const TextOverlayForm& form);
 
 // The picture a button's overlay shows: "*Rect" the program's rectangle_.bmp, "*Text" the
 // stored name with ".bmp", any other name the bitmap of that name in the overlays folder.

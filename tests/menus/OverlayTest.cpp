@@ -43,23 +43,63 @@ TEST(OverlayAttributes, MissingAttributesReadAsTheirDefaults)
     EXPECT_EQ(mw::ReadOverlayAttributes("<Menuwright Shape='*Text'").Shape, ""); // broken, not empty
 }
 
-TEST(OverlayAttributes, FontsShadowsAndPainters)
+TEST(TextOverlayForm, ReadsTheAttributesWithTheirDefaults)
 {
-    struct Font {
-        const char* value;
-        const char* family;
-        bool bold, italic;
-    };
-    for (const Font& f : {Font{"Arial", "Arial", false, false}, Font{"Arial,I", "Arial", false, true},
-                          Font{"Times New Roman,B,I", "Times New Roman", true, true}}) {
-        const mw::OverlayFont font = mw::ParseOverlayFont(f.value);
-        EXPECT_EQ(font.Family, f.family);
-        EXPECT_EQ(font.Bold, f.bold) << f.value;
-        EXPECT_EQ(font.Italic, f.italic) << f.value;
-    }
-    EXPECT_EQ(mw::ParseOverlayShadow("12LB").Distance, 12);
-    EXPECT_EQ(mw::ParseOverlayShadow("12LB").Corner, 3);
-    EXPECT_EQ(mw::ParseOverlayShadow("0LT").Corner, 0);
+    const auto full = mw::TextOverlayFromTag(
+        "<Menuwright Shape='*Text' Text='Go' Outline='2' Shadow='6LT' Font='Times New Roman,B,I' FontSize='14.5' "
+        "FontCharset='161'/>");
+    ASSERT_TRUE(full);
+    EXPECT_EQ(full->Text, "Go");
+    EXPECT_EQ(full->Outline, 2);
+    EXPECT_EQ(full->ShadowDistance, "6");
+    EXPECT_EQ(full->Corners, (std::array<bool, 4>{true, false, false, false}));
+    EXPECT_EQ(full->Font.Family, "Times New Roman");
+    EXPECT_TRUE(full->Font.Bold && full->Font.Italic);
+    EXPECT_EQ(full->Font.Size, 14.5);
+    EXPECT_EQ(full->Charset, 161);
+    EXPECT_EQ(mw::TextOverlayShadow(*full), "6LT");
+
+    const auto empty = mw::TextOverlayFromTag("<Menuwright Shape='*Text'/>");
+    ASSERT_TRUE(empty);
+    EXPECT_EQ(empty->Text, "Menuwright");
+    EXPECT_EQ(mw::TextOverlayShadow(*empty), "4RB");
+    EXPECT_EQ(empty->Font.Family, "Arial");
+    EXPECT_FALSE(empty->Font.Bold || empty->Font.Italic);
+    EXPECT_EQ(empty->Font.Size, 18);
+    const auto italic = mw::TextOverlayFromTag("<M Font='Arial,I' Shadow='12LB'/>");
+    EXPECT_TRUE(italic->Font.Italic && !italic->Font.Bold);
+    EXPECT_EQ(italic->Corners, (std::array<bool, 4>{false, false, false, true}));
+
+    for (const char* outline : {"-1", "11", "99"})
+        EXPECT_EQ(mw::TextOverlayFromTag(std::string("<M Outline='") + outline + "'/>")->Outline, 1) << outline;
+    // An unknown corner checks no box, and the panel then writes "LB", as the painter reads it.
+    EXPECT_EQ(mw::TextOverlayShadow(*mw::TextOverlayFromTag("<M Shadow='3XY'/>")), "3LB");
+    EXPECT_FALSE(mw::TextOverlayFromTag("not xml"));
+    EXPECT_FALSE(mw::TextOverlayFromTag(""));
+}
+
+TEST(TextOverlayForm, WritesEveryAttributeKeepingTheOthersAndTheirOrder)
+{
+    mw::TextOverlayForm form;
+    form.Text = "Play";
+    form.Outline = 3;
+    form.ShadowDistance = " 5 px";
+    form.Corners = {false, true, true, false};
+    form.Font = {"Arial", 12.5, true, false};
+    EXPECT_EQ(mw::UpdateTextOverlayTag("<Menuwright Position='6 6 -12 -12' Shape='*Rect' width='3'/>", form),
+              "<Menuwright Position='6 6 -12 -12' Shape='*Text' width='3' Text='Play' Outline='3' Shadow='5RT' "
+              "Font='Arial,B' FontSize='12.5' FontCharset='0'/>");
+    // What is written reads back the same.
+    form.Corners = {};
+    form.Font.Bold = false;
+    form.Font.Italic = true;
+    const auto back = mw::TextOverlayFromTag(mw::UpdateTextOverlayTag("", form));
+    ASSERT_TRUE(back);
+    EXPECT_EQ(back->Text, form.Text);
+    EXPECT_EQ(back->Outline, form.Outline);
+    EXPECT_EQ(mw::TextOverlayShadow(*back), "5LB");
+    EXPECT_TRUE(back->Font.Italic && !back->Font.Bold);
+    EXPECT_EQ(back->Font.Size, 12.5);
 }
 
 class OverlayCommands : public mw::test::CanvasFixture {};
@@ -84,15 +124,14 @@ TEST_F(OverlayCommands, SpecialOverlaysAndTheTextPanel)
 {
     mw::Label1_Click(project, 2);
     mw::SetSpecialOverlay(project, "*Text");
-    const mw::TextOverlayPanel& panel = project.Overlays.TextPanel;
-    EXPECT_TRUE(panel.Visible);
+    const mw::TextOverlayForm& panel = project.Overlays.TextPanel;
+    EXPECT_TRUE(project.Overlays.TextPanelVisible);
     EXPECT_EQ(panel.Text, "Play");
-    EXPECT_EQ(panel.Family, "Times New Roman");
-    EXPECT_TRUE(panel.Bold && panel.Italic);
-    EXPECT_DOUBLE_EQ(panel.Size, 20.5);
+    EXPECT_EQ(panel.Font.Family, "Times New Roman");
+    EXPECT_TRUE(panel.Font.Bold && panel.Font.Italic);
+    EXPECT_DOUBLE_EQ(panel.Font.Size, 20.5);
     EXPECT_EQ(panel.Outline, 2);
-    EXPECT_EQ(panel.ShadowDistance, 3);
-    EXPECT_EQ(panel.ShadowCorner, 0);
+    EXPECT_EQ(mw::TextOverlayShadow(panel), "3LT");
     EXPECT_FALSE(project.Canvas.shapeLineWidth);
     EXPECT_EQ(project.Overlays.Checked, (OverlayCheck{In::Special, -1, 0}));
 
@@ -106,7 +145,7 @@ TEST_F(OverlayCommands, SpecialOverlaysAndTheTextPanel)
     Button(2).Position = "0 0 0 0";
     mw::SetSpecialOverlay(project, "*Oval");
     EXPECT_EQ(Tag(17), "<Menuwright Shape='*Oval' width='3' Position='0 0 0 0'/>");
-    EXPECT_FALSE(panel.Visible);
+    EXPECT_FALSE(project.Overlays.TextPanelVisible);
     EXPECT_TRUE(project.Canvas.shapeLineWidth);
     mw::mnuOverlayWidthValue_Click(project, 1);
     EXPECT_EQ(Button(2).LineWidth, 2);
@@ -131,7 +170,7 @@ TEST_F(OverlayCommands, TheTextPanelWritesEveryTextAttribute)
 {
     mw::Label1_Click(project, 1);
     project.Doc.Tree.Item("k15").Tag = "<broken";
-    project.Overlays.TextPanel = {true, "Go", "Times New Roman", true, false, 12.5, 1, 2, 3, 1};
+    project.Overlays.TextPanel = {"Go", 2, "3", {false, true, false, false}, {"Times New Roman", 12.5, true, false}, 1};
     mw::UpdateTextOverlay(project);
     EXPECT_EQ(Tag(15), "<Menuwright Shape='*Text' Text='Go' Outline='2' Shadow='3RT' Font='Times New Roman,B' "
                        "FontSize='12.5' FontCharset='1'/>");
