@@ -108,6 +108,10 @@ TEST_F(FrameGrab, FailuresSayWhatWentWrongAndPaintNothing)
     std::copy_n("ZZZZ", 4, unknownCodec.Streams[0].Format.begin() + 16);
     const std::string audioFile = folder.Write("audio.avi", BuildAvi(audioOnly).Bytes).string();
     const std::string unknownFile = folder.Write("unknown.avi", BuildAvi(unknownCodec).Bytes).string();
+    // The index says frame 15 runs far past the end of the file, so there is no frame 15.
+    std::string bytes = ReadAll(movie);
+    PatchLe(bytes, bytes.find("idx1") + 8 + 15 * 16 + 12, 0x7FFF0000);
+    const std::string pastEnd = folder.Write("past-end.avi", bytes).string();
     const std::string name = movie.string();
     const struct {
         std::string File;
@@ -119,6 +123,7 @@ TEST_F(FrameGrab, FailuresSayWhatWentWrongAndPaintNothing)
         {name, -2, "Can not get frame of file '" + name + "' (-2)"},
         {audioFile, 0, "There was an error working with the file:\r\n" + audioFile},
         {unknownFile, 0, "No suitable decompressor found for this video stream!"},
+        {pastEnd, 15, "Can not get frame of file '" + pastEnd + "' (15)"},
     };
     for (const auto& c : cases) {
         ASSERT_TRUE(picture.Create(8, 8, 8));
