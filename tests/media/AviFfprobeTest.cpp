@@ -92,7 +92,8 @@ void ExpectSameAsFfprobe(const AviFile& avi, const pugi::xml_document& probe, co
         EXPECT_EQ(packets[s], withData[s].size()) << context << " stream " << s;
 }
 
-// The track rows name each stream as ffprobe sees it and give a video its size and length.
+// The track rows name each stream as ffprobe sees it and give a video its size and length (the
+// movies here are all PAL, at 25 fps).
 void ExpectRowsAsFfprobe(const std::filesystem::path& file, const pugi::xml_document& probe,
                          const std::string& context)
 {

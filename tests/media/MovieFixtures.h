@@ -60,8 +60,8 @@ inline std::filesystem::path MencoderMovie()
                               "' -ovc lavc -lavcopts vcodec=mpeg4:keyint=10 -ffourcc DX50 -oac mp3lame -o ");
 }
 
-// 50 frames of 160x120 MPEG-4 and 4.6 s of PCM sound, written by GStreamer's avimux, which does
-// not interleave: its video chunks come in long runs after the sound.
+// 50 frames of 160x120 MPEG-4 and 2.3 s of PCM sound, written by GStreamer's avimux, which does
+// not interleave: all the sound chunks come first, then all the video chunks.
 inline std::filesystem::path GstreamerMovie()
 {
     return CommandFixture("gstreamer.avi", "gst-launch-1.0",
