@@ -1,5 +1,6 @@
 #include "media/VideoDecoder.h"
 
+#include "media/RiffFile.h"
 #include "render/cDIB.h"
 
 extern "C" {
@@ -14,6 +15,9 @@ namespace mw {
 
 namespace {
 
+struct FormatClose {
+    void operator()(AVFormatContext* f) const { avformat_close_input(&f); }
+};
 struct PacketFree {
     void operator()(AVPacket* p) const { av_packet_free(&p); }
 };
@@ -24,41 +28,8 @@ struct ScalerFree {
     void operator()(SwsContext* s) const { sws_freeContext(s); }
 };
 
-constexpr long kUnknown = -1;
-
-long ChunkWithData(const std::vector<AviChunk>& chunks, std::uint64_t data)
-{
-    const auto it = std::lower_bound(chunks.begin(), chunks.end(), data,
-                                     [](const AviChunk& c, std::uint64_t offset) { return c.Offset < offset; });
-    if (it != chunks.end() && it->Offset == data && it->Size > 0)
-        return static_cast<long>(it - chunks.begin());
-    // An index out of file order: look at every entry.
-    const auto any = std::find_if(chunks.begin(), chunks.end(),
-                                  [&](const AviChunk& c) { return c.Offset == data && c.Size > 0; });
-    return any == chunks.end() ? kUnknown : static_cast<long>(any - chunks.begin());
-}
-
-// The chunk of our index that a packet of FFmpeg's came from. FFmpeg gives the position of
-// the data when it reads through the file, that of the chunk's header when it follows its index.
-long ChunkAt(const std::vector<AviChunk>& chunks, std::int64_t pos)
-{
-    if (pos < 0)
-        return kUnknown;
-    const long atData = ChunkWithData(chunks, static_cast<std::uint64_t>(pos));
-    return atData != kUnknown ? atData : ChunkWithData(chunks, static_cast<std::uint64_t>(pos) + 8);
-}
-
-// FFmpeg's time stamp of a chunk, from its own index of the stream.
-std::int64_t TimestampOf(AVStream* stream, std::uint64_t dataOffset, std::int64_t fallback)
-{
-    const int count = avformat_index_get_entries_count(stream);
-    for (int i = 0; i < count; ++i) {
-        const AVIndexEntry* entry = avformat_index_get_entry(stream, i);
-        if (entry && static_cast<std::uint64_t>(entry->pos) + 8 == dataOffset)
-            return entry->timestamp;
-    }
-    return fallback;
-}
+// What one packet of FFmpeg's can hold, its padding included.
+constexpr std::uint32_t kMaxPacket = INT32_MAX - AV_INPUT_BUFFER_PADDING_SIZE;
 
 bool ToBitmap(const AVFrame& frame, cDIB& out)
 {
@@ -78,15 +49,10 @@ bool ToBitmap(const AVFrame& frame, cDIB& out)
 } // namespace
 
 struct VideoDecoder::State {
-    AVFormatContext* Format = nullptr;
+    RiffFile File;
     AVCodecContext* Codec = nullptr;
-    AVStream* Stream = nullptr;
 
-    ~State()
-    {
-        avcodec_free_context(&Codec);
-        avformat_close_input(&Format);
-    }
+    ~State() { avcodec_free_context(&Codec); }
 };
 
 VideoDecoder::VideoDecoder() : state_(std::make_unique<State>()) {}
@@ -97,20 +63,25 @@ bool VideoDecoder::Open(const std::string& path, std::size_t index)
 {
     state_ = std::make_unique<State>();
     State& s = *state_;
-    // Our own reader has taken the file for an AVI already; FFmpeg need not probe it again.
-    const AVInputFormat* avi = av_find_input_format("avi");
-    if (avformat_open_input(&s.Format, path.c_str(), avi, nullptr) < 0 || index >= s.Format->nb_streams)
+    std::string error;
+    if (!s.File.Open(path, false, error))
         return false;
-    for (unsigned i = 0; i < s.Format->nb_streams; ++i)
-        s.Format->streams[i]->discard = i == index ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
-    s.Stream = s.Format->streams[index];
-    if (s.Stream->codecpar->codec_type != AVMEDIA_TYPE_VIDEO)
+    // FFmpeg reads the stream headers for the codec and its parameters, as it reads them when it
+    // decodes the file itself; our own reader has taken the file for an AVI already.
+    AVFormatContext* opened = nullptr;
+    if (avformat_open_input(&opened, path.c_str(), av_find_input_format("avi"), nullptr) < 0)
         return false;
-    const AVCodec* codec = avcodec_find_decoder(s.Stream->codecpar->codec_id);
+    const std::unique_ptr<AVFormatContext, FormatClose> format(opened);
+    if (index >= format->nb_streams)
+        return false;
+    const AVCodecParameters* parameters = format->streams[index]->codecpar;
+    if (parameters->codec_type != AVMEDIA_TYPE_VIDEO)
+        return false;
+    const AVCodec* codec = avcodec_find_decoder(parameters->codec_id);
     if (!codec)
         return false;
     s.Codec = avcodec_alloc_context3(codec);
-    return s.Codec && avcodec_parameters_to_context(s.Codec, s.Stream->codecpar) >= 0 &&
+    return s.Codec && avcodec_parameters_to_context(s.Codec, parameters) >= 0 &&
            avcodec_open2(s.Codec, codec, nullptr) >= 0;
 }
 
@@ -120,24 +91,17 @@ bool VideoDecoder::Decode(const AviStream& stream, long chunk, long key, cDIB& o
     const std::vector<AviChunk>& chunks = stream.Chunks;
     if (!s.Codec || chunk < 0 || static_cast<std::size_t>(chunk) >= chunks.size())
         return false;
-    // A dropped frame shows the picture before it; FFmpeg never hands out its empty chunk.
+    const auto at = [&](long n) -> const AviChunk& { return chunks[static_cast<std::size_t>(n)]; };
+    // A dropped frame shows the picture before it.
     long target = chunk;
-    while (target > 0 && chunks[static_cast<std::size_t>(target)].Size == 0)
+    while (target > 0 && at(target).Size == 0)
         --target;
-    if (chunks[static_cast<std::size_t>(target)].Size == 0)
+    if (at(target).Size == 0)
         return false;
-    const auto isKey = [&](long at) {
-        const AviChunk& c = chunks[static_cast<std::size_t>(at)];
-        return c.KeyFrame && c.Size > 0;
-    };
     key = std::clamp(key, 0L, target);
-    while (key > 0 && !isKey(key))
+    while (key > 0 && !(at(key).KeyFrame && at(key).Size > 0))
         --key;
-
-    const std::int64_t stamp =
-        TimestampOf(s.Stream, chunks[static_cast<std::size_t>(key)].Offset, stream.Info.dwStart + key);
-    if (av_seek_frame(s.Format, s.Stream->index, stamp, AVSEEK_FLAG_BACKWARD) >= 0)
-        avcodec_flush_buffers(s.Codec);
+    avcodec_flush_buffers(s.Codec);
 
     std::unique_ptr<AVPacket, PacketFree> packet(av_packet_alloc());
     std::unique_ptr<AVFrame, FrameFree> frame(av_frame_alloc());
@@ -157,22 +121,22 @@ bool VideoDecoder::Decode(const AviStream& stream, long chunk, long key, cDIB& o
         return 0;
     };
 
-    long last = kUnknown;
-    while (av_read_frame(s.Format, packet.get()) >= 0) {
-        long at = ChunkAt(chunks, packet->pos);
-        if (at == kUnknown) {
-            at = last + 1;
-            while (static_cast<std::size_t>(at) < chunks.size() && chunks[static_cast<std::size_t>(at)].Size == 0)
-                ++at;
-        }
-        // Landing past the key frame would decode from the wrong picture.
-        if ((last == kUnknown && at > key) || at > target) {
-            av_packet_unref(packet.get());
+    const std::uint64_t fileSize = s.File.Size();
+    for (long n = key; n <= target; ++n) {
+        const AviChunk& c = at(n);
+        // An entry pointing past the end of the file is no frame. That is checked before the
+        // packet is made, so a hostile size cannot make us allocate more than the file holds.
+        if (c.Size == 0 || c.Size > kMaxPacket || c.Offset > fileSize || fileSize - c.Offset < c.Size)
+            continue;
+        if (av_new_packet(packet.get(), static_cast<int>(c.Size)) < 0)
             return false;
+        if (!s.File.Read(c.Offset, packet->data, c.Size)) {
+            av_packet_unref(packet.get());
+            continue;
         }
-        last = at;
-        packet->pts = at;
-        packet->dts = AV_NOPTS_VALUE;
+        packet->pts = n;
+        if (c.KeyFrame)
+            packet->flags |= AV_PKT_FLAG_KEY;
         int sent = 0;
         int result = 0;
         while ((sent = avcodec_send_packet(s.Codec, packet.get())) == AVERROR(EAGAIN) && result == 0)
@@ -183,8 +147,6 @@ bool VideoDecoder::Decode(const AviStream& stream, long chunk, long key, cDIB& o
             result = takeFrames();
         if (result != 0)
             return result > 0;
-        if (at == target)
-            break;
     }
     avcodec_send_packet(s.Codec, nullptr);
     return takeFrames() > 0;

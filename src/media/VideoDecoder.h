@@ -10,8 +10,10 @@ namespace mw {
 
 class cDIB;
 
-// One video stream of a file decoded by FFmpeg. Frames are addressed by the chunks of our own
-// index, because FFmpeg's packets leave out the empty chunks of dropped frames.
+// One video stream of a file decoded by FFmpeg from the chunks of our own index: the bytes of
+// each chunk are read where the index says and handed to the decoder as a packet. FFmpeg only
+// supplies the codec and its parameters, so neither its packet order (which differs in files
+// that are not interleaved) nor its leaving out of empty chunks bears on which frame we get.
 class VideoDecoder {
 public:
     VideoDecoder();
@@ -19,8 +21,8 @@ public:
     VideoDecoder(const VideoDecoder&) = delete;
     VideoDecoder& operator=(const VideoDecoder&) = delete;
 
-    // Stream `index` of the file: false when FFmpeg cannot read the file, does not see a video
-    // stream there or has no decoder for it.
+    // Stream `index` of the file: false when FFmpeg cannot read the file's headers, does not see
+    // a video stream there or has no decoder for it.
     bool Open(const std::string& path, std::size_t index);
 
     // The picture shown at chunk `chunk` of `stream` (that stream's entry of our index), as a

@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 
 using namespace mw;
 using namespace mw::test;
@@ -109,6 +108,10 @@ TEST_F(FrameGrab, FailuresSayWhatWentWrongAndPaintNothing)
     std::copy_n("ZZZZ", 4, unknownCodec.Streams[0].Format.begin() + 16);
     const std::string audioFile = folder.Write("audio.avi", BuildAvi(audioOnly).Bytes).string();
     const std::string unknownFile = folder.Write("unknown.avi", BuildAvi(unknownCodec).Bytes).string();
+    // The index says frame 15 runs far past the end of the file, so there is no frame 15.
+    std::string bytes = ReadAll(movie);
+    PatchLe(bytes, bytes.find("idx1") + 8 + 15 * 16 + 12, 0x7FFF0000);
+    const std::string pastEnd = folder.Write("past-end.avi", bytes).string();
     const std::string name = movie.string();
     const struct {
         std::string File;
@@ -120,6 +123,7 @@ TEST_F(FrameGrab, FailuresSayWhatWentWrongAndPaintNothing)
         {name, -2, "Can not get frame of file '" + name + "' (-2)"},
         {audioFile, 0, "There was an error working with the file:\r\n" + audioFile},
         {unknownFile, 0, "No suitable decompressor found for this video stream!"},
+        {pastEnd, 15, "Can not get frame of file '" + pastEnd + "' (15)"},
     };
     for (const auto& c : cases) {
         ASSERT_TRUE(picture.Create(8, 8, 8));
@@ -137,7 +141,9 @@ TEST_F(FrameGrab, FailuresSayWhatWentWrongAndPaintNothing)
     EXPECT_EQ(prompt.Texts(), std::vector<std::string>{"Bild nicht gefunden"});
 }
 
-TEST_F(FrameGrab, PictureIsFfmpegsOwnDecodedFromTheKeyFrameBefore)
+// The pictures themselves are compared with ffmpeg's, frame by frame, with the files of
+// several muxers in AviFfprobeTest.
+TEST_F(FrameGrab, DecodingStartsAtTheKeyFrameBeforeAndAnUnfittedPictureKeepsItsSize)
 {
     const auto movie = TestPictureMovie();
     ASSERT_FALSE(movie.empty());
@@ -145,17 +151,7 @@ TEST_F(FrameGrab, PictureIsFfmpegsOwnDecodedFromTheKeyFrameBefore)
     ASSERT_TRUE(Grab(movie, frame));
     EXPECT_EQ(statistics.KeyFrame, 50);
     EXPECT_EQ(statistics.DecodedFrames, 38);
-
-    // FFmpeg's own picture of frame 87 (no frame of this file is empty), flipped to our
-    // bottom-up rows of 64 x 3 bytes, which have no padding at this width.
-    const std::string reference =
-        CommandOutput("ffmpeg -nostdin -v error -i '" + movie.string() +
-                      "' -vf 'select=eq(n\\,87),vflip' -frames:v 1 -pix_fmt bgr24 -f rawvideo -");
-    ASSERT_EQ(reference.size(), picture.Size());
-    long difference = 0;
-    for (std::size_t i = 0; i < reference.size(); ++i)
-        difference += std::abs(picture.lpBits()[i] - static_cast<std::uint8_t>(reference[i]));
-    EXPECT_LT(difference / static_cast<long>(reference.size()), 4);
+    EXPECT_EQ(picture.Width(), 64);
 
     // Without fitting, the picture keeps its size and depth and the frame is stretched into it.
     ASSERT_TRUE(picture.Create(16, 12, 8));

@@ -1,7 +1,7 @@
 #pragma once
 
-// Media files for tests, made at test time by the ffmpeg command and kept for the run in one
-// folder, so that several tests share a file without making it twice.
+// Media files for tests, made at test time by ffmpeg and the other muxers and kept for the run
+// in one folder, so that several tests share a file without making it twice.
 
 #include <cstdio>
 #include <cstdlib>
@@ -46,22 +46,27 @@ inline const std::filesystem::path& MediaFixtureFolder()
     return folder;
 }
 
-// Runs `ffmpeg -y -loglevel error <arguments> <file>` once per file name and returns the file's
-// path, or an empty path when ffmpeg is missing or fails. The arguments name the inputs and
-// codecs; the output file comes last.
-inline std::filesystem::path FfmpegFixture(const std::string& name, const std::string& arguments)
+// Runs `command` once per file name, with the file's quoted path appended (the command ends in
+// a space or an "="), and returns the path, or an empty path when `tool` is missing or the
+// command fails.
+inline std::filesystem::path CommandFixture(const std::string& name, const std::string& tool, const std::string& command)
 {
     const auto file = MediaFixtureFolder() / name;
     if (std::filesystem::exists(file))
         return file;
-    if (!HaveTool("ffmpeg"))
+    if (!HaveTool(tool))
         return {};
-    const std::string command = "ffmpeg -nostdin -y -loglevel error " + arguments + " '" + file.string() + "'";
-    if (std::system(command.c_str()) != 0) {
+    if (std::system((command + "'" + file.string() + "'").c_str()) != 0) {
         std::filesystem::remove(file);
         return {};
     }
     return file;
+}
+
+// `ffmpeg -y -loglevel error <arguments> <file>`: the arguments name the inputs and codecs.
+inline std::filesystem::path FfmpegFixture(const std::string& name, const std::string& arguments)
+{
+    return CommandFixture(name, "ffmpeg", "ffmpeg -nostdin -y -loglevel error " + arguments + " ");
 }
 
 // Output of a shell command, or empty when it fails.

@@ -1,8 +1,8 @@
 #pragma once
 
 // The movies that the inspection, grab and command-line tests share, made by the ffmpeg
-// command (and spumux for the subtitles) once per test run. Each gives an empty path when a
-// tool is missing or fails; the tests then skip.
+// command (spumux for the subtitles, mencoder and GStreamer for files of other muxers) once per
+// test run. Each gives an empty path when a tool is missing or fails; the tests then skip.
 
 #include "media/MediaFixtures.h"
 
@@ -46,6 +46,28 @@ inline std::filesystem::path DroppedFramesMovie()
 inline std::filesystem::path TestPictureMovie()
 {
     return Dx50Movie("testsrc.avi", "-f lavfi -i testsrc=s=64x48:r=25:d=4", "-g 50 -sc_threshold 1000000000");
+}
+
+// 2 s of 160x120 DX50 with MP3 sound, written by mencoder, a key frame every 10 frames.
+inline std::filesystem::path MencoderMovie()
+{
+    const auto source = FfmpegFixture("mencoder-source.avi", "-f lavfi -i testsrc=s=160x120:r=25:d=2 "
+                                                             "-f lavfi -i sine=f=440:r=44100:d=2 -c:v ffv1 -c:a pcm_s16le");
+    if (source.empty())
+        return {};
+    return CommandFixture("mencoder.avi", "mencoder",
+                          "mencoder -really-quiet '" + source.string() +
+                              "' -ovc lavc -lavcopts vcodec=mpeg4:keyint=10 -ffourcc DX50 -oac mp3lame -o ");
+}
+
+// 50 frames of 160x120 MPEG-4 and 2.3 s of PCM sound, written by GStreamer's avimux, which does
+// not interleave: all the sound chunks come first, then all the video chunks.
+inline std::filesystem::path GstreamerMovie()
+{
+    return CommandFixture("gstreamer.avi", "gst-launch-1.0",
+                          "gst-launch-1.0 -q audiotestsrc num-buffers=100 ! audio/x-raw,rate=44100,channels=2 ! "
+                          "queue ! m. videotestsrc num-buffers=50 ! video/x-raw,width=160,height=120,framerate=25/1 ! "
+                          "avenc_mpeg4 gop-size=12 ! queue ! avimux name=m ! filesink location=");
 }
 
 // 3 s of 720x576 DX50 at 25 fps with an XSUB stream named "Subtitle - en-US;02", made from a
