@@ -1,7 +1,9 @@
 // libFuzzer entry for the project file: every input is read as a project, checked, normalised
-// and saved.
+// and saved. Each step runs under the guard that every command of the program runs under, so
+// what the fuzzer reports is what would reach the user as a crash, not a message.
 
 #include "FuzzMemoryFile.h"
+#include "core/CommandGuard.h"
 #include "core/ScriptedPrompt.h"
 #include "document/CheckForErrors.h"
 #include "document/Document.h"
@@ -38,9 +40,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     mw::Document doc;
     if (!mw::LoadXmlFile(path, doc, prompt))
         return 0;
-    mw::CheckForErrors(doc, lang, prompt, true);
-    mw::NormalizeFile(doc, lang, prompt);
-    std::string error;
-    mw::SaveTreeToFile(doc.Tree, saved.Path, error);
+    mw::RunCommandCaught(prompt, [&] { mw::CheckForErrors(doc, lang, prompt, true); });
+    mw::RunCommandCaught(prompt, [&] { mw::NormalizeFile(doc, lang, prompt); });
+    mw::RunCommandCaught(prompt, [&] {
+        std::string error;
+        mw::SaveTreeToFile(doc.Tree, saved.Path, error);
+    });
     return 0;
 }
