@@ -7,6 +7,7 @@
 #include "document/Project.h"
 #include "document/SchemaNodes.h"
 #include "document/TreeQueries.h"
+#include "media/AskForMovies.h"
 #include "media/NewTitleForm.h"
 #include "media/TitleNodes.h"
 
@@ -25,20 +26,8 @@ std::string DefaultTrack(const ComboList& combo, const char* suffix)
 
 void mnuAddTitle(Project& project)
 {
-    FileDialogRequest request;
-    request.Title = "Select new titles/movies";
-    request.Filter = "*.avi;*.divx|*.avi;*.divx";
-    request.InitialDir = project.Values().LastFolderUsed;
-    request.MultiSelect = true;
-    const std::vector<std::string> files = project.Ask().OpenFiles(request);
-    if (files.empty())
-        return;
-    project.Values().LastFolderUsed = FolderOf(files.front());
-    for (const std::string& file : files) {
-        if (file.empty())
-            break;
+    for (const std::string& file : AskForMovies(project, "Select new titles/movies", true))
         AddTitle(project, file);
-    }
 }
 
 bool AddTitle(Project& project, const std::string& fileName)

@@ -5,6 +5,7 @@
 #include "document/MenuTrackList.h"
 #include "document/Project.h"
 #include "document/SchemaNodes.h"
+#include "media/AskForMovies.h"
 #include "media/NewTitleForm.h"
 #include "media/StreamLanguage.h"
 #include "media/StreamTexts.h"
@@ -91,15 +92,10 @@ bool CreateNewFile(Project& project, const std::string& preset, const std::strin
         return false;
     std::string movie = preset;
     if (movie.empty()) {
-        FileDialogRequest request;
-        request.Title = dialogTitle;
-        request.Filter = "*.avi;*.divx|*.avi;*.divx";
-        request.InitialDir = project.Values().LastFolderUsed;
-        const std::vector<std::string> files = project.Ask().OpenFiles(request);
-        if (files.empty() || files.front().empty())
+        const std::vector<std::string> files = AskForMovies(project, dialogTitle, false);
+        if (files.empty())
             return false;
         movie = files.front();
-        project.Values().LastFolderUsed = FolderOf(movie);
     }
 
     NewTitleForm form;

@@ -5,6 +5,7 @@
 #include "core/settings/clsIniFile.h"
 #include "document/Project.h"
 #include "document/TreeQueries.h"
+#include "media/AskForMovies.h"
 #include "media/mAVIDecs.h"
 #include "menus/MenuCommands.h"
 
@@ -156,14 +157,10 @@ bool LoadMovieForMenu(Project& project, NewMenuForm& form, const std::string& fi
 {
     std::string file = fileName;
     if (file.empty()) {
-        FileDialogRequest request;
-        request.Filter = "*.avi;*.divx|*.avi;*.divx";
-        request.InitialDir = project.Values().LastFolderUsed;
-        const std::vector<std::string> files = project.Ask().OpenFiles(request);
-        if (files.empty() || files.front().empty())
+        const std::vector<std::string> files = AskForMovies(project, "", false);
+        if (files.empty())
             return false;
         file = files.front();
-        project.Values().LastFolderUsed = FolderOf(file);
     }
     form.lblVideo = file;
     TakeFrames(project, form, file);

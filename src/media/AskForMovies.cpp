@@ -1,0 +1,25 @@
+#include "media/AskForMovies.h"
+
+#include "core/Paths.h"
+#include "core/Prompt.h"
+#include "document/Project.h"
+
+#include <algorithm>
+
+namespace mw {
+
+std::vector<std::string> AskForMovies(Project& project, const std::string& title, bool several)
+{
+    FileDialogRequest request;
+    request.Title = title;
+    request.Filter = "*.avi;*.divx|*.avi;*.divx";
+    request.InitialDir = project.Values().LastFolderUsed;
+    request.MultiSelect = several;
+    std::vector<std::string> files = project.Ask().OpenFiles(request);
+    files.erase(std::find(files.begin(), files.end(), std::string()), files.end());
+    if (!files.empty())
+        project.Values().LastFolderUsed = FolderOf(files.front());
+    return files;
+}
+
+} // namespace mw
