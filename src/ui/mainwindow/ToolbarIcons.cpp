@@ -1,11 +1,10 @@
 #include "ui/mainwindow/ToolbarIcons.h"
 
-#include <QFont>
-#include <QPainter>
-#include <QPixmap>
+#include <QApplication>
 #include <QStyle>
 
 #include <array>
+#include <mutex>
 #include <optional>
 
 namespace mw {
@@ -14,77 +13,71 @@ namespace {
 
 struct IconEntry {
     std::string_view Key;
-    std::optional<QStyle::StandardPixmap> Standard;
-    const char* Badge;   // the letters drawn when the style has no fitting icon
-    QRgb Colour;
+    const char* ThemeName; // freedesktop name, or nullptr where none fits
+    const char* Drawing;   // our own picture under :/icons, or nullptr
+    std::optional<QStyle::StandardPixmap> Standard; // the last resort of a theme name
 };
 
-constexpr QRgb kBlue = 0xff3465a4;
-constexpr QRgb kGreen = 0xff4e9a06;
-constexpr QRgb kOrange = 0xffce5c00;
-constexpr QRgb kPurple = 0xff75507b;
-constexpr QRgb kGrey = 0xff555753;
+constexpr auto kNoStandard = std::nullopt;
 
 const std::array kIcons{
-    IconEntry{"newXml", QStyle::SP_FileIcon, "", kBlue},
-    IconEntry{"openXml", QStyle::SP_DialogOpenButton, "", kBlue},
-    IconEntry{"save", QStyle::SP_DialogSaveButton, "", kBlue},
-    IconEntry{"saveAs", std::nullopt, "S+", kBlue},
-    IconEntry{"addTitle", std::nullopt, "T", kGreen},
-    IconEntry{"addLang", std::nullopt, "L", kGreen},
-    IconEntry{"addMenu", std::nullopt, "M", kGreen},
-    IconEntry{"DivX", std::nullopt, "Dx", kOrange},
-    IconEntry{"NoCreateOverlays", std::nullopt, "Ov", kGrey},
-    IconEntry{"options", std::nullopt, "Op", kGrey},
-    IconEntry{"help", std::nullopt, "?", kBlue},
-    IconEntry{"buttonAdd", std::nullopt, "B+", kGreen},
-    IconEntry{"buttonDel", std::nullopt, "B-", kOrange},
-    IconEntry{"shapeSelect", std::nullopt, "Sh", kPurple},
-    IconEntry{"shapeName", std::nullopt, "Sn", kPurple},
-    IconEntry{"shapeLineWidth", std::nullopt, "W", kPurple},
-    IconEntry{"color1", std::nullopt, "1", kPurple},
-    IconEntry{"color2", std::nullopt, "2", kPurple},
-    IconEntry{"color3", std::nullopt, "3", kPurple},
-    IconEntry{"lock", std::nullopt, "Lk", kGrey},
-    IconEntry{"previous", QStyle::SP_MediaSeekBackward, "", kGrey},
-    IconEntry{"next", QStyle::SP_MediaSeekForward, "", kGrey},
-    IconEntry{"play", QStyle::SP_MediaPlay, "", kGrey},
-    IconEntry{"stop", QStyle::SP_MediaStop, "", kGrey},
-    IconEntry{"closemovie", QStyle::SP_DialogCloseButton, "", kGrey},
-    IconEntry{"pause", QStyle::SP_MediaPause, "", kGrey},
+    IconEntry{"newXml", "document-new", nullptr, QStyle::SP_FileIcon},
+    IconEntry{"openXml", "document-open", nullptr, QStyle::SP_DialogOpenButton},
+    IconEntry{"save", "document-save", nullptr, QStyle::SP_DialogSaveButton},
+    IconEntry{"saveAs", "document-save-as", nullptr, QStyle::SP_DialogSaveButton},
+    IconEntry{"addTitle", nullptr, "title-add", kNoStandard},
+    IconEntry{"addLang", nullptr, "language-add", kNoStandard},
+    IconEntry{"addMenu", nullptr, "menu-add", kNoStandard},
+    IconEntry{"DivX", nullptr, "divx", kNoStandard},
+    IconEntry{"NoCreateOverlays", nullptr, "overlays-keep", kNoStandard},
+    IconEntry{"options", "preferences-system", "options", kNoStandard},
+    IconEntry{"help", "help-contents", "help", kNoStandard},
+    IconEntry{"buttonAdd", nullptr, "button-add", kNoStandard},
+    IconEntry{"buttonDel", nullptr, "button-remove", kNoStandard},
+    IconEntry{"shapeSelect", nullptr, "overlay", kNoStandard},
+    IconEntry{"shapeName", nullptr, "overlay-shape", kNoStandard},
+    IconEntry{"shapeLineWidth", nullptr, "line-width", kNoStandard},
+    IconEntry{"color1", nullptr, "colour", kNoStandard},
+    IconEntry{"color2", nullptr, "colour", kNoStandard},
+    IconEntry{"color3", nullptr, "colour", kNoStandard},
+    IconEntry{"lock", nullptr, "lock", kNoStandard},
+    IconEntry{"previous", nullptr, "frame-previous", kNoStandard},
+    IconEntry{"next", nullptr, "frame-next", kNoStandard},
+    IconEntry{"play", "media-playback-start", nullptr, QStyle::SP_MediaPlay},
+    IconEntry{"stop", "media-playback-stop", nullptr, QStyle::SP_MediaStop},
+    IconEntry{"pause", "media-playback-pause", nullptr, QStyle::SP_MediaPause},
+    IconEntry{"closemovie", "media-eject", nullptr, QStyle::SP_DialogCloseButton},
+    IconEntry{"menuwright", "menuwright", "menuwright", kNoStandard},
 };
 
-QIcon Badge(const QString& letters, QColor colour)
+// Without a desktop session Qt names no theme, or only the bare "hicolor" one, which has
+// no tool bar pictures: then the common GNOME theme is asked, where it is installed.
+void PickIconTheme()
 {
-    QPixmap picture(16, 16);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(colour.darker(140));
-    painter.setBrush(colour);
-    painter.drawRoundedRect(QRectF(0.5, 0.5, 15, 15), 3, 3);
-    QFont font = painter.font();
-    font.setPixelSize(letters.size() > 1 ? 8 : 11);
-    font.setBold(true);
-    painter.setFont(font);
-    painter.setPen(Qt::white);
-    painter.drawText(QRect(0, 0, 16, 16), Qt::AlignCenter, letters);
-    painter.end();
-    return QIcon(picture);
+    static std::once_flag once;
+    std::call_once(once, [] {
+        const QString current = QIcon::themeName();
+        if (current.isEmpty() || current == QLatin1String("hicolor"))
+            QIcon::setThemeName(QStringLiteral("Adwaita"));
+    });
 }
 
 } // namespace
 
-QIcon ToolbarIcon(const QStyle& style, std::string_view key)
+QIcon ToolbarIcon(std::string_view key)
 {
+    PickIconTheme();
     for (const IconEntry& entry : kIcons) {
         if (entry.Key != key)
             continue;
-        if (entry.Standard)
-            return style.standardIcon(*entry.Standard);
-        return Badge(QString::fromLatin1(entry.Badge), QColor::fromRgba(entry.Colour));
+        QIcon fallback;
+        if (entry.Drawing)
+            fallback = QIcon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(entry.Drawing)));
+        else if (entry.Standard)
+            fallback = QApplication::style()->standardIcon(*entry.Standard);
+        return entry.ThemeName ? QIcon::fromTheme(QLatin1String(entry.ThemeName), fallback) : fallback;
     }
-    return Badge(QString::fromLatin1(key.substr(0, 1)), QColor::fromRgba(kGrey));
+    return {};
 }
 
 } // namespace mw

@@ -4,12 +4,11 @@
 
 #include <string_view>
 
-class QStyle;
-
 namespace mw {
 
-// The picture of a tool bar button by its key: the style's own icon where one means the same
-// thing, else a small drawn badge with a letter or two.
-QIcon ToolbarIcon(const QStyle& style, std::string_view key);
+// The picture of a tool bar button by its key (`openXml`, `buttonAdd`, `color1`, ...), and of the
+// program itself by "menuwright": the desktop's icon theme where it has one that means the same
+// thing, else one of our own drawings. A null icon for a key that has none.
+QIcon ToolbarIcon(std::string_view key);
 
 } // namespace mw

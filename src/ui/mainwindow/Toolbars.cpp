@@ -88,7 +88,7 @@ QToolBar* Build(QMainWindow& window, const char* name, const std::array<ToolbarB
             continue;
         }
         // The text is what an overflow menu and a screen reader show.
-        QAction* button = bar->addAction(ToolbarIcon(*window.style(), entry.Key),
+        QAction* button = bar->addAction(ToolbarIcon(entry.Key),
                                          *entry.ToolTip ? entry.ToolTip : entry.Key);
         button->setObjectName(entry.Key);
         button->setToolTip(entry.ToolTip);
