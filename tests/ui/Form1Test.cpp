@@ -18,6 +18,8 @@
 #include <QToolBar>
 #include <QTreeWidget>
 
+#include <functional>
+
 using namespace mw;
 
 namespace {
@@ -301,6 +303,15 @@ void Form1Test::firstStartFillsMostOfTheScreen()
     const QRect window = w.form->geometry();
     QCOMPARE(window.size(), screen.size() * 0.8);
     QCOMPARE(window.center(), screen.center());
+    // The canvas takes the room; the panes beside it keep the tree's width.
+    w.form->show();
+    QVERIFY(QTest::qWaitForWindowExposed(w.form.get()));
+    w.OpenByMenu(w.WriteProject());
+    w.Select("12");
+    auto* splitter = w.form->findChild<QSplitter*>();
+    QTRY_COMPARE(splitter->sizes()[2], 263);
+    QCOMPARE(splitter->sizes()[0], 263);
+    QCOMPARE(splitter->sizes()[1], splitter->width() - 2 * 263 - 12);
 }
 
 void Form1Test::everyToolbarButtonAndTheWindowHaveAPicture()
@@ -327,9 +338,21 @@ void Form1Test::everyToolbarButtonAndTheWindowHaveAPicture()
     QCOMPARE(buttons, 26);
     QVERIFY(paints(w.form->windowIcon()));
 
+    // So does every row of the tree, whatever its kind.
+    w.OpenByMenu(w.WriteProject());
+    const QAbstractItemModel* tree = w.Widget<QTreeView>("TreeView1")->model();
+    std::function<void(const QModelIndex&)> check = [&](const QModelIndex& parent) {
+        for (int row = 0; row < tree->rowCount(parent); ++row) {
+            const QModelIndex index = tree->index(row, 0, parent);
+            QVERIFY2(paints(index.data(Qt::DecorationRole).value<QIcon>()), qPrintable(index.data().toString()));
+            check(index);
+        }
+    };
+    check({});
+
     // Our own drawings stand in wherever the desktop has no theme; each must load by itself.
     const QStringList drawings = QDir(":/icons").entryList({"*.svg"});
-    QCOMPARE(drawings.size(), 17);
+    QCOMPARE(drawings.size(), 25);
     for (const QString& name : drawings)
         QVERIFY2(paints(QIcon(":/icons/" + name)), qPrintable(name));
     QVERIFY(ToolbarIcon("noSuchKey").isNull());

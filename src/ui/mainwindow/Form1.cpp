@@ -341,9 +341,12 @@ void Form1::ApplyLayout()
 {
     const Settings& values = project_.Values();
     const int left = static_cast<int>(values.Diax);
-    const int middle = std::max(1, static_cast<int>(values.Diax2 - values.Diax) - kSplitterWidth);
-    const int right = std::max(1, splitter_->width() - left - middle - 2 * kSplitterWidth);
-    splitter_->setSizes({left, middle, right});
+    const int free = splitter_->width() - left - 2 * kSplitterWidth;
+    // At the first start the window is larger than the strips' places were made for: the
+    // right pane gets the tree's width and the canvas all the rest.
+    const int middle = program_.FirstStart ? free - left
+                                           : static_cast<int>(values.Diax2 - values.Diax) - kSplitterWidth;
+    splitter_->setSizes({left, std::max(1, middle), std::max(1, free - middle)});
 }
 
 void Form1::KeepLayout()

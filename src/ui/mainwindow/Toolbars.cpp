@@ -81,7 +81,6 @@ QToolBar* Build(QMainWindow& window, const char* name, const std::array<ToolbarB
     bar->setObjectName(name);
     bar->setMovable(false);
     bar->setToolButtonStyle(Qt::ToolButtonIconOnly);
-    bar->setIconSize(QSize(16, 16));
     for (const ToolbarButton& entry : buttons) {
         if (!entry.Key) {
             bar->addSeparator();
