@@ -95,8 +95,8 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
     const Settings& values = project_.Values();
     if (program_.FirstStart) {
         // Nothing is remembered yet: most of the screen, in its middle.
-        const QRect free = screen()->availableGeometry();
-        setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, free.size() * kFirstStartShare, free));
+        const QRect area = screen()->availableGeometry();
+        setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, area.size() * kFirstStartShare, area));
     } else {
         move(static_cast<int>(values.Left / kTwipsPerPixel), static_cast<int>(values.Top / kTwipsPerPixel));
         resize(static_cast<int>(values.Width / kTwipsPerPixel), static_cast<int>(values.Height / kTwipsPerPixel));
@@ -341,12 +341,12 @@ void Form1::ApplyLayout()
 {
     const Settings& values = project_.Values();
     const int left = static_cast<int>(values.Diax);
-    const int free = splitter_->width() - left - 2 * kSplitterWidth;
+    const int room = splitter_->width() - left - 2 * kSplitterWidth;
     // At the first start the window is larger than the strips' places were made for: the
     // right pane gets the tree's width and the canvas all the rest.
-    const int middle = program_.FirstStart ? free - left
+    const int middle = program_.FirstStart ? room - left
                                            : static_cast<int>(values.Diax2 - values.Diax) - kSplitterWidth;
-    splitter_->setSizes({left, std::max(1, middle), std::max(1, free - middle)});
+    splitter_->setSizes({left, std::max(1, middle), std::max(1, room - middle)});
 }
 
 void Form1::KeepLayout()
