@@ -46,8 +46,11 @@ bool CreateTextOverlay(Project& project)
 bool CreateOverlayFromPic(Project& project)
 {
     const std::string picture = AskForOverlayPicture(project);
-    if (picture.empty())
-        return false;
+    return !picture.empty() && CreateOverlayFromPic(project, picture);
+}
+
+bool CreateOverlayFromPic(Project& project, const std::string& picture)
+{
     const std::string name = fs::path(picture).stem().string();
     const fs::path folder = project.ProgramFolder() / kOverlaysFolder;
     const fs::path target = folder / (name + ".bmp");

@@ -34,6 +34,8 @@ bool CreateTextOverlay(Project& project);
 // overlay, in one undo step. A cancel at any question, or a bitmap that cannot be written,
 // leaves the project and the folder as they were; false then.
 bool CreateOverlayFromPic(Project& project);
+// The same for a picture chosen already.
+bool CreateOverlayFromPic(Project& project, const std::string& picture);
 
 // The colour buttons: the menu's three overlay colours through the colour dialog. Blue, the
 // transparent colour, is refused with a message; a cancel or a refusal changes nothing.
