@@ -7,7 +7,6 @@
 #include "ui/dialogs/NamedControls.h"
 
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPixmap>
@@ -90,13 +89,9 @@ frmCreateOverFromPic::frmCreateOverFromPic(CreateOverFromPicForm& form, Project&
     grid->addWidget(Command3_, 2, 3);
     grid->addWidget(NamedLabel("Label1", "New overlay picture will be saved in "), 3, 0);
     grid->addWidget(lblSaveIn, 3, 1, 1, 3);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(OKButton_);
-    buttons->addWidget(CancelButton);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(grid);
-    layout->addLayout(buttons);
+    layout->addLayout(OkCancelRow(*this, OKButton_, CancelButton, form_.Accepted));
 
     connect(Command1, &QPushButton::clicked, this, &frmCreateOverFromPic::Command1_Click);
     connect(Command2_, &QPushButton::clicked, this, [this] {
@@ -107,13 +102,6 @@ frmCreateOverFromPic::frmCreateOverFromPic(CreateOverFromPicForm& form, Project&
         form_.Overlay.SetFromPic();
         ShowForm();
     });
-    connect(OKButton_, &QPushButton::clicked, this, [this] {
-        form_.Accepted = true;
-        accept();
-    });
-    connect(CancelButton, &QPushButton::clicked, this, &QDialog::reject);
-    connect(this, &QDialog::rejected, this, [this] { form_.Accepted = false; });
-    form_.Accepted = false;
     ShowForm();
     resize(720, 480);
     LoadTextForDesign(project.Lang(), *this);
