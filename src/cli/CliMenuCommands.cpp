@@ -1,6 +1,7 @@
 #include "cli/CliMenuCommands.h"
 
 #include "build/PicturesToMenuVideo.h"
+#include "cli/CliOverlayCommands.h"
 #include "cli/ConsoleFormHost.h"
 #include "core/Text.h"
 #include "core/settings/Settings.h"
@@ -16,6 +17,7 @@
 #include "menus/MenuCommands.h"
 #include "menus/MenuForms.h"
 #include "menus/OverlayAttributes.h"
+#include "menus/OverlayDialogs.h"
 #include "render/OverlayFont.h"
 
 #include <filesystem>
@@ -520,8 +522,54 @@ int RunMoveButton(const CliOptions& options, CliContext& context)
     });
 }
 
+namespace {
+
+// The buttons as the canvas selects them: the first clicked, the others added to the selection.
+void SelectButtons(Project& project, const std::vector<int>& indexes)
+{
+    Label1_Click(project, indexes.front());
+    for (std::size_t i = 1; i < indexes.size(); ++i)
+        project.Canvas.Buttons[static_cast<std::size_t>(indexes[i])].Selected = true;
+}
+
+// set-overlay --from-picture: the picture becomes an overlay of the library, the buttons show it.
+int SetOverlayFromPicture(const CliOptions& options, CliContext& context)
+{
+    const std::vector<std::string>& args = options.Arguments;
+    const auto pixel = TransparentPixel(options);
+    const bool otherOptions = std::any_of(options.Values.begin(), options.Values.end(),
+                                          [](const auto& option) { return option.first != "--transparent"; });
+    if (args.size() < 2 || !pixel || otherOptions || options.Menu.ResetPosition)
+        return Refuse(context, options, "expected a project file and the buttons, --from-picture PICTURE and at most "
+                                        "--transparent X,Y");
+    const std::string picture = Absolute(*options.Menu.FromPicture);
+    context.Forms.FillCreateOverFromPic = [&](CreateOverFromPicForm& form) {
+        if (form.Overlay.PickTransparent(pixel->first, pixel->second))
+            return true;
+        context.Forms.Error = form.Overlay.Picture().Empty() ? "cannot read the picture " + picture
+                                                             : "the pixel of --transparent is outside the picture";
+        return false;
+    };
+    return RunOnProject(options, context, [&](Project& project) {
+        const std::vector<std::string> ids(args.begin() + 1, args.end());
+        const std::vector<int> indexes = ShowButtons(project, ids);
+        if (indexes.size() != ids.size())
+            return Refuse(context, options, "the buttons must be buttons of one menu");
+        SelectButtons(project, indexes);
+        if (CreateOverlayFromPic(project, picture))
+            return static_cast<int>(kExitOk);
+        if (!context.Forms.Error.empty())
+            context.Err << "menuwright-cli set-overlay: " << context.Forms.Error << '\n';
+        return static_cast<int>(kExitFaults);
+    });
+}
+
+} // namespace
+
 int RunSetOverlay(const CliOptions& options, CliContext& context)
 {
+    if (options.Menu.FromPicture)
+        return SetOverlayFromPicture(options, context);
     const std::vector<std::string>& args = options.Arguments;
     const std::optional<std::string> widthOption = options.Value("--width");
     const std::optional<std::string> textOption = options.Value("--text");
@@ -545,12 +593,7 @@ int RunSetOverlay(const CliOptions& options, CliContext& context)
         const std::vector<int> indexes = ShowButtons(project, ids);
         if (indexes.size() != ids.size())
             return Refuse(context, options, "the buttons must be buttons of one menu");
-        const auto select = [&] {
-            Label1_Click(project, indexes.front());
-            for (std::size_t i = 1; i < indexes.size(); ++i)
-                project.Canvas.Buttons[static_cast<std::size_t>(indexes[i])].Selected = true;
-        };
-        select();
+        SelectButtons(project, indexes);
         if (special)
             SetSpecialOverlay(project, shape);
         else

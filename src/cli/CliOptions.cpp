@@ -138,6 +138,7 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
         {"--type", "add-menu", &menu.Type},        {"--name", "add-menu", &menu.Name},
         {"--exit", "add-menu", &menu.Exit},        {"--picture", "add-menu", nullptr},
         {"--overlay", "add-button", &menu.Overlay}, {"--reset-position", "set-overlay", nullptr},
+        {"--from-picture", "set-overlay", &menu.FromPicture},
     };
     std::vector<std::string> rest;
     std::string error;
@@ -214,6 +215,8 @@ std::string CliUsage()
            "              audio:TITLE:TRACK subtitle:TITLE:TRACK\n"
            "  set-overlay PROJECT.xml BUTTON_ID... SHAPE [--width N] [--reset-position] [--text T]\n"
            "      [--font \"Family[,B][,I]\"] [--font-size PT] [--outline N] [--shadow 4RB]\n"
+           "  set-overlay PROJECT.xml BUTTON_ID... --from-picture PICTURE [--transparent X,Y]\n"
+           "                                    a picture as a new overlay of the library, on the buttons\n"
            "  set-colors PROJECT.xml MENU_ID COLOR1 COLOR2 COLOR3\n"
            "  align PROJECT.xml left|top|right|bottom REFERENCE_ID BUTTON_ID...\n"
            "  same-size PROJECT.xml width|height|both REFERENCE_ID BUTTON_ID...\n"

@@ -21,6 +21,7 @@ struct MenuCliOptions {
     std::optional<std::string> Exit;     // --exit create-after|again|MENU_ID
     std::optional<std::string> Overlay;  // --overlay SHAPE, of add-button
     bool ResetPosition = false;          // --reset-position, of set-overlay
+    std::optional<std::string> FromPicture; // --from-picture PICTURE, of set-overlay
 };
 
 // The command line, taken apart: a command word, its plain arguments and the options.

@@ -114,6 +114,12 @@ bool IsOverlayOption(const std::string& option)
     return std::find(std::begin(kOverlayOptions), std::end(kOverlayOptions), option) != std::end(kOverlayOptions);
 }
 
+std::optional<std::pair<int, int>> TransparentPixel(const CliOptions& options)
+{
+    const auto at = options.Value("--transparent");
+    return at ? NumberPair(*at, ',') : std::optional(std::pair{0, 0});
+}
+
 int RunOverlay(const CliOptions& options, CliContext& context)
 {
     if (options.Arguments.size() != 2 || !options.Output)
@@ -173,19 +179,15 @@ int RunOverlayFromPicture(const CliOptions& options, CliContext& context)
 {
     if (options.Arguments.size() != 1 || !options.Output)
         return Refuse(context, options, "expected PICTURE -o OUT.bmp");
-    std::pair<int, int> pixel{0, 0};
-    if (const auto at = OverlayArguments(options).Value("--transparent")) {
-        const auto parsed = NumberPair(*at, ',');
-        if (!parsed)
-            return Refuse(context, options, "--transparent takes the pixel X,Y");
-        pixel = *parsed;
-    }
+    const auto pixel = TransparentPixel(options);
+    if (!pixel)
+        return Refuse(context, options, "--transparent takes the pixel X,Y");
     OverlayFromPicture model;
     if (!model.LoadPicture(options.Arguments[0])) {
         context.Err << "menuwright-cli: cannot read the picture " << options.Arguments[0] << '\n';
         return kExitFaults;
     }
-    if (!model.PickTransparent(pixel.first, pixel.second))
+    if (!model.PickTransparent(pixel->first, pixel->second))
         return Refuse(context, options, "the pixel of --transparent is outside the picture");
     model.ShowWithDefaultColors();
     return Save(model.Result(), *options.Output, context);

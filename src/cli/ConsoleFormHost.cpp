@@ -2,6 +2,7 @@
 
 #include "media/ChapForm.h"
 #include "media/NewTitleForm.h"
+#include "menus/OverlayDialogs.h"
 
 #include <cstddef>
 
@@ -42,6 +43,13 @@ bool ConsoleFormHost::ShowChap(ChapForm& form)
 {
     Error.clear();
     form.Accepted = FillChap ? FillChap(form) : true;
+    return form.Accepted;
+}
+
+bool ConsoleFormHost::ShowCreateOverFromPic(CreateOverFromPicForm& form)
+{
+    Error.clear();
+    form.Accepted = FillCreateOverFromPic ? FillCreateOverFromPic(form) : true;
     return form.Accepted;
 }
 

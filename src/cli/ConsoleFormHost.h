@@ -18,11 +18,15 @@ public:
     std::optional<int> DefaultSubtitle;
     // How a command fills the chapter dialog; without it the form is accepted as it stands.
     std::function<bool(ChapForm&)> FillChap;
+    // How a command picks the transparent colour of a picture; without it the form is accepted
+    // as it stands.
+    std::function<bool(CreateOverFromPicForm&)> FillCreateOverFromPic;
 
     std::string Error;
 
     bool ShowNewTitle(NewTitleForm& form) override;
     bool ShowChap(ChapForm& form) override;
+    bool ShowCreateOverFromPic(CreateOverFromPicForm& form) override;
 };
 
 } // namespace mw

@@ -6,15 +6,18 @@
 #include "document/ProgramStart.h"
 #include "media/ChapForm.h"
 #include "media/NewTitleForm.h"
+#include "menus/OverlayDialogs.h"
 #include "ui/QtDesignTarget.h"
 #include "ui/QtFormHost.h"
 #include "ui/dialogs/ToolPathDialog.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmChap.h"
+#include "ui/dialogs/frmCreateOverFromPic.h"
 #include "ui/dialogs/frmNewTitle.h"
 #include "ui/dialogs/frmOptions.h"
 #include "ui/mainwindow/Form1.h"
 #include "ui/mainwindow/MenuBar.h"
+#include "ui/panels/frmPropText.h"
 
 #include <QTemporaryDir>
 
@@ -59,10 +62,13 @@ std::vector<FormDesign> ProgramWindowDesigns()
     frmNewTitle newTitle(newTitleForm, prompt, program.Lang.LangDoc());
     ChapForm chapForm;
     frmChap chap(chapForm, project);
+    frmPropText propText(project);
+    CreateOverFromPicForm overFromPicForm;
+    frmCreateOverFromPic overFromPic(overFromPicForm, project);
 
     std::vector<FormDesign> designs;
     for (QWidget* window : std::initializer_list<QWidget*>{&form1, &options, &cliPath, &virtualDubPath, &about,
-                                                           &newTitle, &chap})
+                                                           &newTitle, &chap, &propText, &overFromPic})
         designs.push_back(WithoutPlaceholders(ReadFormDesign(*window)));
     return designs;
 }

@@ -8,11 +8,12 @@
 
 namespace mw {
 
-std::vector<std::string> AskForMovies(Project& project, const std::string& title, bool several)
+std::vector<std::string> AskForFiles(Project& project, const std::string& title, const std::string& filter,
+                                     bool several)
 {
     FileDialogRequest request;
     request.Title = title;
-    request.Filter = "*.avi;*.divx|*.avi;*.divx";
+    request.Filter = filter;
     request.InitialDir = project.Values().LastFolderUsed;
     request.MultiSelect = several;
     std::vector<std::string> files = project.Ask().OpenFiles(request);
@@ -20,6 +21,11 @@ std::vector<std::string> AskForMovies(Project& project, const std::string& title
     if (!files.empty())
         project.Values().LastFolderUsed = FolderOf(files.front());
     return files;
+}
+
+std::vector<std::string> AskForMovies(Project& project, const std::string& title, bool several)
+{
+    return AskForFiles(project, title, "*.avi;*.divx|*.avi;*.divx", several);
 }
 
 } // namespace mw

@@ -167,7 +167,8 @@ void ForSelection(Project& project, Change change)
     }
 }
 
-// The selected button and its node; nullptr when no button is selected.
+} // namespace
+
 CanvasButton* SelectedButton(Project& project, DocNode*& node)
 {
     MenuCanvas& canvas = project.Canvas;
@@ -177,8 +178,6 @@ CanvasButton* SelectedButton(Project& project, DocNode*& node)
     node = project.Doc.Tree.ObjectNode(button.Label.Tag);
     return node ? &button : nullptr;
 }
-
-} // namespace
 
 void SetThisOverlay(Project& project, const std::string& name)
 {

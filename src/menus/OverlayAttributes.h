@@ -13,6 +13,7 @@
 namespace mw {
 
 class Project;
+class DocNode;
 
 inline constexpr const char* kDefaultOverlayPosition = "6 6 -12 -12";
 inline constexpr const char* kSameOverlayPosition = "0 0 0 0";
@@ -72,6 +73,9 @@ std::string OverlayFileFor(const std::filesystem::path& programFolder, const std
 
 // Places a button's overlay by its position string "a b c d" against the rectangle.
 void PlaceShapeFromTag(CanvasButton& button);
+
+// The selected button and its node; nullptr when no button is selected or its node is gone.
+CanvasButton* SelectedButton(Project& project, DocNode*& node);
 
 // The overlay commands act on the canvas selection: the multi-selection, else the selected
 // button, else the last selected one. Each records one undo step first.

@@ -2,7 +2,10 @@
 
 #include "document/Project.h"
 #include "media/ChapForm.h"
+#include "menus/OverlayDialogs.h"
+#include "ui/dialogs/OverlayColorDialog.h"
 #include "ui/dialogs/frmChap.h"
+#include "ui/dialogs/frmCreateOverFromPic.h"
 #include "ui/dialogs/frmNewTitle.h"
 
 namespace mw {
@@ -25,6 +28,18 @@ bool QtFormHost::ShowChap(ChapForm& form)
     frmChap dialog(form, *project_, parent_);
     dialog.exec();
     return form.Accepted;
+}
+
+bool QtFormHost::ShowCreateOverFromPic(CreateOverFromPicForm& form)
+{
+    frmCreateOverFromPic dialog(form, *project_, parent_);
+    dialog.exec();
+    return form.Accepted;
+}
+
+bool QtFormHost::ShowOverlayColors(std::array<std::uint32_t, 3>& colors)
+{
+    return ShowOverlayColorDialog(colors, parent_);
 }
 
 } // namespace mw

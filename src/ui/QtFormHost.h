@@ -16,6 +16,8 @@ public:
 
     bool ShowNewTitle(NewTitleForm& form) override;
     bool ShowChap(ChapForm& form) override;
+    bool ShowCreateOverFromPic(CreateOverFromPicForm& form) override;
+    bool ShowOverlayColors(std::array<std::uint32_t, 3>& colors) override;
 
 private:
     Project* project_ = nullptr;

@@ -1,6 +1,7 @@
 #include "ui/QtPrompt.h"
 
 #include "core/Version.h"
+#include "ui/QtColor.h"
 
 #include <QColorDialog>
 #include <QFileDialog>
@@ -161,13 +162,10 @@ std::optional<std::string> QtPrompt::PickFolder(const std::string& text)
 
 std::optional<std::uint32_t> QtPrompt::PickColor(std::uint32_t initial)
 {
-    // Colours travel with red in the low byte.
-    const QColor start(initial & 0xFF, (initial >> 8) & 0xFF, (initial >> 16) & 0xFF);
-    const QColor color = QColorDialog::getColor(start, parent_);
+    const QColor color = QColorDialog::getColor(ToQColor(initial), parent_);
     if (!color.isValid())
         return std::nullopt;
-    return static_cast<std::uint32_t>(color.red()) | static_cast<std::uint32_t>(color.green()) << 8 |
-           static_cast<std::uint32_t>(color.blue()) << 16;
+    return FromQColor(color);
 }
 
 std::optional<FontChoice> QtPrompt::PickFont(const FontChoice& initial)

@@ -1,6 +1,7 @@
 // Language sets and menus made through the command line alone, down to a project that checks clean.
 #include "cli/CliFixture.h"
 #include "media/TitleTestKit.h"
+#include "render/cDIB.h"
 
 #include <gtest/gtest.h>
 
@@ -144,6 +145,25 @@ TEST_F(CliMenus, ButtonsWiredInARingThenLinedUpMovedAndRemoved)
               std::string::npos);
     EXPECT_NE(saved.find("<Menuwright Shape='*Shape1' width='5' Position='0 0 0 0'/>"), std::string::npos);
     EXPECT_NE(saved.find("<Menuwright Color1='1' Color2='2' Color3='3' frame='0'/>"), std::string::npos);
+
+    // A picture becomes an overlay of the library on a button; a refusal or No changes nothing.
+    mw::cDIB picture;
+    ASSERT_TRUE(picture.Create(8, 8, 24));
+    picture.Cls(mw::Rgb(0, 128, 0));
+    picture.SetPixel(3, 3, mw::Rgb(255, 255, 255));
+    ASSERT_TRUE(picture.Save((folder.Path() / "logo.bmp").string()));
+    fs::create_directories(folder.Path() / "overlays");
+    ASSERT_EQ(On("set-overlay", "26 --from-picture logo.bmp --transparent 3,3").Exit, 0);
+    EXPECT_NE(Saved().find("<Menuwright Shape='logo' width='5' Position='0 0 0 0'/>"), std::string::npos);
+    mw::cDIB overlay;
+    ASSERT_TRUE(overlay.CreateFromBitmapFile((folder.Path() / "overlays" / "logo.bmp").string()));
+    EXPECT_EQ(overlay.Pixel(3, 3), 0u);
+    EXPECT_NE(overlay.Pixel(0, 0), 0u);
+    const std::string withLogo = Saved();
+    EXPECT_EQ(On("set-overlay", "20 --from-picture logo.bmp --answer no").Exit, 1);
+    EXPECT_EQ(On("set-overlay", "20 --from-picture logo.bmp --transparent 8,0").Exit, 1);
+    EXPECT_EQ(On("set-overlay", "20 --from-picture logo.bmp --width 2").Exit, 2);
+    EXPECT_EQ(Saved(), withLogo);
 
     // One deletion routes the ring past the button; a button of another menu is refused.
     ASSERT_EQ(On("remove-button", "23").Exit, 0);

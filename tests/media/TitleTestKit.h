@@ -32,6 +32,8 @@ public:
     std::deque<std::function<bool(NewTitleForm&)>> NewTitle;
     std::deque<std::function<bool(ChapForm&)>> Chap;
     std::deque<std::function<bool(NewMenuForm&)>> NewMenu;
+    std::deque<std::function<bool(CreateOverFromPicForm&)>> CreateOverFromPic;
+    std::deque<std::function<bool(std::array<std::uint32_t, 3>&)>> OverlayColors;
     std::vector<NewTitleForm> ShownNewTitles;
 
     bool ShowNewTitle(NewTitleForm& form) override
@@ -41,6 +43,8 @@ public:
     }
     bool ShowChap(ChapForm& form) override { return form.Accepted = Take(Chap, form); }
     bool ShowNewMenu(NewMenuForm& form) override { return Take(NewMenu, form); }
+    bool ShowCreateOverFromPic(CreateOverFromPicForm& form) override { return Take(CreateOverFromPic, form); }
+    bool ShowOverlayColors(std::array<std::uint32_t, 3>& colors) override { return Take(OverlayColors, colors); }
 
 private:
     template <typename Form>

@@ -122,7 +122,8 @@ void LangFileTest::shippedFileHoldsEveryWindow()
     QVERIFY2(lang.LoadFile(MENUWRIGHT_LANG_FILE), MENUWRIGHT_LANG_FILE);
     QCOMPARE(lang.PrivateAttribute("ProgramVersion"), std::optional<std::string>(kVersionText));
     for (const char* form :
-         {"Form1", "frmOptions", "frmCliPath", "frmVirtualDubPath", "frmAbout", "frmNewTitle", "frmChap"})
+         {"Form1", "frmOptions", "frmCliPath", "frmVirtualDubPath", "frmAbout", "frmNewTitle", "frmChap", "frmPropText",
+          "frmCreateOverFromPic"})
         QVERIFY2(lang.DesignText(form, form).value_or("").size() > 0, form);
     QCOMPARE(lang.DesignText("frmOptions", "TabStrip1_3"), std::optional<std::string>("Overlays and buttons"));
     QCOMPARE(lang.LoadResText("Form1", 1, ""), std::string("File is not saved. Save it now?"));

@@ -62,18 +62,8 @@ struct Window : test::MainWindow {
     }
 };
 
-template <typename T> T* Child(QWidget& parent, const char* name)
-{
-    T* child = parent.findChild<T*>(name);
-    if (!child)
-        qFatal("no control %s", name);
-    return child;
-}
-
-void Click(QWidget& parent, const char* button)
-{
-    QTest::mouseClick(Child<QPushButton>(parent, button), Qt::LeftButton);
-}
+using test::Child;
+using test::Click;
 
 void Type(QWidget& parent, const char* field, const QString& text, Qt::KeyboardModifiers keys = Qt::NoModifier)
 {

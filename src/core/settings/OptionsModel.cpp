@@ -83,7 +83,7 @@ void OptionsModel::PickOverlayColor(int index, Prompt& prompt)
     if (!picked)
         return;
     if (*picked == kTransparentBlue) {
-        prompt.Message("Please do not use the Blue color. It's reserved for transparency. Select a similar color.");
+        prompt.Message(kBlueIsReserved);
         return;
     }
     color = *picked;

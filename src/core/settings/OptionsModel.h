@@ -14,6 +14,9 @@ class Prompt;
 
 // Pure blue, the transparent key of overlays (red in the low byte).
 inline constexpr std::uint32_t kTransparentBlue = 0xFF0000;
+// Said wherever colours are taken for overlays and blue is chosen.
+inline constexpr const char* kBlueIsReserved =
+    "Please do not use the Blue color. It's reserved for transparency. Select a similar color.";
 
 // The fields of the options dialog under their control names, with the rules that are more
 // than widget state. The dialog shows these and writes the user's changes straight back.

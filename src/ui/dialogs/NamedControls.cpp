@@ -1,5 +1,7 @@
 #include "ui/dialogs/NamedControls.h"
 
+#include <QDialog>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QTreeWidget>
@@ -20,6 +22,22 @@ QPushButton* NamedButton(const char* name, const char* text)
     // Enter in the frame fields adds a chapter; no button may take it first.
     button->setAutoDefault(false);
     return button;
+}
+
+QHBoxLayout* OkCancelRow(QDialog& dialog, QPushButton* ok, QPushButton* cancel, bool& accepted)
+{
+    accepted = false;
+    QObject::connect(ok, &QPushButton::clicked, &dialog, [&dialog, &accepted] {
+        accepted = true;
+        dialog.accept();
+    });
+    QObject::connect(cancel, &QPushButton::clicked, &dialog, &QDialog::reject);
+    QObject::connect(&dialog, &QDialog::rejected, &dialog, [&accepted] { accepted = false; });
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(ok);
+    row->addWidget(cancel);
+    return row;
 }
 
 QTreeWidget* TrackList()

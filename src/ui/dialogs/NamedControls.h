@@ -2,6 +2,8 @@
 
 #include "media/TrackRow.h"
 
+class QDialog;
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
 class QTreeWidget;
@@ -11,6 +13,10 @@ namespace mw {
 // Controls named as the language files and the tests know them.
 QLabel* NamedLabel(const char* name, const char* text);
 QPushButton* NamedButton(const char* name, const char* text);
+
+// The OK and Cancel buttons of a form's dialog, in a row at the right; accepted says how the
+// dialog closed.
+QHBoxLayout* OkCancelRow(QDialog& dialog, QPushButton* ok, QPushButton* cancel, bool& accepted);
 
 // lstTracks: the columns of a track list, one row per stream.
 QTreeWidget* TrackList();

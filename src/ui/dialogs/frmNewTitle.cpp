@@ -7,7 +7,6 @@
 
 #include <QComboBox>
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -48,13 +47,9 @@ frmNewTitle::frmNewTitle(NewTitleForm& form, Prompt& prompt, const LangDoc& lang
     help->setWordWrap(true);
     grid->addWidget(help, 5, 0, 1, 3);
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(Command1);
-    buttons->addWidget(Command3);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(grid);
-    layout->addLayout(buttons);
+    layout->addLayout(OkCancelRow(*this, Command1, Command3, form_.Accepted));
 
     connect(lstTracks_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) {
         SelectTrackRow(form_, lstTracks_->indexOfTopLevelItem(item));
@@ -62,13 +57,6 @@ frmNewTitle::frmNewTitle(NewTitleForm& form, Prompt& prompt, const LangDoc& lang
     });
     connect(Text1_, &QLineEdit::textEdited, this, [this](const QString& text) { form_.Text1 = text.toStdString(); });
     connect(Command2, &QPushButton::clicked, this, &frmNewTitle::Command2_Click);
-    connect(Command1, &QPushButton::clicked, this, [this] {
-        form_.Accepted = true;
-        accept();
-    });
-    connect(Command3, &QPushButton::clicked, this, &QDialog::reject);
-    connect(this, &QDialog::rejected, this, [this] { form_.Accepted = false; });
-    form_.Accepted = false;
     resize(640, 420);
     LoadTextForDesign(lang, *this);
 }

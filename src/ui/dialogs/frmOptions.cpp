@@ -1,6 +1,7 @@
 #include "ui/dialogs/frmOptions.h"
 
 #include "core/Prompt.h"
+#include "ui/QtColor.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -92,7 +93,7 @@ QLabel* frmOptions::ColorLabel(const QString& name, std::uint32_t color)
 void frmOptions::ShowColor(QLabel* label, std::uint32_t color)
 {
     QPalette palette = label->palette();
-    palette.setColor(QPalette::Window, QColor(color & 0xFF, (color >> 8) & 0xFF, (color >> 16) & 0xFF));
+    palette.setColor(QPalette::Window, ToQColor(color));
     label->setPalette(palette);
 }
 

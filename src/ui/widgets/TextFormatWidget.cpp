@@ -1,5 +1,7 @@
 #include "ui/widgets/TextFormatWidget.h"
 
+#include "ui/QtColor.h"
+
 #include <QAction>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -17,19 +19,6 @@
 namespace mw {
 
 namespace {
-
-// The layout keeps colours red in the low byte.
-QColor ToQColor(std::uint32_t color)
-{
-    return QColor(static_cast<int>(color & 0xFF), static_cast<int>((color >> 8) & 0xFF),
-                  static_cast<int>((color >> 16) & 0xFF));
-}
-
-std::uint32_t FromQColor(const QColor& color)
-{
-    return static_cast<std::uint32_t>(color.red()) | static_cast<std::uint32_t>(color.green()) << 8 |
-           static_cast<std::uint32_t>(color.blue()) << 16;
-}
 
 QString ToQString(std::string_view text)
 {
