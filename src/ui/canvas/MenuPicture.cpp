@@ -1,6 +1,7 @@
 #include "ui/canvas/MenuPicture.h"
 
 #include "document/Project.h"
+#include "menus/Buttons.h"
 #include "menus/CanvasCommands.h"
 #include "menus/OverlayAttributes.h"
 #include "render/cDIB.h"
@@ -100,7 +101,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* e) override
     {
         if (e->button() == Qt::LeftButton)
-            static_cast<CanvasView*>(picture_.parentWidget()->parentWidget()->parentWidget())->FollowLink(index_);
+            picture_.LabelDoubleClicked(index_);
     }
 
 private:
@@ -324,6 +325,8 @@ void MenuPicture::DragEnd(Qt::MouseButton button, QPoint at)
     else
         view_.EndGesture(done.Index, done.Now);
 }
+
+void MenuPicture::LabelDoubleClicked(int index) { view_.FollowLink(index); }
 
 void MenuPicture::mousePressEvent(QMouseEvent* event)
 {

@@ -36,6 +36,7 @@ public:
     void HandlePressed(int handle, QPoint at);
     void DragTo(QPoint at);
     void DragEnd(Qt::MouseButton button, QPoint at);
+    void LabelDoubleClicked(int index);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
