@@ -169,8 +169,11 @@ void MenuPicture::SetFrame(const QImage& frame)
 void MenuPicture::Refresh()
 {
     const MenuCanvas& canvas = project_.Canvas;
+    // A label may be the one whose event led here, so it goes once the event is done.
     while (labels_.size() > canvas.Buttons.size()) {
-        delete labels_.back();
+        labels_.back()->hide();
+        labels_.back()->setObjectName({});
+        labels_.back()->deleteLater();
         labels_.pop_back();
     }
     while (labels_.size() < canvas.Buttons.size())
