@@ -178,9 +178,19 @@ void MenuPicture::Refresh()
     }
     while (labels_.size() < canvas.Buttons.size())
         labels_.push_back(new ButtonLabel(*this, int(labels_.size())));
-    overlays_.clear();
-    for (std::size_t i = 0; i < canvas.Buttons.size(); ++i)
-        overlays_.push_back(ButtonOverlayPicture(project_, int(i)).ToImage(true));
+    // An overlay is painted again only when what it shows changed: a bitmap that has gone is
+    // then said once, not at every click.
+    overlays_.resize(canvas.Buttons.size());
+    for (std::size_t i = 0; i < canvas.Buttons.size(); ++i) {
+        const CanvasButton& b = canvas.Buttons[i];
+        const DocNode* node = project_.Doc.Tree.ObjectNode(b.Label.Tag);
+        std::string key = (node ? node->Tag : std::string()) + '|' + b.OverlayFile + '|' +
+                          std::to_string(b.Overlay.Width) + 'x' + std::to_string(b.Overlay.Height);
+        for (std::uint32_t c : canvas.Colors)
+            key += '|' + std::to_string(c);
+        if (overlays_[i].Key != key)
+            overlays_[i] = {key, ButtonOverlayPicture(project_, int(i)).ToImage(true)};
+    }
     drag_.reset();
     PlaceLabels();
     update();
@@ -255,7 +265,7 @@ void MenuPicture::paintEvent(QPaintEvent*)
         PlaceShapeFromTag(moved);
         p.drawImage(QRect(int(moved.Overlay.Left), int(moved.Overlay.Top), int(moved.Overlay.Width),
                           int(moved.Overlay.Height)),
-                    overlays_[i]);
+                    overlays_[i].Picture);
     }
     p.setPen(QPen(QColor(0, 200, 255), 1, Qt::DashLine));
     for (long y : canvas.LinesH)

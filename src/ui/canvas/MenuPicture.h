@@ -7,6 +7,7 @@
 
 #include <array>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace mw {
@@ -64,7 +65,12 @@ private:
     QImage frame_;
     std::vector<QWidget*> labels_;
     std::array<QWidget*, 9> handles_{};
-    std::vector<QImage> overlays_;
+    // Shape1: each button's overlay picture with what it was painted from.
+    struct Overlay {
+        std::string Key;
+        QImage Picture;
+    };
+    std::vector<Overlay> overlays_;
     std::optional<Drag> drag_;
     std::optional<QPoint> bandStart_;
     QRect band_;

@@ -203,8 +203,15 @@ void Form1::mnuAbout_Click()
 void Form1::OpenStartProject()
 {
     const std::filesystem::path start = StartProjectFile(project_.ProgramFolder(), program_.FirstStart);
-    if (!start.empty())
-        ReplaceDocument([this, &start] { project_.OpenFile(start.string()); });
+    if (start.empty())
+        return;
+    ReplaceDocument([this, &start] { project_.OpenFile(start.string()); });
+    // The project opens on its first language's starting menu, so that the canvas shows it.
+    const DocTree& tree = project_.Doc.Tree;
+    const DocNode* language = tree.Empty() ? nullptr : ChildNamed(tree.Root(), "LanguageMenus");
+    DocNode* menu = language ? tree.ObjectNode(GetPropertyInNode(*language, "startingmenuid")) : nullptr;
+    if (menu && !tree.Selected())
+        panes_->SelectInTreeView1(menu);
 }
 
 void Form1::ReplaceDocument(const std::function<void()>& command)
