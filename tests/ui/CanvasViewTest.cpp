@@ -109,7 +109,7 @@ private slots:
                  std::string("400 100"));
     }
 
-    void snapsAMovedButtonToAGuideLineAndResizesWithShiftArrows()
+    void snapsAMovedButtonToAGuideLineMovesAnOverlayAloneAndResizesWithShiftArrows()
     {
         Canvas w;
         auto* ruler = w.Widget<QWidget>("rullerT");
@@ -121,6 +121,12 @@ private slots:
         // The right edge comes to 147, 3 short of the line, and snaps onto it.
         w.Drag(w.Label(1), {20, 30}, {57, 35});
         QCOMPARE(w.Rect("14"), QString("50 25 100 30"));
+
+        // Beside the rectangle of 17, on its overlay: the overlay moves, the button stays.
+        w.Drag(w.Picture(), {297, 97}, {287, 97});
+        QCOMPARE(QString::fromStdString(w.project().Doc.Tree.Item("k17").Tag),
+                 QString("<Menuwright Shape='*Rect' Position='16 6 -12 -12'/>"));
+        QCOMPARE(w.Rect("18"), QString("300 100 80 40"));
 
         QTest::mouseClick(w.Label(3), Qt::LeftButton, {}, {5, 5});
         QTest::keyClick(w.Picture(), Qt::Key_Right, Qt::ShiftModifier);

@@ -419,6 +419,11 @@ void CanvasView::EndGesture(int index, const ButtonShape& rect)
     Run([&] { EndButtonGesture(project_, index, rect); });
 }
 
+void CanvasView::EndOverlayGesture(int index, const ButtonShape& overlay)
+{
+    Run([&] { PlaceShapeToPos(project_, index, overlay); });
+}
+
 int CanvasView::SelectionCount() const
 {
     const MenuCanvas& canvas = project_.Canvas;

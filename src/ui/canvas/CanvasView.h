@@ -47,6 +47,7 @@ public:
     void BandStarted();
     void EndBand(QPoint from, QPoint to);
     void EndGesture(int index, const ButtonShape& rect);
+    void EndOverlayGesture(int index, const ButtonShape& overlay);
     void DeleteSelection();
     void PopupButtonMenu(const QPoint& global);
 

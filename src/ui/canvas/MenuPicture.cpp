@@ -192,6 +192,7 @@ void MenuPicture::Refresh()
             overlays_[i] = {key, ButtonOverlayPicture(project_, int(i)).ToImage(true)};
     }
     drag_.reset();
+    onOverlay_ = onOverlay_ && canvas.Selected >= 0;
     PlaceLabels();
     update();
 }
@@ -200,7 +201,7 @@ ButtonShape MenuPicture::Dragged(int index) const
 {
     const MenuCanvas& canvas = project_.Canvas;
     const CanvasButton& b = canvas.Buttons[std::size_t(index)];
-    if (!drag_)
+    if (!drag_ || drag_->Overlay)
         return b.Label;
     if (index == drag_->Index)
         return drag_->Now;
@@ -210,6 +211,16 @@ ButtonShape MenuPicture::Dragged(int index) const
     carried.Left += drag_->Now.Left - drag_->From.Left;
     carried.Top += drag_->Now.Top - drag_->From.Top;
     return carried;
+}
+
+ButtonShape MenuPicture::OverlayOf(int index) const
+{
+    if (drag_ && drag_->Overlay && drag_->Index == index)
+        return drag_->Now;
+    CanvasButton moved = project_.Canvas.Buttons[std::size_t(index)];
+    moved.Label = Dragged(index);
+    PlaceShapeFromTag(moved);
+    return moved.Overlay;
 }
 
 void MenuPicture::PlaceLabels()
@@ -237,7 +248,7 @@ void MenuPicture::PlaceHandles()
             h->hide();
         return;
     }
-    const QRect r = ToRect(Dragged(canvas.Selected));
+    const QRect r = ToRect(onOverlay_ ? OverlayOf(canvas.Selected) : Dragged(canvas.Selected));
     const int half = kHandleSize / 2;
     const std::array<QPoint, 9> centres = {r.topLeft(),     QPoint(r.center().x(), r.top()), r.topRight(),
                                            QPoint(r.right(), r.center().y()), r.bottomRight(),
@@ -259,14 +270,8 @@ void MenuPicture::paintEvent(QPaintEvent*)
     else
         p.drawImage(0, 0, frame_);
     const MenuCanvas& canvas = project_.Canvas;
-    for (std::size_t i = 0; i < overlays_.size() && i < canvas.Buttons.size(); ++i) {
-        CanvasButton moved = canvas.Buttons[i];
-        moved.Label = Dragged(int(i));
-        PlaceShapeFromTag(moved);
-        p.drawImage(QRect(int(moved.Overlay.Left), int(moved.Overlay.Top), int(moved.Overlay.Width),
-                          int(moved.Overlay.Height)),
-                    overlays_[i].Picture);
-    }
+    for (std::size_t i = 0; i < overlays_.size() && i < canvas.Buttons.size(); ++i)
+        p.drawImage(ToRect(OverlayOf(int(i))), overlays_[i].Picture);
     p.setPen(QPen(QColor(0, 200, 255), 1, Qt::DashLine));
     for (long y : canvas.LinesH)
         p.drawLine(0, int(y), width(), int(y));
@@ -278,26 +283,28 @@ void MenuPicture::paintEvent(QPaintEvent*)
     }
 }
 
+void MenuPicture::StartDrag(int index, int handle, QPoint at)
+{
+    if (project_.Canvas.Lock || index < 0 || index >= int(project_.Canvas.Buttons.size()))
+        return;
+    const ButtonShape r = onOverlay_ ? OverlayOf(index) : project_.Canvas.Buttons[std::size_t(index)].Label;
+    drag_ = Drag{index, handle, onOverlay_, at, r, r};
+}
+
 void MenuPicture::LabelPressed(int index, Qt::MouseButton button, QPoint at)
 {
     setFocus();
     if (button != Qt::LeftButton)
         return;
+    onOverlay_ = false;
     view_.ClickButton(index);
-    if (project_.Canvas.Lock || index >= int(project_.Canvas.Buttons.size()))
-        return;
-    const ButtonShape& r = project_.Canvas.Buttons[std::size_t(index)].Label;
-    drag_ = Drag{index, kMoveHandle, at, r, r};
+    StartDrag(index, kMoveHandle, at);
 }
 
 void MenuPicture::HandlePressed(int handle, QPoint at)
 {
     setFocus();
-    const int index = project_.Canvas.Selected;
-    if (index < 0 || project_.Canvas.Lock)
-        return;
-    const ButtonShape& r = project_.Canvas.Buttons[std::size_t(index)].Label;
-    drag_ = Drag{index, handle, at, r, r};
+    StartDrag(project_.Canvas.Selected, handle, at);
 }
 
 void MenuPicture::DragTo(QPoint at)
@@ -309,7 +316,8 @@ void MenuPicture::DragTo(QPoint at)
     }
     if (!drag_)
         return;
-    drag_->Now = SnapToGuideLines(project_.Canvas, drag_->Index, Resized(drag_->From, drag_->Handle, at - drag_->Start));
+    const ButtonShape r = Resized(drag_->From, drag_->Handle, at - drag_->Start);
+    drag_->Now = drag_->Overlay ? r : SnapToGuideLines(project_.Canvas, drag_->Index, r);
     PlaceLabels();
     update();
 }
@@ -335,6 +343,8 @@ void MenuPicture::DragEnd(Qt::MouseButton button, QPoint at)
     drag_.reset();
     if (SameRect(done.Now, done.From))
         PlaceLabels();
+    else if (done.Overlay)
+        view_.EndOverlayGesture(done.Index, done.Now);
     else
         view_.EndGesture(done.Index, done.Now);
 }
@@ -346,7 +356,19 @@ void MenuPicture::mousePressEvent(QMouseEvent* event)
     setFocus();
     if (event->button() != Qt::LeftButton)
         return;
-    bandStart_ = event->position().toPoint();
+    const QPoint at = event->position().toPoint();
+    // Outside every rectangle but on an overlay (Shape1): the handles go on the overlay.
+    const int buttons = int(project_.Canvas.Buttons.size());
+    for (int i = buttons - 1; i >= 0 && !project_.Canvas.AddMode; --i) {
+        if (ToRect(OverlayOf(i)).contains(at)) {
+            onOverlay_ = true;
+            view_.ClickButton(i);
+            StartDrag(i, kMoveHandle, at);
+            return;
+        }
+    }
+    onOverlay_ = false;
+    bandStart_ = at;
     band_ = QRect(*bandStart_, QSize());
     PlaceHandles();
     view_.BandStarted();

@@ -47,16 +47,20 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    // A move or resize of one button: handle 0 to 7 from the top left corner clockwise, or 8.
+    // A move or resize of one button, or of its overlay alone: handle 0 to 7 from the top left
+    // corner clockwise, or 8.
     struct Drag {
         int Index;
         int Handle;
+        bool Overlay;
         QPoint Start;
         ButtonShape From;
         ButtonShape Now;
     };
 
     ButtonShape Dragged(int index) const;
+    ButtonShape OverlayOf(int index) const;
+    void StartDrag(int index, int handle, QPoint at);
     void PlaceLabels();
     void PlaceHandles();
 
@@ -72,6 +76,7 @@ private:
     };
     std::vector<Overlay> overlays_;
     std::optional<Drag> drag_;
+    bool onOverlay_ = false; // the handles are on the selected button's overlay
     std::optional<QPoint> bandStart_;
     QRect band_;
 };
