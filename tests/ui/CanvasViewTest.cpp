@@ -18,7 +18,7 @@ const char* kProject = R"(<DivXMediaManager objectID="1" defaultMenuLanguage="en
 <TranslationTable objectID="3"/>
 <Media objectID="2">
 <MenuTracks objectID="20">
-<MediaSource objectID="21" mediaType="menuAvi" location="menu.avi"/>
+<MediaSource objectID="21" mediaType="menuAvi" location="missing.avi"/>
 <MediaTrack objectID="22" mediaSourceID="21" trackID="00dc" startFrame="0" endFrame="10" type="video"/>
 </MenuTracks>
 </Media>
