@@ -475,6 +475,7 @@ void CanvasView::Refresh()
         color->setToolTip(QString::fromStdString(ColorButtonToolTip(i, canvas.Colors[std::size_t(i)])));
     }
     picture_->setCursor(canvas.AddMode ? Qt::CrossCursor : Qt::ArrowCursor);
+    picture_->setVisible(!canvas.CurrentMenuID.empty());
     picture_->Refresh();
     rulerTop_->update();
     rulerLeft_->update();
