@@ -17,6 +17,7 @@
 #include <QAction>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLayout>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
@@ -146,6 +147,9 @@ void CanvasView::BuildToolbar()
 {
     toolbar_->setObjectName("ToolbarPic");
     toolbar_->setIconSize(QSize(16, 16));
+    // Narrow, so that it fits over the canvas pane of a small window.
+    toolbar_->setContentsMargins(0, 0, 0, 0);
+    toolbar_->layout()->setSpacing(0);
     for (const ToolbarButton& entry : kToolbarPic) {
         if (!entry.Key) {
             toolbar_->addSeparator();
@@ -154,6 +158,7 @@ void CanvasView::BuildToolbar()
         if (std::string_view(entry.Key) == "color1") {
             auto* label = new QLabel("Overlay colors");
             label->setObjectName("lblOverlayColors");
+            label->setContentsMargins(4, 0, 2, 0);
             toolbar_->addWidget(label);
         }
         QAction* tool = toolbar_->addAction(ToolbarIcon(*style(), entry.Key), *entry.ToolTip ? entry.ToolTip : entry.Key);
