@@ -8,6 +8,7 @@ packages=(
   libpugixml-dev
   libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev ffmpeg
   qt6-base-dev libgl-dev qt6-image-formats-plugins
+  libqt6svg6 adwaita-icon-theme
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-liberation2
   libxml2-utils dvdauthor

@@ -27,6 +27,8 @@ int main(int argc, char** argv)
     QApplication app(argc, argv);
     QApplication::setApplicationName(mw::kAppTitle);
     QApplication::setApplicationVersion(mw::kVersionText);
+    // Ties the windows to menuwright.desktop, whose icon the desktop then shows.
+    QApplication::setDesktopFileName(QStringLiteral("menuwright"));
 
     const std::filesystem::path executable = mw::ExecutablePath();
     mw::ProgramState program(

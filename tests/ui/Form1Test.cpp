@@ -2,11 +2,14 @@
 
 #include "core/settings/clsIniFile.h"
 #include "ui/QtPrompt.h"
+#include "ui/mainwindow/ToolbarIcons.h"
 #include "ui/widgets/TextFormatWidget.h"
 
 #include <QAbstractButton>
+#include <QDir>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -14,6 +17,8 @@
 #include <QTest>
 #include <QToolBar>
 #include <QTreeWidget>
+
+#include <functional>
 
 using namespace mw;
 
@@ -72,6 +77,8 @@ private slots:
     void propertiesShowAndEditTheSelectedNode();
     void cancelAtExitKeepsWindowAndFiles();
     void splittersComeFromAndGoToSettings();
+    void firstStartFillsMostOfTheScreen();
+    void everyToolbarButtonAndTheWindowHaveAPicture();
     void autoSaveTimerSavesTheOpenProject();
     void progressGoesToTheNamedPanel();
     void nickFileOpensAtStart();
@@ -242,12 +249,18 @@ void Form1Test::cancelAtExitKeepsWindowAndFiles()
 
 void Form1Test::splittersComeFromAndGoToSettings()
 {
-    Window w(Ini("[General]\r\nDiax=200\r\nDiax2=500\r\nWidth=12000\r\nHeight=6000\r\n"));
+    Window w(Ini("[General]\r\nDiax=200\r\nDiax2=500\r\nWidth=12000\r\nHeight=6000\r\nLeft=1500\r\nTop=1500\r\n"));
+    QCOMPARE(w.form->geometry(), QRect(100, 100, 800, 400));
     w.form->show();
     QVERIFY(QTest::qWaitForWindowExposed(w.form.get()));
     auto* splitter = w.form->findChild<QSplitter*>();
     auto* left = w.Widget<QWidget>("lblDiax");
     auto* right = w.Widget<QWidget>("lblDiax2");
+    // With nothing selected the panes are hidden, and so is the strip between them.
+    w.OpenByMenu(w.WriteProject());
+    QVERIFY(!right->isVisible());
+    w.Select("12");
+    QTRY_VERIFY(right->isVisible()); // the splitter lays out on its next turn
     QCOMPARE(splitter->sizes().front(), 200);
     QCOMPARE(left->x(), 200);
     QCOMPARE(right->x(), 500);
@@ -268,6 +281,9 @@ void Form1Test::splittersComeFromAndGoToSettings()
 
     splitter->setSizes({150, 300, splitter->width() - 462});
     w.Action("mnuSimpleMode")->trigger();
+    // Hidden again at the end, the right pane keeps the strip's last place.
+    w.Action("mnuClose")->trigger();
+    QTRY_VERIFY(!right->isVisible());
     QVERIFY(w.form->close());
     clsIniFile ini((w.Folder() / "Menuwright.ini").string());
     QCOMPARE(ini.GetString("Diax", ""), std::string("150"));
@@ -277,6 +293,69 @@ void Form1Test::splittersComeFromAndGoToSettings()
     Window again(Ini("[General]\r\nSimpleMode=-1\r\n"));
     QVERIFY(again.Action("mnuSimpleMode")->isChecked());
     QVERIFY(again.Widget<QWidget>("tv2")->isVisibleTo(again.form.get()));
+}
+
+void Form1Test::firstStartFillsMostOfTheScreen()
+{
+    Window w;
+    QVERIFY(w.program.FirstStart);
+    const QRect screen = w.form->screen()->availableGeometry();
+    const QRect window = w.form->geometry();
+    QCOMPARE(window.size(), screen.size() * 0.8);
+    QCOMPARE(window.center(), screen.center());
+    // The canvas takes the room; the panes beside it keep the tree's width.
+    w.form->show();
+    QVERIFY(QTest::qWaitForWindowExposed(w.form.get()));
+    w.OpenByMenu(w.WriteProject());
+    w.Select("12");
+    auto* splitter = w.form->findChild<QSplitter*>();
+    QTRY_COMPARE(splitter->sizes()[2], 263);
+    QCOMPARE(splitter->sizes()[0], 263);
+    QCOMPARE(splitter->sizes()[1], splitter->width() - 2 * 263 - 12);
+}
+
+void Form1Test::everyToolbarButtonAndTheWindowHaveAPicture()
+{
+    // A picture that draws nothing would pass a null check: count its painted pixels.
+    const auto paints = [](const QIcon& icon) {
+        const QImage image = icon.pixmap(QSize(24, 24)).toImage();
+        int painted = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                painted += qAlpha(image.pixel(x, y)) > 0;
+        return painted > 24;
+    };
+    Window w;
+    int buttons = 0;
+    for (const char* bar : {"Toolbar1", "ToolbarPic"}) {
+        for (QAction* action : w.form->findChild<QToolBar*>(bar)->actions()) {
+            if (action->isSeparator())
+                continue;
+            ++buttons;
+            QVERIFY2(paints(action->icon()), qPrintable(action->objectName()));
+        }
+    }
+    QCOMPARE(buttons, 26);
+    QVERIFY(paints(w.form->windowIcon()));
+
+    // So does every row of the tree, whatever its kind.
+    w.OpenByMenu(w.WriteProject());
+    const QAbstractItemModel* tree = w.Widget<QTreeView>("TreeView1")->model();
+    std::function<void(const QModelIndex&)> check = [&](const QModelIndex& parent) {
+        for (int row = 0; row < tree->rowCount(parent); ++row) {
+            const QModelIndex index = tree->index(row, 0, parent);
+            QVERIFY2(paints(index.data(Qt::DecorationRole).value<QIcon>()), qPrintable(index.data().toString()));
+            check(index);
+        }
+    };
+    check({});
+
+    // Our own drawings stand in wherever the desktop has no theme; each must load by itself.
+    const QStringList drawings = QDir(":/icons").entryList({"*.svg"});
+    QCOMPARE(drawings.size(), 25);
+    for (const QString& name : drawings)
+        QVERIFY2(paints(QIcon(":/icons/" + name)), qPrintable(name));
+    QVERIFY(ToolbarIcon("noSuchKey").isNull());
 }
 
 void Form1Test::autoSaveTimerSavesTheOpenProject()

@@ -20,6 +20,7 @@
 #include "ui/mainwindow/DocTreeModel.h"
 #include "ui/mainwindow/HelpPane.h"
 #include "ui/mainwindow/PropertiesPane.h"
+#include "ui/mainwindow/ToolbarIcons.h"
 #include "ui/mainwindow/TreePanes.h"
 
 #include <QAction>
@@ -27,7 +28,9 @@
 #include <QCoreApplication>
 #include <QStatusBar>
 #include <QMenu>
+#include <QScreen>
 #include <QSplitter>
+#include <QStyle>
 #include <QTimer>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -44,6 +47,7 @@ constexpr int kSplitterWidth = 6;
 // The canvas keeps this much width, so that one splitter stops short of the other.
 constexpr int kCanvasMinimumWidth = 40;
 constexpr int kAutoSaveIntervalMs = 60000;
+constexpr qreal kFirstStartShare = 0.8;
 
 } // namespace
 
@@ -93,9 +97,16 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
     splitter_->handle(2)->setObjectName("lblDiax2");
     setCentralWidget(splitter_);
 
+    setWindowIcon(ToolbarIcon("menuwright"));
     const Settings& values = project_.Values();
-    move(static_cast<int>(values.Left / kTwipsPerPixel), static_cast<int>(values.Top / kTwipsPerPixel));
-    resize(static_cast<int>(values.Width / kTwipsPerPixel), static_cast<int>(values.Height / kTwipsPerPixel));
+    if (program_.FirstStart) {
+        // Nothing is remembered yet: most of the screen, in its middle.
+        const QRect area = screen()->availableGeometry();
+        setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, area.size() * kFirstStartShare, area));
+    } else {
+        move(static_cast<int>(values.Left / kTwipsPerPixel), static_cast<int>(values.Top / kTwipsPerPixel));
+        resize(static_cast<int>(values.Width / kTwipsPerPixel), static_cast<int>(values.Height / kTwipsPerPixel));
+    }
 
     panes_->SetSimpleMode(values.SimpleMode);
     FillLanguages();
@@ -254,8 +265,13 @@ void Form1::ShowExpandedNodes()
 void Form1::RefreshCommands()
 {
     setWindowTitle(QString::fromStdString(project_.WindowTitle));
-    for (const char* pane : {"PicCon", "PicCon2"})
-        findChild<QWidget*>(pane)->setVisible(project_.PanesShown);
+    findChild<QWidget*>("PicCon")->setVisible(project_.PanesShown);
+    // The right pane goes with its holder, so that the splitter hides lblDiax2 along with it.
+    // The strip's place is kept first: a hidden pane has none.
+    QWidget* rightHolder = splitter_->widget(2);
+    if (laidOut_ && !project_.PanesShown && rightHolder->isVisibleTo(this))
+        KeepLayout();
+    rightHolder->setVisible(project_.PanesShown);
     menus_.ApplyStates(project_);
     toolbars_.ApplyStates(project_);
     menus_.FillRecent(project_.RecentFiles(), program_.Lang.LangDoc(), [this](std::size_t index) {
@@ -353,9 +369,12 @@ void Form1::ApplyLayout()
 {
     const Settings& values = project_.Values();
     const int left = static_cast<int>(values.Diax);
-    const int middle = std::max(1, static_cast<int>(values.Diax2 - values.Diax) - kSplitterWidth);
-    const int right = std::max(1, splitter_->width() - left - middle - 2 * kSplitterWidth);
-    splitter_->setSizes({left, middle, right});
+    const int room = splitter_->width() - left - 2 * kSplitterWidth;
+    // At the first start the window is larger than the strips' places were made for: the
+    // right pane gets the tree's width and the canvas all the rest.
+    const int middle = program_.FirstStart ? room - left
+                                           : static_cast<int>(values.Diax2 - values.Diax) - kSplitterWidth;
+    splitter_->setSizes({left, std::max(1, middle), std::max(1, room - middle)});
 }
 
 void Form1::KeepLayout()
@@ -363,7 +382,9 @@ void Form1::KeepLayout()
     Settings& values = project_.Values();
     const QList<int> sizes = splitter_->sizes();
     values.Diax = sizes[0];
-    values.Diax2 = sizes[0] + kSplitterWidth + sizes[1];
+    // While the right pane is hidden its strip has no place of its own: the last one stays.
+    if (splitter_->widget(2)->isVisibleTo(this))
+        values.Diax2 = sizes[0] + kSplitterWidth + sizes[1];
     values.SimpleMode = panes_->SimpleMode();
     if (!isMaximized() && !isMinimized()) {
         values.Left = static_cast<long>(x()) * kTwipsPerPixel;

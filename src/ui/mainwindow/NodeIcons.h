@@ -6,8 +6,8 @@
 
 namespace mw {
 
-// The icon of a node kind: a small square in a colour of its own, the same for every node of
-// the kind. Drawn pictures can replace them without changing a caller.
+// The icon of a node kind ("menu", "button", "prop", ...) and of the simple tree's rows
+// ("titles", "title", ...); a kind without a picture of its own gets the plain node's.
 QIcon NodeIcon(const std::string& kind);
 
 } // namespace mw

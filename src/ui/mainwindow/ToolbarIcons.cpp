@@ -1,90 +1,89 @@
 #include "ui/mainwindow/ToolbarIcons.h"
 
-#include <QFont>
-#include <QPainter>
-#include <QPixmap>
-#include <QStyle>
+#include <QApplication>
+#include <QStandardPaths>
 
 #include <array>
-#include <optional>
+#include <mutex>
+#include <utility>
 
 namespace mw {
 
 namespace {
 
-struct IconEntry {
-    std::string_view Key;
-    std::optional<QStyle::StandardPixmap> Standard;
-    const char* Badge;   // the letters drawn when the style has no fitting icon
-    QRgb Colour;
-};
+constexpr auto kNoStandard = std::nullopt;
 
-constexpr QRgb kBlue = 0xff3465a4;
-constexpr QRgb kGreen = 0xff4e9a06;
-constexpr QRgb kOrange = 0xffce5c00;
-constexpr QRgb kPurple = 0xff75507b;
-constexpr QRgb kGrey = 0xff555753;
+const std::array<std::pair<std::string_view, IconSource>, 27> kIcons{{
+    {"newXml", {"document-new", nullptr, QStyle::SP_FileIcon}},
+    {"openXml", {"document-open", nullptr, QStyle::SP_DialogOpenButton}},
+    {"save", {"document-save", nullptr, QStyle::SP_DialogSaveButton}},
+    {"saveAs", {"document-save-as", nullptr, QStyle::SP_DialogSaveButton}},
+    {"addTitle", {nullptr, "title-add", kNoStandard}},
+    {"addLang", {nullptr, "language-add", kNoStandard}},
+    {"addMenu", {nullptr, "menu-add", kNoStandard}},
+    {"DivX", {nullptr, "divx", kNoStandard}},
+    {"NoCreateOverlays", {nullptr, "overlays-keep", kNoStandard}},
+    {"options", {"preferences-system", "options", kNoStandard}},
+    {"help", {"help-contents", "help", kNoStandard}},
+    {"buttonAdd", {nullptr, "button-add", kNoStandard}},
+    {"buttonDel", {nullptr, "button-remove", kNoStandard}},
+    {"shapeSelect", {nullptr, "overlay", kNoStandard}},
+    {"shapeName", {nullptr, "overlay-shape", kNoStandard}},
+    {"shapeLineWidth", {nullptr, "line-width", kNoStandard}},
+    {"color1", {nullptr, "colour", kNoStandard}},
+    {"color2", {nullptr, "colour", kNoStandard}},
+    {"color3", {nullptr, "colour", kNoStandard}},
+    {"lock", {nullptr, "lock", kNoStandard}},
+    {"previous", {nullptr, "frame-previous", kNoStandard}},
+    {"next", {nullptr, "frame-next", kNoStandard}},
+    {"play", {"media-playback-start", nullptr, QStyle::SP_MediaPlay}},
+    {"stop", {"media-playback-stop", nullptr, QStyle::SP_MediaStop}},
+    {"pause", {"media-playback-pause", nullptr, QStyle::SP_MediaPause}},
+    {"closemovie", {"media-eject", nullptr, QStyle::SP_DialogCloseButton}},
+    {"menuwright", {"menuwright", "menuwright", kNoStandard}},
+}};
 
-const std::array kIcons{
-    IconEntry{"newXml", QStyle::SP_FileIcon, "", kBlue},
-    IconEntry{"openXml", QStyle::SP_DialogOpenButton, "", kBlue},
-    IconEntry{"save", QStyle::SP_DialogSaveButton, "", kBlue},
-    IconEntry{"saveAs", std::nullopt, "S+", kBlue},
-    IconEntry{"addTitle", std::nullopt, "T", kGreen},
-    IconEntry{"addLang", std::nullopt, "L", kGreen},
-    IconEntry{"addMenu", std::nullopt, "M", kGreen},
-    IconEntry{"DivX", std::nullopt, "Dx", kOrange},
-    IconEntry{"NoCreateOverlays", std::nullopt, "Ov", kGrey},
-    IconEntry{"options", std::nullopt, "Op", kGrey},
-    IconEntry{"help", std::nullopt, "?", kBlue},
-    IconEntry{"buttonAdd", std::nullopt, "B+", kGreen},
-    IconEntry{"buttonDel", std::nullopt, "B-", kOrange},
-    IconEntry{"shapeSelect", std::nullopt, "Sh", kPurple},
-    IconEntry{"shapeName", std::nullopt, "Sn", kPurple},
-    IconEntry{"shapeLineWidth", std::nullopt, "W", kPurple},
-    IconEntry{"color1", std::nullopt, "1", kPurple},
-    IconEntry{"color2", std::nullopt, "2", kPurple},
-    IconEntry{"color3", std::nullopt, "3", kPurple},
-    IconEntry{"lock", std::nullopt, "Lk", kGrey},
-    IconEntry{"previous", QStyle::SP_MediaSeekBackward, "", kGrey},
-    IconEntry{"next", QStyle::SP_MediaSeekForward, "", kGrey},
-    IconEntry{"play", QStyle::SP_MediaPlay, "", kGrey},
-    IconEntry{"stop", QStyle::SP_MediaStop, "", kGrey},
-    IconEntry{"closemovie", QStyle::SP_DialogCloseButton, "", kGrey},
-    IconEntry{"pause", QStyle::SP_MediaPause, "", kGrey},
-};
-
-QIcon Badge(const QString& letters, QColor colour)
+// Without a desktop session Qt names no theme, or only the bare "hicolor" one, which has
+// no tool bar pictures: then the common GNOME theme is asked, where it is installed. Some
+// platforms (offscreen) do not even search the system's icon folders.
+void PickIconTheme()
 {
-    QPixmap picture(16, 16);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(colour.darker(140));
-    painter.setBrush(colour);
-    painter.drawRoundedRect(QRectF(0.5, 0.5, 15, 15), 3, 3);
-    QFont font = painter.font();
-    font.setPixelSize(letters.size() > 1 ? 8 : 11);
-    font.setBold(true);
-    painter.setFont(font);
-    painter.setPen(Qt::white);
-    painter.drawText(QRect(0, 0, 16, 16), Qt::AlignCenter, letters);
-    painter.end();
-    return QIcon(picture);
+    static std::once_flag once;
+    std::call_once(once, [] {
+        const QString current = QIcon::themeName();
+        if (!current.isEmpty() && current != QLatin1String("hicolor"))
+            return;
+        QStringList paths = QIcon::themeSearchPaths();
+        for (const QString& folder : QStandardPaths::locateAll(QStandardPaths::GenericDataLocation,
+                                                               QStringLiteral("icons"), QStandardPaths::LocateDirectory)) {
+            if (!paths.contains(folder))
+                paths.append(folder);
+        }
+        QIcon::setThemeSearchPaths(paths);
+        QIcon::setThemeName(QStringLiteral("Adwaita"));
+    });
 }
 
 } // namespace
 
-QIcon ToolbarIcon(const QStyle& style, std::string_view key)
+QIcon LoadIcon(const IconSource& source)
 {
-    for (const IconEntry& entry : kIcons) {
-        if (entry.Key != key)
-            continue;
-        if (entry.Standard)
-            return style.standardIcon(*entry.Standard);
-        return Badge(QString::fromLatin1(entry.Badge), QColor::fromRgba(entry.Colour));
+    PickIconTheme();
+    QIcon fallback;
+    if (source.Drawing)
+        fallback = QIcon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(source.Drawing)));
+    else if (source.Standard)
+        fallback = QApplication::style()->standardIcon(*source.Standard);
+    return source.ThemeName ? QIcon::fromTheme(QLatin1String(source.ThemeName), fallback) : fallback;
+}
+
+QIcon ToolbarIcon(std::string_view key)
+{
+    for (const auto& [name, source] : kIcons) {
+        if (name == key)
+            return LoadIcon(source);
     }
-    return Badge(QString::fromLatin1(key.substr(0, 1)), QColor::fromRgba(kGrey));
+    return {};
 }
 
 } // namespace mw

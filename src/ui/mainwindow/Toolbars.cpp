@@ -61,14 +61,13 @@ QToolBar* Build(QMainWindow& window, const char* name, const std::array<ToolbarB
     bar->setObjectName(name);
     bar->setMovable(false);
     bar->setToolButtonStyle(Qt::ToolButtonIconOnly);
-    bar->setIconSize(QSize(16, 16));
     for (const ToolbarButton& entry : buttons) {
         if (!entry.Key) {
             bar->addSeparator();
             continue;
         }
         // The text is what an overflow menu and a screen reader show.
-        QAction* button = bar->addAction(ToolbarIcon(*window.style(), entry.Key),
+        QAction* button = bar->addAction(ToolbarIcon(entry.Key),
                                          *entry.ToolTip ? entry.ToolTip : entry.Key);
         button->setObjectName(entry.Key);
         button->setToolTip(entry.ToolTip);
