@@ -16,7 +16,6 @@
 
 #include <QAction>
 #include <QGridLayout>
-#include <QLabel>
 #include <QLayout>
 #include <QMenu>
 #include <QMouseEvent>
@@ -146,7 +145,6 @@ CanvasView::CanvasView(Project& project, Hooks hooks, QWidget* parent)
 void CanvasView::BuildToolbar()
 {
     toolbar_->setObjectName("ToolbarPic");
-    toolbar_->setIconSize(QSize(16, 16));
     // Narrow, so that it fits over the canvas pane of a small window.
     toolbar_->setContentsMargins(0, 0, 0, 0);
     toolbar_->layout()->setSpacing(0);
@@ -155,13 +153,7 @@ void CanvasView::BuildToolbar()
             toolbar_->addSeparator();
             continue;
         }
-        if (std::string_view(entry.Key) == "color1") {
-            auto* label = new QLabel("Overlay colors");
-            label->setObjectName("lblOverlayColors");
-            label->setContentsMargins(4, 0, 2, 0);
-            toolbar_->addWidget(label);
-        }
-        QAction* tool = toolbar_->addAction(ToolbarIcon(*style(), entry.Key), *entry.ToolTip ? entry.ToolTip : entry.Key);
+        QAction* tool = toolbar_->addAction(ToolbarIcon(entry.Key), *entry.ToolTip ? entry.ToolTip : entry.Key);
         tool->setObjectName(entry.Key);
         tool->setToolTip(entry.ToolTip);
         tools_[entry.Key] = tool;
