@@ -20,6 +20,14 @@ void BM_Canvas_DragStep(benchmark::State& state)
     mw::bench::OpenMenus open;
     mw::Project& project = open.project;
     mw::ParceMenu(project, *open.menus.front());
+    // The generated buttons stand in a row far wider than the frame, with tiny overlays: here
+    // they stand in a grid over the frame with overlays 6 pixels larger than each rectangle.
+    for (std::size_t i = 0; i < project.Canvas.Buttons.size(); ++i) {
+        mw::CanvasButton& b = project.Canvas.Buttons[i];
+        b.Label = {b.Label.Tag, 20 + long(i % 6) * 115, 20 + long(i / 6) * 90, 100, 40};
+        b.Position = mw::kDefaultOverlayPosition;
+        mw::PlaceShapeFromTag(b);
+    }
     mw::Label1_Click(project, 0);
     project.Canvas.LinesV = {100, 200, 300, 400, 500, 600};
     project.Canvas.LinesH = {100, 200, 300, 400, 500};
