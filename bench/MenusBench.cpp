@@ -1,11 +1,8 @@
 // The canvas and the overlay menus on a project of 50 menus with 36 buttons each.
 #include "BenchFixtures.h"
-#include "ProjectGenerator.h"
+#include "MenusFixture.h"
 
-#include "core/FormHost.h"
-#include "core/ProgramStart.h"
 #include "core/ScriptedPrompt.h"
-#include "document/Project.h"
 #include "menus/Buttons.h"
 #include "menus/CanvasCommands.h"
 #include "menus/OverlayMenu.h"
@@ -13,57 +10,14 @@
 #include <benchmark/benchmark.h>
 
 #include <fstream>
-#include <stdexcept>
 
 namespace {
 
 namespace fs = std::filesystem;
 
-class NoForms : public mw::FormHost {
-public:
-    bool ShowNewTitle(mw::NewTitleForm&) override { return true; }
-    bool ShowChap(mw::ChapForm&) override { return true; }
-};
-
-// The generated project with a real movie behind every menu, so that counting streams reads a file.
-const fs::path& MenusProject()
-{
-    static const fs::path file = [] {
-        const fs::path folder = mw::bench::BenchFolder("menuwright-bench-menus");
-        const fs::path project = mw::bench::WriteGeneratedProject(folder, {1, 1, 50, 36});
-        const fs::path movie = mw::bench::FfmpegOnce(
-            mw::bench::BenchFolder("menuwright-bench-media") / "menu-5s.avi",
-            "-f lavfi -i testsrc=size=720x576:rate=25 -f lavfi -i sine -t 5 -c:v mpeg4 -vtag DX50 -c:a mp2");
-        for (int m = 0; m < 50; ++m)
-            fs::copy_file(movie, folder / ("menu" + std::to_string(m) + ".avi"), fs::copy_options::overwrite_existing);
-        return project;
-    }();
-    return file;
-}
-
-// The generated project opened, with its menus in tree order.
-struct OpenMenus {
-    mw::ProgramState program{mw::bench::BenchFolder("menuwright-bench-home")};
-    mw::ScriptedPrompt prompt;
-    NoForms forms;
-    mw::Project project{program, prompt, forms};
-    std::vector<mw::DocNode*> menus;
-
-    OpenMenus()
-    {
-        if (!project.OpenFile(MenusProject().string()))
-            throw std::runtime_error("the generated project does not open");
-        prompt.Log.clear(); // the title's movie is an empty file
-        project.Doc.Tree.ForEach([&](mw::DocNode& node) {
-            if (node.Text == "DivXMediaMenu")
-                menus.push_back(&node);
-        });
-    }
-};
-
 void BM_Menus_ParceMenu(benchmark::State& state)
 {
-    OpenMenus open;
+    mw::bench::OpenMenus open;
     std::size_t i = 0;
     for (auto _ : state) {
         mw::ParceMenu(open.project, *open.menus[i++ % open.menus.size()]);
@@ -77,7 +31,7 @@ void BM_Menus_ParceMenu(benchmark::State& state)
 // One undo step each, as the commands record it.
 void BM_Menus_AddAndDeleteButton(benchmark::State& state)
 {
-    OpenMenus open;
+    mw::bench::OpenMenus open;
     mw::ParceMenu(open.project, *open.menus.front());
     for (auto _ : state) {
         mw::AddButtonToMenu(open.project, {"", 10, 10, 100, 30}, "|Rectangle");
@@ -88,7 +42,7 @@ void BM_Menus_AddAndDeleteButton(benchmark::State& state)
 // The undo step that every button command records first: a snapshot of the menu and MenuTracks.
 void BM_Menus_UndoAdd(benchmark::State& state)
 {
-    OpenMenus open;
+    mw::bench::OpenMenus open;
     mw::ParceMenu(open.project, *open.menus.front());
     for (auto _ : state)
         open.project.UndoAdd();
@@ -96,7 +50,7 @@ void BM_Menus_UndoAdd(benchmark::State& state)
 
 void BM_Menus_Align36Buttons(benchmark::State& state)
 {
-    OpenMenus open;
+    mw::bench::OpenMenus open;
     mw::ParceMenu(open.project, *open.menus.front());
     mw::Label1_Click(open.project, 0);
     for (auto& button : open.project.Canvas.Buttons)

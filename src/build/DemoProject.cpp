@@ -9,6 +9,10 @@
 #include "media/NewProject.h"
 #include "media/NewTitleForm.h"
 #include "media/TitleNodes.h"
+#include "menus/AddNewMenu.h"
+#include "menus/Buttons.h"
+#include "menus/CanvasCommands.h"
+#include "menus/MenuForms.h"
 
 #include <string>
 #include <system_error>
@@ -69,6 +73,33 @@ private:
     fs::path path_;
 };
 
+// The start menu over the same movie, with a button for each special overlay, so that the demo
+// opens on a menu to edit.
+bool AddDemoMenu(Project& project, const fs::path& movie, const fs::path& programFolder)
+{
+    NewMenuForm form;
+    LoadNewMenuForm(form, clsIniFile(SettingsFilePath(programFolder).string()));
+    FillLanguageCombo(form, project.Doc.Tree);
+    form.Combo2.ListIndex = 0;
+    Combo2_Click(form, project.Doc.Tree);
+    if (!LoadMovieForMenu(project, form, movie.string()))
+        return false;
+    form.txtMenuName = "Main";
+    form.Combo3.ListIndex = 1;
+    const std::string menu = AddNewMenu(project, form, false);
+    if (menu.empty())
+        return false;
+    ParceMenu(project, project.Doc.Tree.Item("k" + menu));
+    if (DocNode* source = project.Doc.Tree.ObjectNode(project.Canvas.Menu.MediaSourceID))
+        UpdatePropertyInNode(project.Doc.Tree, *source, "location", movie.filename().string(), false);
+    const char* overlays[] = {"|Rectangle", "|Oval", "|Shape1"};
+    for (long i = 0; i < 3; ++i) {
+        if (AddButtonToMenu(project, {"", 40, 70 + 60 * i, 150, 36}, overlays[i]).empty())
+            return false;
+    }
+    return true;
+}
+
 bool MakeProject(const fs::path& movie, const fs::path& projectFile, const fs::path& programFolder,
                  int chapters, Prompt& prompt)
 {
@@ -78,6 +109,8 @@ bool MakeProject(const fs::path& movie, const fs::path& projectFile, const fs::p
     if (!CreateNewFile(project, movie.string()))
         return false;
     mnuCreateChapters(project);
+    if (!AddDemoMenu(project, movie, programFolder))
+        return false;
 
     const std::vector<DocNode*> titles = TitleNodes(project.Doc);
     DocNode* source = titles.empty() ? nullptr : MediaSourceOf(*titles.front());

@@ -6,9 +6,6 @@
 
 namespace mw {
 
-namespace {
-
-// The nearest element, the node itself included, whose name is `name`.
 const DocNode* EnclosingNamed(const DocNode& node, std::string_view name)
 {
     for (const DocNode* at = &node; at; at = at->Parent()) {
@@ -17,8 +14,6 @@ const DocNode* EnclosingNamed(const DocNode& node, std::string_view name)
     }
     return nullptr;
 }
-
-} // namespace
 
 std::string MenuCaption(const DocNode& menu)
 {

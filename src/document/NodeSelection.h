@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace mw {
 
@@ -11,6 +12,9 @@ class Project;
 
 // "Menu <menuname> (<menutype>)": how a menu is named in the simple tree and the status bar.
 std::string MenuCaption(const DocNode& menu);
+
+// The nearest element, the node itself included, whose name is `name`.
+const DocNode* EnclosingNamed(const DocNode& node, std::string_view name);
 
 // The DivXMediaMenu that holds a node, the node itself when it is one; null outside menus.
 const DocNode* MenuOfNode(const DocNode& node);

@@ -3,9 +3,13 @@
 #include "core/Paths.h"
 #include "core/Text.h"
 #include "document/Project.h"
+#include "media/FrameGrabber.h"
 #include "media/mAVIDecs.h"
+#include "menus/Buttons.h"
 #include "menus/OverlayAttributes.h"
 #include "menus/OverlayMenu.h"
+#include "render/OverlayPainters.h"
+#include "render/TransPaint.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -177,6 +181,14 @@ void SelectInBand(Project& project, long x1, long y1, long x2, long y2)
 
 namespace mw {
 
+ButtonShape SnapToGuideLines(const MenuCanvas& canvas, int index, ButtonShape rect)
+{
+    const ButtonShape& old = canvas.Buttons.at(static_cast<std::size_t>(index)).Label;
+    SnapAxis(rect.Left, rect.Width, old.Left, old.Width, canvas.LinesV);
+    SnapAxis(rect.Top, rect.Height, old.Top, old.Height, canvas.LinesH);
+    return rect;
+}
+
 bool EndButtonGesture(Project& project, int index, ButtonShape rect)
 {
     MenuCanvas& canvas = project.Canvas;
@@ -184,8 +196,7 @@ bool EndButtonGesture(Project& project, int index, ButtonShape rect)
         return false;
     CanvasButton& button = canvas.Buttons.at(static_cast<std::size_t>(index));
     const ButtonShape old = button.Label;
-    SnapAxis(rect.Left, rect.Width, old.Left, old.Width, canvas.LinesV);
-    SnapAxis(rect.Top, rect.Height, old.Top, old.Height, canvas.LinesH);
+    rect = SnapToGuideLines(canvas, index, rect);
     project.UndoAdd();
     const long dx = rect.Left - old.Left;
     const long dy = rect.Top - old.Top;
@@ -204,6 +215,101 @@ bool EndButtonGesture(Project& project, int index, ButtonShape rect)
     }
     project.MarkDirty();
     return true;
+}
+
+} // namespace mw
+
+namespace mw {
+
+std::string AddButtonFromBand(Project& project, long x1, long y1, long x2, long y2)
+{
+    if (x1 == x2 || y1 == y2)
+        return {};
+    const ButtonShape rect{"", std::min(x1, x2), std::min(y1, y2), std::labs(x2 - x1), std::labs(y2 - y1)};
+    project.Canvas.AddMode = false;
+    return AddButtonToMenu(project, rect, project.Values().DefOverlay);
+}
+
+std::size_t PickGuideLine(std::vector<long>& lines, long pos)
+{
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (std::labs(pos + 2 - lines[i]) < kGuideLineReach)
+            return i;
+    }
+    lines.push_back(pos);
+    return lines.size() - 1;
+}
+
+void DropGuideLine(std::vector<long>& lines, std::size_t index, long pos, long extent)
+{
+    if (pos < 0 || pos >= extent)
+        lines.erase(lines.begin() + static_cast<std::ptrdiff_t>(index));
+    else
+        lines[index] = pos;
+}
+
+long ShownFrame(const MenuCanvas& canvas)
+{
+    return canvas.Frame != -1 ? canvas.Frame : static_cast<long>(LeadingNumber(canvas.Menu.StartFrame));
+}
+
+bool GrabMenuFrame(Project& project, cDIB& picture)
+{
+    const std::string& file = project.Canvas.Menu.Location;
+    std::error_code ec;
+    if (project.Canvas.CurrentMenuID.empty() || !std::filesystem::is_regular_file(file, ec))
+        return false;
+    long frame = ShownFrame(project.Canvas);
+    return GrabFrameToPicture(file, picture, frame, true, project.Ask(), project.Lang());
+}
+
+void SetMenuFrame(Project& project, long frame)
+{
+    MenuCanvas& canvas = project.Canvas;
+    DocNode* menu = project.Doc.Tree.ObjectNode(canvas.CurrentMenuID);
+    if (!menu)
+        return;
+    canvas.Frame = std::max(frame, -1L);
+    ExtraInfoElement info(menu->Tag);
+    info.Set("frame", std::to_string(canvas.Frame));
+    menu->Tag = info.Text();
+    project.MarkDirty();
+}
+
+cDIB ButtonOverlayPicture(Project& project, int index)
+{
+    const CanvasButton& button = project.Canvas.Buttons.at(static_cast<std::size_t>(index));
+    TransPaint shape(project.Ask(), project.Lang());
+    const std::array<std::uint32_t, 3>& colors = project.Canvas.Colors;
+    for (int i = 0; i < 3; ++i) {
+        const std::uint32_t c = colors[static_cast<std::size_t>(i)];
+        shape.SetRGBColor(i + 1, c & 0xFF, c >> 8 & 0xFF, c >> 16 & 0xFF);
+    }
+    shape.SetSize(static_cast<int>(button.Overlay.Width), static_cast<int>(button.Overlay.Height));
+    const std::string painter = GetFuncToCallFromSpecialOverlay(button.Shape);
+    if (painter.empty()) {
+        shape.SetFilename(button.OverlayFile);
+        return shape.GetDib();
+    }
+    const DocNode* node = project.Doc.Tree.ObjectNode(button.Label.Tag);
+    const std::string tag = node ? node->Tag : std::string();
+    const TextOverlayForm text = TextOverlayFromTag(tag).value_or(TextOverlayForm{});
+    shape.SetDIBFromFunc(painter, static_cast<int>(button.LineWidth), text.Text, text.Outline,
+                         TextOverlayShadow(text), text.Font);
+    return shape.GetDib();
+}
+
+DocNode* ButtonLinkMenu(Project& project, int index)
+{
+    const CanvasButton& button = project.Canvas.Buttons.at(static_cast<std::size_t>(index));
+    DocTree& tree = project.Doc.Tree;
+    const DocNode* node = tree.ObjectNode(button.Label.Tag);
+    const DocNode* action = ChildNamed(node, "Action");
+    const DocNode* move = ChildNamed(action, "MenuTransitionAction");
+    if (!move)
+        return nullptr;
+    DocNode* menu = tree.ObjectNode(GetPropertyInNode(*move, "menuid"));
+    return menu && EqualsNoCase(menu->Text, "DivXMediaMenu") ? menu : nullptr;
 }
 
 } // namespace mw

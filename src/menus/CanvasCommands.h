@@ -1,11 +1,13 @@
 #pragma once
 
 #include "document/DocTree.h"
+#include "document/MenuCanvas.h"
 #include "document/TreeQueries.h"
 
 namespace mw {
 
 class Project;
+class cDIB;
 
 // Shows a menu on the canvas: reads its colours, lock and frame, one entry per button with its
 // rectangle and overlay, the rows of its background, and where its overlay stream will stand
@@ -28,5 +30,38 @@ inline constexpr long kSnapDistance = 7;
 // of a multi-selection move by the same distance. Nothing moves while the menu is locked, and
 // then false is returned.
 bool EndButtonGesture(Project& project, int index, ButtonShape rect);
+
+// A rectangle of the button at index, dragged or resized, with its edges near a guide line
+// caught by it: what the canvas shows while the mouse moves and what the gesture's end keeps.
+ButtonShape SnapToGuideLines(const MenuCanvas& canvas, int index, ButtonShape rect);
+
+// The release of the band drawn in add mode: a button with that rectangle and the default
+// overlay, and add mode ends. A band without width or height adds nothing and stays in add mode.
+// Returns the new button's identifier, empty when none was added.
+std::string AddButtonFromBand(Project& project, long x1, long y1, long x2, long y2);
+
+// A guide line is near a press on its ruler when the press, plus 2, is less than this away.
+inline constexpr long kGuideLineReach = 4;
+// A left press on a ruler at pos: the guide line near it is picked up, else a new one is made
+// there. Returns its index in lines.
+std::size_t PickGuideLine(std::vector<long>& lines, long pos);
+// The release of a dragged guide line: it stays at pos inside the page of length extent, and
+// goes away beyond its edges.
+void DropGuideLine(std::vector<long>& lines, std::size_t index, long pos, long extent);
+
+// The frame the canvas shows: the one stored for the menu, else the start of its background.
+long ShownFrame(const MenuCanvas& canvas);
+// The shown frame of the menu's background into picture, at the movie's size. False, with the
+// picture as it was, when there is no file (ParceMenu has said so) or it cannot be read.
+bool GrabMenuFrame(Project& project, cDIB& picture);
+// Keeps the frame to show for the menu in its extra info; -1 for none, and below that too.
+void SetMenuFrame(Project& project, long frame);
+
+// The overlay picture of the button at index at the size of its overlay, in the menu's colours:
+// painted for a special shape, read and fitted for a bitmap. Index 0 is transparent.
+cDIB ButtonOverlayPicture(Project& project, int index);
+
+// The menu that the button at index opens, when its action list moves to one; null otherwise.
+DocNode* ButtonLinkMenu(Project& project, int index);
 
 } // namespace mw

@@ -262,21 +262,46 @@ void mnuOverlayWidthValue_Click(Project& project, int index)
     project.Overlays.CheckedWidth = width;
 }
 
+namespace {
+
+// The overlay's offset against the rectangle into the button's extra info, which is made anew
+// around the shape when it does not parse.
+void StorePosition(CanvasButton& button, DocNode& node, const std::string& position)
+{
+    button.Position = position;
+    ExtraInfoElement info(node.Tag);
+    if (!info.Parsed())
+        info.Set("Shape", button.Shape);
+    info.Set("Position", button.Position);
+    node.Tag = info.Text();
+    PlaceShapeFromTag(button);
+}
+
+} // namespace
+
 void ResetOverlayPos(Project& project)
 {
     DocNode* node = nullptr;
     CanvasButton* selected = SelectedButton(project, node);
     if (!selected)
         return;
-    CanvasButton& button = *selected;
     project.UndoAdd();
-    button.Position = project.Values().DefOverlayPos == 0 ? kDefaultOverlayPosition : kSameOverlayPosition;
-    ExtraInfoElement info(node->Tag);
-    if (!info.Parsed())
-        info.Set("Shape", button.Shape);
-    info.Set("Position", button.Position);
-    node->Tag = info.Text();
-    PlaceShapeFromTag(button);
+    StorePosition(*selected, *node,
+                  project.Values().DefOverlayPos == 0 ? kDefaultOverlayPosition : kSameOverlayPosition);
+    project.MarkDirty();
+}
+
+void PlaceShapeToPos(Project& project, int index, const ButtonShape& overlay)
+{
+    CanvasButton& button = project.Canvas.Buttons.at(static_cast<std::size_t>(index));
+    DocNode* node = project.Doc.Tree.ObjectNode(button.Label.Tag);
+    if (!node)
+        return;
+    project.UndoAdd();
+    const ButtonShape& r = button.Label;
+    StorePosition(button, *node,
+                  std::to_string(r.Left - overlay.Left) + " " + std::to_string(r.Top - overlay.Top) + " " +
+                      std::to_string(r.Width - overlay.Width) + " " + std::to_string(r.Height - overlay.Height));
     project.MarkDirty();
 }
 

@@ -93,6 +93,9 @@ void UpdateTextOverlay(Project& project);
 void mnuOverlayWidthValue_Click(Project& project, int index);
 // The selected button's overlay back to the default position of the settings.
 void ResetOverlayPos(Project& project);
+// The overlay of the button at index moved or resized on the canvas: its Position becomes the
+// difference to the button's rectangle. The button itself stays. One undo step.
+void PlaceShapeToPos(Project& project, int index, const ButtonShape& overlay);
 
 // The three colours chosen for the menu's overlay palette: the current colours, and the menu's
 // Color1, Color2, Color3.

@@ -212,17 +212,19 @@ bool cDIB::CreateFromImage(const QImage& image)
     return true;
 }
 
-QImage cDIB::ToImage() const
+QImage cDIB::ToImage(bool firstEntryClear) const
 {
     if (Empty())
         return {};
-    QImage image(width_, height_, QImage::Format_RGB32);
+    const bool clear = firstEntryClear && bpp_ <= 8;
+    QImage image(width_, height_, clear ? QImage::Format_ARGB32 : QImage::Format_RGB32);
     for (int y = 0; y < height_; ++y) {
         const std::uint8_t* from = RowOf(*this, y);
         auto* to = reinterpret_cast<QRgb*>(image.scanLine(y));
         for (int x = 0; x < width_; ++x) {
-            const Colour colour = ColourOf(ReadValue(from, x, bpp_));
-            to[x] = qRgb(int(colour & 0xFF), int(colour >> 8 & 0xFF), int(colour >> 16 & 0xFF));
+            const std::uint32_t value = ReadValue(from, x, bpp_);
+            const Colour colour = ColourOf(value);
+            to[x] = clear && value == 0 ? 0 : qRgb(int(colour & 0xFF), int(colour >> 8 & 0xFF), int(colour >> 16 & 0xFF));
         }
     }
     return image;

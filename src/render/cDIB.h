@@ -35,7 +35,9 @@ public:
     // A packed bitmap: BITMAPINFOHEADER, colour table, pixels.
     bool CreateFromPackedDIB(const std::uint8_t* data, std::size_t size);
     bool CreateFromImage(const QImage& image); // as 24 bits per pixel
-    QImage ToImage() const;                    // RGB32 for painting on screen
+    // RGB32 for painting on screen; with firstEntryClear ARGB32 where a palette bitmap's entry
+    // 0 is left out, as an overlay shows over the menu.
+    QImage ToImage(bool firstEntryClear = false) const;
 
     void CloneTo(cDIB& target) const;
     bool Save(const std::string& file) const;

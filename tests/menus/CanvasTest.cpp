@@ -1,5 +1,10 @@
 #include "menus/CanvasFixture.h"
 
+#include "media/TitleTestKit.h"
+#include "render/cDIB.h"
+
+#include <filesystem>
+
 namespace {
 
 using mw::ButtonShape;
@@ -135,6 +140,57 @@ TEST_F(CanvasTest, TheEndOfAGestureSnapsWritesTheTreeAndCarriesTheSelection)
     ASSERT_TRUE(mw::EndButtonGesture(project, 2, {"17", 9, 100, 106, 45}));
     EXPECT_EQ(rows(18), "9 100 106 45"); // 145 is 85 from the line
     EXPECT_TRUE(project.FileIsDirty);
+}
+
+TEST_F(CanvasTest, TheShownFrameIsStoredWithTheMenuAndGrabbedFromItsBackground)
+{
+    mw::cDIB picture;
+    EXPECT_FALSE(mw::GrabMenuFrame(project, picture)); // the file is missing: the canvas stays blank
+    EXPECT_TRUE(picture.Empty());
+    EXPECT_TRUE(prompt.Texts().empty());
+
+    mw::SetMenuFrame(project, -1);
+    EXPECT_EQ(mw::ShownFrame(project.Canvas), 5); // none stored: the start of the background
+    EXPECT_EQ(Tag(12), "<Menuwright Color1='1' Color2='2' Color3='3' frame='-1' lock='1'/>");
+
+    std::filesystem::copy_file(mw::test::ShortMovie(), work.Path() / "menu.avi");
+    ParceMenu(project, project.Doc.Tree.Item("k12"));
+    mw::SetMenuFrame(project, 40);
+    ASSERT_TRUE(mw::GrabMenuFrame(project, picture));
+    EXPECT_EQ(picture.Width(), 64);
+    EXPECT_EQ(picture.Height(), 48);
+    const mw::cDIB at40 = picture;
+    mw::SetMenuFrame(project, 5);
+    ASSERT_TRUE(mw::GrabMenuFrame(project, picture));
+    EXPECT_FALSE(picture == at40);
+    EXPECT_EQ(mw::ShownFrame(project.Canvas), 5);
+    EXPECT_TRUE(prompt.Texts().empty());
+}
+
+TEST_F(CanvasTest, GuideLinesArePickedUpNearThePressAndDroppedOffThePage)
+{
+    std::vector<long> lines;
+    EXPECT_EQ(mw::PickGuideLine(lines, 100), 0u);
+    EXPECT_EQ(mw::PickGuideLine(lines, 101), 0u); // 103 is 3 from 100: the same line
+    EXPECT_EQ(mw::PickGuideLine(lines, 102), 1u); // 104 is 4 away: a new one
+    mw::DropGuideLine(lines, 1, 300, 576);
+    EXPECT_EQ(lines, (std::vector<long>{100, 300}));
+    mw::DropGuideLine(lines, 0, 576, 576);
+    EXPECT_EQ(lines, std::vector<long>{300});
+    mw::DropGuideLine(lines, 0, -1, 576);
+    EXPECT_TRUE(lines.empty());
+}
+
+TEST_F(CanvasTest, AButtonLinksToTheMenuItsActionMovesTo)
+{
+    mw::DocTree& tree = project.Doc.Tree;
+    EXPECT_EQ(mw::ButtonLinkMenu(project, 0), nullptr);
+    mw::DocNode& action = tree.AddChild(tree.Item("k13"), "k40", "Action", "action");
+    mw::DocNode& move = tree.AddChild(action, "k41", "MenuTransitionAction", "action");
+    tree.AddChild(move, "", "menuID = 12", "prop");
+    EXPECT_EQ(mw::ButtonLinkMenu(project, 0), &tree.Item("k12"));
+    tree.AddChild(tree.Item("k15"), "k42", "Action", "action");
+    EXPECT_EQ(mw::ButtonLinkMenu(project, 1), nullptr);
 }
 
 } // namespace

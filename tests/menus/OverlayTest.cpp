@@ -188,7 +188,7 @@ TEST_F(OverlayCommands, ColoursAndTheLockGoToTheMenu)
     EXPECT_NE(Tag(12).find("lock='0'"), std::string::npos);
 }
 
-TEST_F(OverlayCommands, ResettingThePositionFollowsTheSetting)
+TEST_F(OverlayCommands, AnOverlayMovedOnTheCanvasOrResetKeepsItsPositionAgainstTheButton)
 {
     mw::ResetOverlayPos(project);
     EXPECT_TRUE(project.Undo.Empty()); // no button selected
@@ -199,6 +199,12 @@ TEST_F(OverlayCommands, ResettingThePositionFollowsTheSetting)
         EXPECT_EQ(Tag(15), std::string("<Menuwright Shape='*Rect' Position='") + position + "'/>");
         EXPECT_EQ(Button(1).Overlay.Width, setting == 0 ? 62 : 50);
     }
+    // The button at 200, 20 sized 50 by 50; its overlay dragged to 190, 25 and sized 70 by 40.
+    mw::PlaceShapeToPos(project, 1, {"", 190, 25, 70, 40});
+    EXPECT_EQ(Tag(15), "<Menuwright Shape='*Rect' Position='10 -5 -20 10'/>");
+    EXPECT_EQ(Button(1).Overlay.Left, 190);
+    EXPECT_EQ(Button(1).Label.Left, 200);
+    EXPECT_EQ(project.Undo.Count(), 3u);
 }
 
 class OverlayMenus : public ::testing::Test {

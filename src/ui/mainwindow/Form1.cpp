@@ -13,6 +13,7 @@
 #include "media/RefreshTitle.h"
 #include "menus/RemoveTitle.h"
 #include "ui/QtDesignTarget.h"
+#include "ui/canvas/CanvasView.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/BuildLogWindow.h"
 #include "ui/dialogs/frmOptions.h"
@@ -66,6 +67,11 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
     auto* canvasFrame = new QWidget;
     canvasFrame->setObjectName("PicCon");
     canvasFrame->setMinimumWidth(kCanvasMinimumWidth);
+    canvas_ = new CanvasView(project_, {[this](const std::function<void()>& command) { RefreshTree(command); },
+                                        [this](DocNode* node) { panes_->SelectInTreeView1(node); }});
+    auto* canvasLayout = new QVBoxLayout(canvasFrame);
+    canvasLayout->setContentsMargins(0, 0, 0, 0);
+    canvasLayout->addWidget(canvas_);
     auto* rightPane = new QWidget;
     rightPane->setObjectName("PicCon2");
     auto* rightLayout = new QVBoxLayout(rightPane);
@@ -147,6 +153,13 @@ void Form1::ConnectCommands()
     on("mnuExit", [this] { close(); });
     on("mnuNextNode", [this] { StepSibling(true); });
     on("mnuPreviusNode", [this] { StepSibling(false); });
+    QAction* rulers = menus_.Action("mnuViewRullers");
+    rulers->setCheckable(true);
+    rulers->setChecked(project_.Values().ShowRulers);
+    connect(rulers, &QAction::toggled, this, [this](bool shown) {
+        project_.Values().ShowRulers = shown;
+        canvas_->SetRulersShown(shown);
+    });
     connect(toolbars_.NoCreateOverlays(), &QAction::toggled, this, [this](bool pressed) { project_.NoCreateOverlays = pressed; });
     on("mnuOptions", [this] { mnuOptions_Click(); });
     on("mnuAbout", [this] { mnuAbout_Click(); });
@@ -201,11 +214,24 @@ void Form1::mnuAbout_Click()
 void Form1::OpenStartProject()
 {
     const std::filesystem::path start = StartProjectFile(project_.ProgramFolder(), program_.FirstStart);
-    if (!start.empty())
-        ReplaceDocument([this, &start] { project_.OpenFile(start.string()); });
+    if (start.empty())
+        return;
+    ReplaceDocument([this, &start] { project_.OpenFile(start.string()); });
+    // The project opens on its first language's starting menu, so that the canvas shows it.
+    const DocTree& tree = project_.Doc.Tree;
+    const DocNode* language = tree.Empty() ? nullptr : ChildNamed(tree.Root(), "LanguageMenus");
+    DocNode* menu = language ? tree.ObjectNode(GetPropertyInNode(*language, "startingmenuid")) : nullptr;
+    if (menu && !tree.Selected())
+        panes_->SelectInTreeView1(menu);
 }
 
 void Form1::ReplaceDocument(const std::function<void()>& command)
+{
+    canvas_->ForgetShownMenu();
+    RefreshTree(command);
+}
+
+void Form1::RefreshTree(const std::function<void()>& command)
 {
     model_->Detach();
     properties_->ShowNode(nullptr);
@@ -218,6 +244,7 @@ void Form1::ReplaceDocument(const std::function<void()>& command)
         tree_->setCurrentIndex(model_->IndexOf(selected));
     else
         status_.ShowMenu({});
+    canvas_->ShowNode(project_.Doc.Tree.Selected());
     RefreshCommands();
 }
 
@@ -298,6 +325,7 @@ void Form1::TreeView1_NodeClick(DocNode* node)
         help_->ShowBlock(HelpBlockFor(node->Text));
     else
         help_->ShowBlock({});
+    canvas_->ShowNode(node);
     RefreshCommands();
 }
 

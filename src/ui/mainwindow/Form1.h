@@ -18,6 +18,7 @@ class QTreeView;
 
 namespace mw {
 
+class CanvasView;
 class DocTreeModel;
 class HelpPane;
 class PropertiesPane;
@@ -45,6 +46,8 @@ private:
     void ConnectCommands();
     // Runs a command that may replace the document, with the tree pane told around it.
     void ReplaceDocument(const std::function<void()>& command);
+    // Runs a command that changes the document in place, with the tree pane told around it.
+    void RefreshTree(const std::function<void()>& command);
     void RefreshCommands();
     void FillLanguages();
     // Labels the window from the language file, keeping what the file does not decide.
@@ -72,6 +75,7 @@ private:
     TreePanes* panes_;
     PropertiesPane* properties_;
     HelpPane* help_;
+    CanvasView* canvas_;
     QSplitter* splitter_;
     std::vector<QAction*> languages_; // mnuLangDef's entries, one per language file
     bool laidOut_ = false;

@@ -66,7 +66,7 @@ const std::array kEntries{
     Sep("mnuView"),
     MenuEntry{"mnuView", "Menu properties", nullptr, "mnuShowMenuProp", S::NotYet},
     MenuEntry{"mnuView", "Button properties", nullptr, "mnuShowButtonProp", S::NotYet},
-    MenuEntry{"mnuView", "Rulers in menu", nullptr, "mnuViewRullers", S::NotYet},
+    MenuEntry{"mnuView", "Rulers in menu", nullptr, "mnuViewRullers"},
     Sep("mnuView"),
     MenuEntry{"mnuView", "Previous node", "F2", "mnuPreviusNode", S::State, &CommandStates::mnuPreviusNode},
     MenuEntry{"mnuView", "Next node", "F3", "mnuNextNode", S::State, &CommandStates::mnuNextNode},

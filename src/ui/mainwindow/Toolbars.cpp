@@ -38,26 +38,6 @@ const std::array kToolbar1{
     ToolbarButton{"help", "Help", "mnuHelpHelp"},
 };
 
-// The canvas commands come with the menu editor; until then none of these has a command.
-const std::array kToolbarPic{
-    ToolbarButton{"buttonAdd", "New button", nullptr},
-    ToolbarButton{"buttonDel", "Delete button", nullptr},
-    ToolbarButton{"shapeSelect", "Select the shape (overlayID) of active button", nullptr},
-    ToolbarButton{"shapeName", "Select overlay shape", nullptr},
-    ToolbarButton{"shapeLineWidth", "Select line width for special overlays", nullptr},
-    ToolbarButton{"color1", "", nullptr},
-    ToolbarButton{"color2", "", nullptr},
-    ToolbarButton{"color3", "", nullptr},
-    ToolbarButton{"lock", "Lock/unlock button position", nullptr},
-    ToolbarButton{"previous", "Previous frame (right click to select manually)", nullptr},
-    ToolbarButton{"next", "Next frame (right click to select manually)", nullptr},
-    ToolbarButton{nullptr, nullptr, nullptr},
-    ToolbarButton{"play", "Play", nullptr},
-    ToolbarButton{"stop", "Stop", nullptr},
-    ToolbarButton{"closemovie", "Close movie, so buttons will be visible again", nullptr},
-    ToolbarButton{"help", "Help for menus", nullptr},
-};
-
 // A button follows its menu entry when that entry has a command; otherwise it is shown off and
 // joins `notYet`.
 void Forward(QAction& button, QAction* command, std::vector<QAction*>& notYet)
@@ -107,8 +87,6 @@ QToolBar* Build(QMainWindow& window, const char* name, const std::array<ToolbarB
 Toolbars::Toolbars(QMainWindow& window, const MenuBar& menus)
     : toolbar1_(Build(window, "Toolbar1", kToolbar1, menus, noCreateOverlays_, notYet_))
 {
-    window.addToolBarBreak(Qt::TopToolBarArea);
-    toolbarPic_ = Build(window, "ToolbarPic", kToolbarPic, menus, noCreateOverlays_, notYet_);
 }
 
 void Toolbars::AfterRelabel()

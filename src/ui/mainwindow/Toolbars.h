@@ -12,7 +12,7 @@ namespace mw {
 
 class MenuBar;
 
-// Toolbar1 and ToolbarPic. A button whose command is in the menu bar runs that entry and is
+// Toolbar1 (ToolbarPic stands over the canvas). A button whose command is in the menu bar runs that entry and is
 // enabled with it; a button whose command is not in the program yet stays off.
 class Toolbars {
 public:
@@ -26,13 +26,11 @@ public:
     void AfterRelabel();
 
     QToolBar* Toolbar1() const { return toolbar1_; }
-    QToolBar* ToolbarPic() const { return toolbarPic_; }
 
 private:
     QAction* noCreateOverlays_ = nullptr; // set while Toolbar1 is built, so it comes first
     std::vector<QAction*> notYet_;        // buttons whose command is not in the program yet
     QToolBar* toolbar1_;
-    QToolBar* toolbarPic_;
 };
 
 } // namespace mw
