@@ -15,6 +15,7 @@
 #include "menus/LanguageCommands.h"
 #include "menus/MenuCommands.h"
 #include "menus/MenuForms.h"
+#include "menus/MenuTemplates.h"
 #include "menus/OverlayAttributes.h"
 #include "render/OverlayFont.h"
 
@@ -600,6 +601,36 @@ int RunSetColors(const CliOptions& options, CliContext& context)
         ParceMenu(project, project.Doc.Tree.Item("k" + args[1]));
         SelectColor(project, {static_cast<std::uint32_t>(colors[0]), static_cast<std::uint32_t>(colors[1]),
                               static_cast<std::uint32_t>(colors[2])});
+        return static_cast<int>(kExitOk);
+    });
+}
+
+int RunExportTemplate(const CliOptions& options, CliContext& context)
+{
+    if (options.Arguments.size() != 2 || !options.Output)
+        return Refuse(context, options, "expected a project file, a menu id and -o TEMPLATE.xml");
+    Project project(context.Program, context.Ask, context.Forms);
+    if (!project.OpenFile(Absolute(options.Arguments.front())))
+        return kExitUnreadable;
+    if (!IsMenu(project, options.Arguments[1]))
+        return Refuse(context, options, options.Arguments[1] + " is not a menu of the project");
+    return mnuExportToTemplate(project, options.Arguments[1], Absolute(*options.Output)) ? kExitOk : kExitFaults;
+}
+
+int RunInsertTemplate(const CliOptions& options, CliContext& context)
+{
+    if (options.Arguments.size() != 2)
+        return Refuse(context, options, "expected a project file and a template file");
+    const std::string file = Absolute(options.Arguments[1]);
+    return RunOnProject(options, context, [&](Project& project) {
+        DocTree& tree = project.Doc.Tree;
+        DocNode* language = options.DefLang ? IsLanguageMenusThere(tree, *options.DefLang) : TemplateLanguageSet(tree);
+        if (!language)
+            return Refuse(context, options, "the project has no language set " + options.DefLang.value_or(""));
+        const std::string id = LoadXmlTemplate(project, file, *language);
+        if (id.empty())
+            return static_cast<int>(kExitFaults);
+        std::cout << id << '\n';
         return static_cast<int>(kExitOk);
     });
 }

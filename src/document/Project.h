@@ -130,6 +130,9 @@ public:
 
     // Before a command changes the menu on the canvas: keeps the menu and MenuTracks.
     void UndoAdd();
+    // The same for a command that changes more than the menu on the canvas: keeps the element
+    // with this identifier (a whole language set) instead.
+    void UndoAddFor(const std::string& objectID);
     // Puts back the last snapshot.
     void UndoDo();
 

@@ -70,6 +70,18 @@ TEST_F(CliMenus, TwoLanguagesWithMenusFromAMovieAndFromAMenuCheckClean)
     EXPECT_EQ(check.Exit, 0);
     EXPECT_EQ(check.Out, "Checking complete with no errors\n");
 
+    // The menu as a template, inserted twice: the ring and the actions of each copy stay inside it.
+    ASSERT_EQ(Run("export-template project.xml 15 -o main.xml").Exit, 0);
+    EXPECT_EQ(On("insert-template", "main.xml --lang en").Out, "57\n");
+    EXPECT_EQ(On("insert-template", "main.xml").Out, "83\n");
+    const std::string copies = On("menus").Out;
+    for (const char* line :
+         {"  menu 57 type=title name=Main video=59 audio=60 start-button=61\n",
+          "    button 61 rect=10,10,100,30 upAction=67 downAction=64 leftAction=none rightAction=none\n",
+          "      select 76: MenuTransitionAction menuID=57; ButtonTransitionAction buttonMenuID=61;\n"})
+        EXPECT_NE(copies.find(line), std::string::npos) << line << copies;
+    EXPECT_EQ(Run("check project.xml").Out, "Checking complete with no errors\n");
+
     // The shared source stays while menu 15 uses it.
     ASSERT_EQ(On("remove-menu", "21").Exit, 0);
     EXPECT_NE(Saved().find(R"(<MediaSource objectID="16")"), std::string::npos);

@@ -103,15 +103,15 @@ TEST_F(UndoHistoryTest, AMissingMenuOrParentEndsTheHistory)
 TEST_F(UndoHistoryTest, ASnapshotThatCannotBeReadBackRemovesNothing)
 {
     mw::UndoSnapshot good;
-    ASSERT_TRUE(mw::TakeUndoSnapshot(project.Doc.Tree, "12", good));
+    ASSERT_TRUE(mw::TakeUndoSnapshot(project.Doc, "12", "12", good));
     const std::vector<std::pair<const char*, std::function<void(mw::UndoSnapshot&)>>> cases = {
-        {"tracks do not parse", [](mw::UndoSnapshot& s) { s.MenuTracksXml = "<MenuTracks objectID=\"20\""; }},
+        {"tracks do not parse", [](mw::UndoSnapshot& s) { s.Tracks.back().Xml = "<MediaTrack objectID=\"22\""; }},
         {"menu takes the title's id", [](mw::UndoSnapshot& s) {
              s.MenuXml = "<DivXMediaMenu objectID=\"12\"><ButtonMenu objectID=\"6\" /></DivXMediaMenu>";
          }},
         {"both take one id", [](mw::UndoSnapshot& s) {
              s.MenuXml = "<DivXMediaMenu objectID=\"12\"><ButtonMenu objectID=\"21\" /></DivXMediaMenu>";
-             s.MenuTracksXml = "<MenuTracks objectID=\"20\"><MediaSource objectID=\"21\" /></MenuTracks>";
+             s.Tracks.back().Xml = "<MediaTrack objectID=\"21\" />";
          }},
     };
     for (const auto& [name, spoil] : cases) {
