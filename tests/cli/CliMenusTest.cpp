@@ -1,4 +1,5 @@
 // Language sets and menus made through the command line alone, down to a project that checks clean.
+#include "build/BuildTestFiles.h"
 #include "cli/CliFixture.h"
 #include "media/TitleTestKit.h"
 
@@ -116,6 +117,17 @@ TEST_F(CliMenus, RefusalsLeaveTheFileAsItWas)
         EXPECT_EQ(Run(bad).Exit, 2);
     }
     EXPECT_EQ(Saved(), before);
+
+    // A menu from a picture by cli.exe, which is not there: our own encoder is offered instead.
+    folder.Write("Menuwright.ini", "[General]\r\nMethodForPicToMenu=1\r\n");
+    mw::test::SavePicture(folder.Path() / "back.bmp", 64, 48, mw::Rgb(10, 200, 30));
+    const std::string offer = "cli.exe was not found. Make the menu video with the built-in encoder instead?\n";
+    const CommandResult refused = On("add-menu", "--picture back.bmp --answer no");
+    EXPECT_EQ(refused.Exit, 1);
+    EXPECT_EQ(refused.Out, offer);
+    EXPECT_EQ(Saved(), before);
+    EXPECT_EQ(On("add-menu", "--picture back.bmp").Out, offer + "20\n");
+    EXPECT_GT(fs::file_size(folder.Path() / "back.avi"), 0u);
 }
 
 TEST_F(CliMenus, ButtonsWiredInARingThenLinedUpMovedAndRemoved)
