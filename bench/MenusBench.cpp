@@ -3,7 +3,7 @@
 #include "ProjectGenerator.h"
 
 #include "core/FormHost.h"
-#include "core/ProgramStart.h"
+#include "document/ProgramStart.h"
 #include "core/ScriptedPrompt.h"
 #include "document/Project.h"
 #include "menus/Buttons.h"
@@ -85,7 +85,7 @@ void BM_Menus_AddAndDeleteButton(benchmark::State& state)
     }
 }
 
-// The undo step that every button command records first: a snapshot of the menu and MenuTracks.
+// The undo step that every button command records first: the menu and the tracks it refers to.
 void BM_Menus_UndoAdd(benchmark::State& state)
 {
     OpenMenus open;
