@@ -668,7 +668,9 @@ int RunInsertTemplate(const CliOptions& options, CliContext& context)
         DocTree& tree = project.Doc.Tree;
         DocNode* language = options.DefLang ? IsLanguageMenusThere(tree, *options.DefLang) : TemplateLanguageSet(tree);
         if (!language)
-            return Refuse(context, options, "the project has no language set " + options.DefLang.value_or(""));
+            return Refuse(context, options,
+                          options.DefLang ? "the project has no language set " + *options.DefLang
+                                          : std::string("the project has no language set"));
         const std::string id = LoadXmlTemplate(project, file, *language);
         if (id.empty())
             return static_cast<int>(kExitFaults);
