@@ -106,7 +106,7 @@ std::optional<UndoSnapshot> UndoHistory::Pop()
 }
 
 bool TakeUndoSnapshot(Document& doc, const std::string& objectID, const std::string& shownMenuID,
-                      UndoSnapshot& snapshot)
+                      UndoSnapshot& snapshot, KeptTracks keptTracks)
 {
     DocTree& tree = doc.Tree;
     DocNode* node = tree.ObjectNode(objectID);
@@ -124,7 +124,8 @@ bool TakeUndoSnapshot(Document& doc, const std::string& objectID, const std::str
     taken.FirstNewID = doc.NextObjectID;
     if (taken.MenuXml.empty() || taken.MenuParentKey.empty() || taken.MenuTracksKey.empty())
         return false;
-    const std::unordered_set<const DocNode*> kept = TracksReferredBy(tree, *node, *tracks);
+    const std::unordered_set<const DocNode*> kept =
+        keptTracks == KeptTracks::Referred ? TracksReferredBy(tree, *node, *tracks) : std::unordered_set<const DocNode*>{};
     for (const auto& child : *tracks) {
         if (!kept.contains(child.get()))
             continue;
@@ -152,12 +153,11 @@ bool RestoreUndoSnapshot(Document& doc, const UndoSnapshot& snapshot, Prompt& pr
     // by a node that the restore takes away, so that nothing is removed before it is sure to succeed.
     Document aside;
     DocNode& holder = aside.Tree.Add(nullptr, Relationship::Last, "", "aside", "");
-    if (!LoadXmlString(snapshot.MenuXml, aside, &holder, Relationship::Child, prompt))
+    std::vector<XmlPiece> pieces{{snapshot.MenuXml, &holder, Relationship::Child}};
+    for (const TrackPiece& piece : snapshot.Tracks)
+        pieces.push_back({piece.Xml, &holder, Relationship::Child});
+    if (!LoadXmlStrings(pieces, aside, prompt))
         return false;
-    for (const TrackPiece& piece : snapshot.Tracks) {
-        if (!LoadXmlString(piece.Xml, aside, &holder, Relationship::Child, prompt))
-            return false;
-    }
     std::unordered_set<const DocNode*> replaced;
     for (const auto& child : *tracks) {
         const std::string& key = child->Key();
@@ -182,15 +182,14 @@ bool RestoreUndoSnapshot(Document& doc, const UndoSnapshot& snapshot, Prompt& pr
     for (const DocNode* track : replaced)
         tree.Remove(*const_cast<DocNode*>(track));
     const Place menuPlace = PlaceOf(*menuParent, menuAt);
-    if (!LoadXmlString(snapshot.MenuXml, doc, menuPlace.Relative, menuPlace.How, prompt))
-        return false;
+    pieces = {{snapshot.MenuXml, menuPlace.Relative, menuPlace.How}};
     for (const TrackPiece& piece : snapshot.Tracks) {
         DocNode* next = piece.NextKey.empty() ? nullptr : tree.Find(piece.NextKey);
         const bool before = next && next->Parent() == tracks;
-        if (!LoadXmlString(piece.Xml, doc, before ? next : tracks, before ? Relationship::Previous : Relationship::Child,
-                           prompt))
-            return false;
+        pieces.push_back({piece.Xml, before ? next : tracks, before ? Relationship::Previous : Relationship::Child});
     }
+    if (!LoadXmlStrings(pieces, doc, prompt))
+        return false;
     DocNode* selected = tree.Find(snapshot.SelectedKey);
     tree.Select(selected ? selected : tree.Find(snapshot.CurrentMenuKey));
     return true;
@@ -200,13 +199,13 @@ void Project::UndoAdd()
 {
     // With no menu on the canvas there is nothing a menu command could change.
     if (!Canvas.CurrentMenuID.empty())
-        UndoAddFor(Canvas.CurrentMenuID);
+        UndoAddFor(Canvas.CurrentMenuID, KeptTracks::Referred);
 }
 
-void Project::UndoAddFor(const std::string& objectID)
+void Project::UndoAddFor(const std::string& objectID, KeptTracks kept)
 {
     UndoSnapshot snapshot;
-    if (TakeUndoSnapshot(Doc, objectID, Canvas.CurrentMenuID, snapshot))
+    if (TakeUndoSnapshot(Doc, objectID, Canvas.CurrentMenuID, snapshot, kept))
         Undo.Push(std::move(snapshot));
     else
         prompt_.Message("Error in undo");

@@ -50,10 +50,14 @@ private:
     std::deque<UndoSnapshot> snapshots_;
 };
 
+// Which tracks a snapshot keeps: those the element refers to, or none for a command that only
+// adds tracks (those go again on undo all the same).
+enum class KeptTracks { Referred, None };
+
 // Takes the snapshot of the element with the given identifier, with the menu on the canvas to
 // show again. False when the element, MenuTracks or the element's parent cannot be found or written.
 bool TakeUndoSnapshot(Document& doc, const std::string& objectID, const std::string& shownMenuID,
-                      UndoSnapshot& snapshot);
+                      UndoSnapshot& snapshot, KeptTracks kept = KeptTracks::Referred);
 
 // Puts the kept element back in the place its node holds (so a menu keeps its place among the
 // menus of its language), and the kept tracks where they stood; tracks made since go. Selects the
