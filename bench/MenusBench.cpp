@@ -39,7 +39,20 @@ void BM_Menus_AddAndDeleteButton(benchmark::State& state)
     }
 }
 
-// The undo step that every button command records first: a snapshot of the menu and MenuTracks.
+// A button added and taken back by undo: the menu and its tracks read back in place.
+void BM_Menus_AddButtonAndUndo(benchmark::State& state)
+{
+    mw::bench::OpenMenus open;
+    mw::ParceMenu(open.project, *open.menus.front());
+    for (auto _ : state) {
+        mw::AddButtonToMenu(open.project, {"", 10, 10, 100, 30}, "|Rectangle");
+        open.project.UndoDo();
+    }
+    if (!open.prompt.Log.empty())
+        state.SkipWithError(open.prompt.Log.front().Text.c_str());
+}
+
+// The undo step that every button command records first: the menu and the tracks it refers to.
 void BM_Menus_UndoAdd(benchmark::State& state)
 {
     mw::bench::OpenMenus open;
@@ -79,6 +92,7 @@ void BM_Menus_LoadOverlaysToMenu(benchmark::State& state)
 
 BENCHMARK(BM_Menus_ParceMenu)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Menus_AddAndDeleteButton)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Menus_AddButtonAndUndo)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Menus_UndoAdd)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Menus_Align36Buttons)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Menus_LoadOverlaysToMenu)->Unit(benchmark::kMillisecond);

@@ -1,7 +1,10 @@
 #include "cli/CliMenuCommands.h"
 
+#include "build/BuildLog.h"
+#include "build/OutsideMenuVideo.h"
 #include "build/PicturesToMenuVideo.h"
 #include "cli/CliOverlayCommands.h"
+#include "build/ToolRunner.h"
 #include "cli/ConsoleFormHost.h"
 #include "core/Text.h"
 #include "core/settings/Settings.h"
@@ -16,6 +19,7 @@
 #include "menus/LanguageCommands.h"
 #include "menus/MenuCommands.h"
 #include "menus/MenuForms.h"
+#include "menus/MenuTemplates.h"
 #include "menus/OverlayAttributes.h"
 #include "menus/OverlayDialogs.h"
 #include "render/OverlayFont.h"
@@ -77,6 +81,51 @@ std::string PictureVideoName(const Project& project, const std::string& picture)
     return name.string();
 }
 
+// What an outside tool prints while it makes a menu video goes to standard error, so that
+// standard output keeps the messages and the new menu's identifier.
+class ConsoleBuildLog : public BuildLog {
+public:
+    explicit ConsoleBuildLog(std::ostream& out) : out_(out) {}
+    void Step(const std::string& text) override { out_ << text << '\n'; }
+    void Progress(int, int) override {}
+    void Line(const std::string& text) override { out_ << text << '\n'; }
+    void ShowTextFile(const fs::path& file) override { out_ << file.string() << '\n'; }
+    void OpenResult(const fs::path&) override {}
+
+private:
+    std::ostream& out_;
+};
+
+// With no dialog to point at a missing tool, the user is asked whether our own encoder may
+// make the video instead.
+ToolAnswer OfferBuiltInEncoder(int method, Prompt& prompt)
+{
+    const std::string tool = method == kPicToMenuCli ? "cli.exe" : "VirtualDubMod.exe";
+    if (prompt.Ask(tool + " was not found. Make the menu video with the built-in encoder instead?",
+                   PromptButtons::YesNo, PromptAnswer::Yes) != PromptAnswer::Yes)
+        return {};
+    return {true, true, ""};
+}
+
+// The menu video from pictures by the method of the settings, beside the project.
+bool MenuVideoFromPictures(Project& project, const std::vector<std::string>& pictures, double fps,
+                           const std::string& video, CliContext& context)
+{
+    const Settings& settings = project.Values();
+    ToolRunner runner;
+    ConsoleBuildLog log(context.Err);
+    MenuVideoTools tools{runner, log, project.ProgramFolder(),
+                         [&](int method) { return OfferBuiltInEncoder(method, project.Ask()); }};
+    const int method = settings.MethodForPicToMenu;
+    if (pictures.size() == 1)
+        return CreateAviFromaPic(Absolute(pictures.front()), video, fps, "", method, settings, project.Lang(),
+                                 project.Ask(), &tools);
+    std::vector<std::string> absolute;
+    for (const std::string& picture : pictures)
+        absolute.push_back(Absolute(picture));
+    return CreateAviFromPics(absolute, video, fps, "", method, settings, project.Lang(), project.Ask(), &tools);
+}
+
 // Fills the new-menu form as the user would from the options: 0 when it was accepted, 1 when
 // the form refused it (it said why), 2 for values the form cannot take.
 int FillNewMenuForm(NewMenuForm& form, const CliOptions& options, Project& project,
@@ -106,13 +155,7 @@ int FillNewMenuForm(NewMenuForm& form, const CliOptions& options, Project& proje
     } else if (!menu.Pictures.empty()) {
         const double fps = options.Fps.value_or(std::strtod(form.cmbfpsText.c_str(), nullptr));
         const std::string video = PictureVideoName(project, menu.Pictures.front());
-        const Settings& settings = project.Values();
-        const bool made = menu.Pictures.size() == 1
-                              ? CreateAviFromaPic(Absolute(menu.Pictures.front()), video, fps, "", kPicToMenuBuiltIn,
-                                                  settings, project.Lang(), project.Ask())
-                              : CreateAviFromPics(menu.Pictures, video, fps, "", kPicToMenuBuiltIn, settings,
-                                                  project.Lang(), project.Ask());
-        if (!made)
+        if (!MenuVideoFromPictures(project, menu.Pictures, fps, video, context))
             return kExitFaults;
         LoadMovieForMenu(project, form, video);
     } else {
@@ -643,6 +686,38 @@ int RunSetColors(const CliOptions& options, CliContext& context)
         ParceMenu(project, project.Doc.Tree.Item("k" + args[1]));
         SelectColor(project, {static_cast<std::uint32_t>(colors[0]), static_cast<std::uint32_t>(colors[1]),
                               static_cast<std::uint32_t>(colors[2])});
+        return static_cast<int>(kExitOk);
+    });
+}
+
+int RunExportTemplate(const CliOptions& options, CliContext& context)
+{
+    if (options.Arguments.size() != 2 || !options.Output)
+        return Refuse(context, options, "expected a project file, a menu id and -o TEMPLATE.xml");
+    Project project(context.Program, context.Ask, context.Forms);
+    if (!project.OpenFile(Absolute(options.Arguments.front())))
+        return kExitUnreadable;
+    if (!IsMenu(project, options.Arguments[1]))
+        return Refuse(context, options, options.Arguments[1] + " is not a menu of the project");
+    return mnuExportToTemplate(project, options.Arguments[1], Absolute(*options.Output)) ? kExitOk : kExitFaults;
+}
+
+int RunInsertTemplate(const CliOptions& options, CliContext& context)
+{
+    if (options.Arguments.size() != 2)
+        return Refuse(context, options, "expected a project file and a template file");
+    const std::string file = Absolute(options.Arguments[1]);
+    return RunOnProject(options, context, [&](Project& project) {
+        DocTree& tree = project.Doc.Tree;
+        DocNode* language = options.DefLang ? IsLanguageMenusThere(tree, *options.DefLang) : TemplateLanguageSet(tree);
+        if (!language)
+            return Refuse(context, options,
+                          options.DefLang ? "the project has no language set " + *options.DefLang
+                                          : std::string("the project has no language set"));
+        const std::string id = LoadXmlTemplate(project, file, *language);
+        if (id.empty())
+            return static_cast<int>(kExitFaults);
+        std::cout << id << '\n';
         return static_cast<int>(kExitOk);
     });
 }

@@ -22,6 +22,10 @@ int RunMoveButton(const CliOptions& options, CliContext& context);
 // The overlay of buttons, and the palette colours of a menu.
 int RunSetOverlay(const CliOptions& options, CliContext& context);
 int RunSetColors(const CliOptions& options, CliContext& context);
+// One menu written as a template file (-o); the project is not saved.
+int RunExportTemplate(const CliOptions& options, CliContext& context);
+// A template read into a language set (--lang, else the first) as a new menu; prints its identifier.
+int RunInsertTemplate(const CliOptions& options, CliContext& context);
 // The language sets, menus, buttons, navigation and actions as text; the project is not saved.
 int RunMenus(const CliOptions& options, CliContext& context);
 

@@ -53,6 +53,8 @@ const std::map<std::string, CommandRunner, std::less<>>& Commands()
         {"align", RunAlign},
         {"same-size", RunSameSize},
         {"move-button", RunMoveButton},
+        {"export-template", RunExportTemplate},
+        {"insert-template", RunInsertTemplate},
     };
     return commands;
 }

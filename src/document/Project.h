@@ -130,6 +130,10 @@ public:
 
     // Before a command changes the menu on the canvas: keeps the menu and MenuTracks.
     void UndoAdd();
+    // The same for a command that changes more than the menu on the canvas: keeps the element
+    // with this identifier (a whole language set) instead. A language set refers to a great many
+    // tracks, so a command that only adds tracks keeps none (the added ones go on undo all the same).
+    void UndoAddFor(const std::string& objectID, KeptTracks kept = KeptTracks::None);
     // Puts back the last snapshot.
     void UndoDo();
 

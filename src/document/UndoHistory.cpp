@@ -7,6 +7,7 @@
 #include "document/TreeViewToXml.h"
 #include "document/XmlToTreeView.h"
 
+#include <unordered_set>
 #include <utility>
 
 namespace mw {
@@ -24,6 +25,66 @@ std::string SelectionKey(const DocNode* selected)
     if (selected && selected->Key().empty() && selected->Parent())
         return selected->Parent()->Key();
     return selected ? selected->Key() : std::string();
+}
+
+// The children of MenuTracks that rows below `top` name as background or overlay, with the
+// sources of those tracks.
+std::unordered_set<const DocNode*> TracksReferredBy(const DocTree& tree, const DocNode& top, const DocNode& tracks)
+{
+    std::unordered_set<const DocNode*> found;
+    const auto keep = [&](const std::string& id) -> const DocNode* {
+        const DocNode* node = id.empty() ? nullptr : tree.ObjectNode(id);
+        if (!node || node->Parent() != &tracks)
+            return nullptr;
+        found.insert(node);
+        return node;
+    };
+    const auto walk = [&](auto&& self, const DocNode& node) -> void {
+        for (const auto& child : node) {
+            if (child->HasChildren()) {
+                self(self, *child);
+                continue;
+            }
+            const std::string name = Lower(RowName(child->Text));
+            if (name != "backgroundvideoid" && name != "backgroundaudioid" && name != "overlayid")
+                continue;
+            if (const DocNode* track = keep(RowValue(child->Text)))
+                keep(GetPropertyInNode(*track, "mediasourceid"));
+        }
+    };
+    walk(walk, top);
+    return found;
+}
+
+// The child of MenuTracks that holds the node, or nullptr when the node is not below MenuTracks.
+const DocNode* TrackOf(const DocNode* node, const DocNode& tracks)
+{
+    while (node && node->Parent() != &tracks)
+        node = node->Parent();
+    return node;
+}
+
+bool Within(const DocNode* node, const DocNode* top)
+{
+    for (; node; node = node->Parent()) {
+        if (node == top)
+            return true;
+    }
+    return false;
+}
+
+// Where a piece goes back: where its node stands now, else where it stood when it was kept,
+// else at the end of its parent.
+struct Place {
+    DocNode* Relative;
+    Relationship How;
+};
+
+Place PlaceOf(DocNode& parent, std::size_t position)
+{
+    if (position < parent.ChildCount())
+        return {parent.Child(position), Relationship::Previous};
+    return {&parent, Relationship::Child};
 }
 
 } // namespace
@@ -44,97 +105,90 @@ std::optional<UndoSnapshot> UndoHistory::Pop()
     return last;
 }
 
-bool TakeUndoSnapshot(DocTree& tree, const std::string& currentMenuID, UndoSnapshot& snapshot)
+bool TakeUndoSnapshot(Document& doc, const std::string& objectID, const std::string& shownMenuID,
+                      UndoSnapshot& snapshot, KeptTracks keptTracks)
 {
-    DocNode* menu = tree.ObjectNode(currentMenuID);
+    DocTree& tree = doc.Tree;
+    DocNode* node = tree.ObjectNode(objectID);
     DocNode* tracks = MenuTracksOf(tree);
-    if (!menu || !tracks || !menu->Parent() || !tracks->Parent())
+    if (!node || !tracks || !node->Parent())
         return false;
     UndoSnapshot taken;
-    taken.MenuXml = NodeToXmlString(*menu);
-    taken.MenuTracksXml = NodeToXmlString(*tracks);
-    taken.MenuParentKey = menu->Parent()->Key();
-    taken.MenuTracksParentKey = tracks->Parent()->Key();
+    taken.MenuXml = NodeToXmlString(*node);
+    taken.MenuParentKey = node->Parent()->Key();
+    taken.CurrentMenuKey = node->Key();
+    taken.MenuPosition = node->PositionInParent();
+    taken.ShownMenuID = shownMenuID;
     taken.SelectedKey = SelectionKey(tree.Selected());
-    taken.CurrentMenuKey = menu->Key();
-    taken.MenuPosition = menu->PositionInParent();
-    taken.MenuTracksPosition = tracks->PositionInParent();
-    if (taken.MenuXml.empty() || taken.MenuTracksXml.empty() || taken.MenuParentKey.empty() ||
-        taken.MenuTracksParentKey.empty())
+    taken.MenuTracksKey = tracks->Key();
+    taken.FirstNewID = doc.NextObjectID;
+    if (taken.MenuXml.empty() || taken.MenuParentKey.empty() || taken.MenuTracksKey.empty())
         return false;
+    const std::unordered_set<const DocNode*> kept =
+        keptTracks == KeptTracks::Referred ? TracksReferredBy(tree, *node, *tracks) : std::unordered_set<const DocNode*>{};
+    for (const auto& child : *tracks) {
+        if (!kept.contains(child.get()))
+            continue;
+        const DocNode* next = child->Next();
+        while (next && (kept.contains(next) || next->Key().empty()))
+            next = next->Next();
+        taken.Tracks.push_back({NodeToXmlString(*child), next ? next->Key() : std::string()});
+        if (taken.Tracks.back().Xml.empty())
+            return false;
+    }
     snapshot = std::move(taken);
     return true;
 }
-
-namespace {
-
-// Both pieces read aside: they must parse, and each objectID in them may only be taken by the
-// node they replace, so that nothing is removed before the restore is sure to succeed.
-bool PiecesReadBack(const Document& doc, const UndoSnapshot& snapshot, const DocNode* menu, const DocNode* tracks,
-                    Prompt& prompt)
-{
-    Document aside;
-    DocNode& holder = aside.Tree.Add(nullptr, Relationship::Last, "", "aside", "");
-    if (!LoadXmlString(snapshot.MenuXml, aside, &holder, Relationship::Child, prompt) ||
-        !LoadXmlString(snapshot.MenuTracksXml, aside, &holder, Relationship::Child, prompt))
-        return false;
-    const auto within = [](const DocNode* node, const DocNode* top) {
-        for (; node; node = node->Parent()) {
-            if (node == top)
-                return true;
-        }
-        return false;
-    };
-    // Only objectID keys ("k") can meet: the other keys are counted on above the tree's.
-    bool free = true;
-    aside.Tree.ForEach([&](DocNode& node) {
-        const DocNode* taken = node.Key().starts_with('k') ? doc.Tree.Find(node.Key()) : nullptr;
-        if (taken && !within(taken, menu) && !within(taken, tracks))
-            free = false;
-    });
-    return free;
-}
-
-// Where a piece goes back: where its node stands now, else where it stood when it was kept,
-// else at the end of its parent.
-struct Place {
-    DocNode* Relative;
-    Relationship How;
-};
-
-Place PlaceOf(DocNode& parent, std::size_t position)
-{
-    if (position < parent.ChildCount())
-        return {parent.Child(position), Relationship::Previous};
-    return {&parent, Relationship::Child};
-}
-
-} // namespace
 
 bool RestoreUndoSnapshot(Document& doc, const UndoSnapshot& snapshot, Prompt& prompt)
 {
     DocTree& tree = doc.Tree;
     DocNode* menuParent = tree.Find(snapshot.MenuParentKey);
-    DocNode* tracksParent = tree.Find(snapshot.MenuTracksParentKey);
-    if (!menuParent || !tracksParent)
+    DocNode* tracks = tree.Find(snapshot.MenuTracksKey);
+    if (!menuParent || !tracks)
         return false;
     DocNode* menu = tree.Find(snapshot.CurrentMenuKey);
-    DocNode* tracks = MenuTracksOf(tree);
-    if (!PiecesReadBack(doc, snapshot, menu, tracks, prompt))
+
+    // Every piece read aside first: they must parse, and each objectID in them may only be taken
+    // by a node that the restore takes away, so that nothing is removed before it is sure to succeed.
+    Document aside;
+    DocNode& holder = aside.Tree.Add(nullptr, Relationship::Last, "", "aside", "");
+    std::vector<XmlPiece> pieces{{snapshot.MenuXml, &holder, Relationship::Child}};
+    for (const TrackPiece& piece : snapshot.Tracks)
+        pieces.push_back({piece.Xml, &holder, Relationship::Child});
+    if (!LoadXmlStrings(pieces, aside, prompt))
         return false;
+    std::unordered_set<const DocNode*> replaced;
+    for (const auto& child : *tracks) {
+        const std::string& key = child->Key();
+        const bool isObject = key.size() > 1 && key[0] == 'k';
+        if (isObject && (LeadingNumber(key.substr(1)) >= snapshot.FirstNewID || aside.Tree.Find(key)))
+            replaced.insert(child.get());
+    }
+    // Only objectID keys ("k") can meet: the other keys are counted on above the tree's.
+    bool free = true;
+    aside.Tree.ForEach([&](DocNode& node) {
+        const DocNode* taken = node.Key().starts_with('k') ? tree.Find(node.Key()) : nullptr;
+        if (taken && !Within(taken, menu) && !replaced.contains(TrackOf(taken, *tracks)))
+            free = false;
+    });
+    if (!free)
+        return false;
+
     const bool menuInPlace = menu && menu->Parent() == menuParent;
-    const bool tracksInPlace = tracks && tracks->Parent() == tracksParent;
     const std::size_t menuAt = menuInPlace ? menu->PositionInParent() : snapshot.MenuPosition;
-    const std::size_t tracksAt = tracksInPlace ? tracks->PositionInParent() : snapshot.MenuTracksPosition;
     if (menu)
         tree.Remove(*menu);
-    if (tracks)
-        tree.Remove(*tracks);
+    for (const DocNode* track : replaced)
+        tree.Remove(*const_cast<DocNode*>(track));
     const Place menuPlace = PlaceOf(*menuParent, menuAt);
-    if (!LoadXmlString(snapshot.MenuXml, doc, menuPlace.Relative, menuPlace.How, prompt))
-        return false;
-    const Place tracksPlace = PlaceOf(*tracksParent, tracksAt);
-    if (!LoadXmlString(snapshot.MenuTracksXml, doc, tracksPlace.Relative, tracksPlace.How, prompt))
+    pieces = {{snapshot.MenuXml, menuPlace.Relative, menuPlace.How}};
+    for (const TrackPiece& piece : snapshot.Tracks) {
+        DocNode* next = piece.NextKey.empty() ? nullptr : tree.Find(piece.NextKey);
+        const bool before = next && next->Parent() == tracks;
+        pieces.push_back({piece.Xml, before ? next : tracks, before ? Relationship::Previous : Relationship::Child});
+    }
+    if (!LoadXmlStrings(pieces, doc, prompt))
         return false;
     DocNode* selected = tree.Find(snapshot.SelectedKey);
     tree.Select(selected ? selected : tree.Find(snapshot.CurrentMenuKey));
@@ -144,10 +198,14 @@ bool RestoreUndoSnapshot(Document& doc, const UndoSnapshot& snapshot, Prompt& pr
 void Project::UndoAdd()
 {
     // With no menu on the canvas there is nothing a menu command could change.
-    if (Canvas.CurrentMenuID.empty())
-        return;
+    if (!Canvas.CurrentMenuID.empty())
+        UndoAddFor(Canvas.CurrentMenuID, KeptTracks::Referred);
+}
+
+void Project::UndoAddFor(const std::string& objectID, KeptTracks kept)
+{
     UndoSnapshot snapshot;
-    if (TakeUndoSnapshot(Doc.Tree, Canvas.CurrentMenuID, snapshot))
+    if (TakeUndoSnapshot(Doc, objectID, Canvas.CurrentMenuID, snapshot, kept))
         Undo.Push(std::move(snapshot));
     else
         prompt_.Message("Error in undo");
@@ -166,7 +224,10 @@ void Project::UndoDo()
         ClearUndo();
         return;
     }
-    Canvas.CurrentMenuID = last->CurrentMenuKey.substr(1);
+    if (last->ShownMenuID.empty() || !Doc.Tree.ObjectNode(last->ShownMenuID))
+        Canvas.Forget();
+    else
+        Canvas.CurrentMenuID = last->ShownMenuID;
     LoadMediaTracsFromMenuTracs(Doc, Doc.MenuTracks);
     MarkDirty();
     Commands.mnuUndo = !Undo.Empty();

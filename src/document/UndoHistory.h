@@ -7,21 +7,31 @@
 #include <deque>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace mw {
 
-// What one undo step brings back: the menu on the canvas and MenuTracks as XML, where each of
-// them hangs, the selected node and the menu that was on the canvas.
+// One child of MenuTracks as XML, and the key of the first later sibling that was not kept with
+// it: it goes back in front of that one, or at the end when the key is empty.
+struct TrackPiece {
+    std::string Xml;
+    std::string NextKey;
+};
+
+// What one undo step brings back: the kept element (the menu on the canvas, or a whole language
+// set) as XML and where it hangs, the tracks and sources of MenuTracks that it refers to, the
+// selected node and the menu that was on the canvas. Only those tracks are kept, since a command
+// on a menu touches no other menu's tracks; tracks made after the step are taken away again.
 struct UndoSnapshot {
     std::string MenuXml;
-    std::string MenuTracksXml;
-    std::string MenuParentKey;       // the menu's LanguageMenus
-    std::string MenuTracksParentKey; // Media
+    std::string MenuParentKey;
+    std::string CurrentMenuKey; // the kept element's key
+    std::size_t MenuPosition = 0; // its place among its siblings, for when it is gone
+    std::string ShownMenuID;      // the menu on the canvas
     std::string SelectedKey;
-    std::string CurrentMenuKey;
-    // Their places among their siblings, for when the nodes themselves are gone.
-    std::size_t MenuPosition = 0;
-    std::size_t MenuTracksPosition = 0;
+    std::string MenuTracksKey;
+    std::vector<TrackPiece> Tracks;
+    long FirstNewID = 0; // objects from this identifier on did not exist yet
 };
 
 // The last snapshots, oldest first. When full, a new one pushes the oldest out.
@@ -40,14 +50,19 @@ private:
     std::deque<UndoSnapshot> snapshots_;
 };
 
-// Takes the snapshot of the menu with the given identifier. False when the menu, MenuTracks or
-// a parent of theirs cannot be found or written.
-bool TakeUndoSnapshot(DocTree& tree, const std::string& currentMenuID, UndoSnapshot& snapshot);
+// Which tracks a snapshot keeps: those the element refers to, or none for a command that only
+// adds tracks (those go again on undo all the same).
+enum class KeptTracks { Referred, None };
 
-// Replaces the menu and MenuTracks by the snapshot's, each in the place its node holds (so the
-// menu keeps its place among the menus of its language), and selects the stored node. False
-// when a parent is gone or a piece cannot be read back; both are checked before anything is
-// removed, so a refused snapshot leaves the tree as it was.
+// Takes the snapshot of the element with the given identifier, with the menu on the canvas to
+// show again. False when the element, MenuTracks or the element's parent cannot be found or written.
+bool TakeUndoSnapshot(Document& doc, const std::string& objectID, const std::string& shownMenuID,
+                      UndoSnapshot& snapshot, KeptTracks kept = KeptTracks::Referred);
+
+// Puts the kept element back in the place its node holds (so a menu keeps its place among the
+// menus of its language), and the kept tracks where they stood; tracks made since go. Selects the
+// stored node. False when a parent is gone or a piece cannot be read back; both are checked
+// before anything is removed, so a refused snapshot leaves the tree as it was.
 bool RestoreUndoSnapshot(Document& doc, const UndoSnapshot& snapshot, Prompt& prompt);
 
 } // namespace mw

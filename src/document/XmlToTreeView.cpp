@@ -300,21 +300,30 @@ bool LoadXmlFile(const std::string& path, Document& doc, Prompt& prompt)
 
 bool LoadXmlString(const std::string& xml, Document& doc, DocNode* relative, Relationship how, Prompt& prompt)
 {
-    pugi::xml_document parsed;
-    if (!Parse(xml, parsed, prompt))
-        return false;
+    return LoadXmlStrings({{xml, relative, how}}, doc, prompt);
+}
 
-    // Read aside first, so that a refused piece adds nothing.
+bool LoadXmlStrings(const std::vector<XmlPiece>& pieces, Document& doc, Prompt& prompt)
+{
+    // Read aside first, so that a refused piece adds nothing; each piece's nodes are a range of
+    // the aside tree's top level.
     DocTree added;
     TreeBuilder builder(added, doc.NextObjectID);
     builder.ResumeAbove(doc.Tree);
-    try {
-        for (pugi::xml_node child : parsed.children())
-            builder.AddTopLevel(child, "");
-    } catch (const DuplicateObjectID& duplicate) {
-        prompt.Message("The XML holds two elements with the objectID " + duplicate.Id + ", so it cannot be added.",
-                       "", PromptIcon::Warning);
-        return false;
+    std::vector<std::size_t> ends;
+    for (const XmlPiece& piece : pieces) {
+        pugi::xml_document parsed;
+        if (!Parse(piece.Xml, parsed, prompt))
+            return false;
+        try {
+            for (pugi::xml_node child : parsed.children())
+                builder.AddTopLevel(child, "");
+        } catch (const DuplicateObjectID& duplicate) {
+            prompt.Message("The XML holds two elements with the objectID " + duplicate.Id + ", so it cannot be added.",
+                           "", PromptIcon::Warning);
+            return false;
+        }
+        ends.push_back(added.TopLevelCount());
     }
     if (const std::string taken = FirstKeyTaken(added, doc.Tree); !taken.empty()) {
         prompt.Message("The objectID " + taken.substr(1) + " is already used in the project, so the XML cannot be added.",
@@ -322,12 +331,15 @@ bool LoadXmlString(const std::string& xml, Document& doc, DocNode* relative, Rel
         return false;
     }
 
-    // Several nodes keep their order: the first goes to the place, each further one behind it.
-    DocNode* place = relative;
-    Relationship placeHow = how;
-    for (std::size_t i = 0; i < added.TopLevelCount(); ++i) {
-        place = &CopyInto(doc.Tree, place, placeHow, *added.TopLevel(i));
-        placeHow = Relationship::Next;
+    // Several nodes of a piece keep their order: the first goes to the place, each further one behind it.
+    std::size_t i = 0;
+    for (std::size_t p = 0; p < pieces.size(); ++p) {
+        DocNode* place = pieces[p].Relative;
+        Relationship placeHow = pieces[p].How;
+        for (; i < ends[p]; ++i) {
+            place = &CopyInto(doc.Tree, place, placeHow, *added.TopLevel(i));
+            placeHow = Relationship::Next;
+        }
     }
     doc.NextObjectID = builder.NextObjectID;
     return true;

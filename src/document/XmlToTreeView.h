@@ -4,6 +4,7 @@
 #include "document/Document.h"
 
 #include <string>
+#include <vector>
 
 namespace mw {
 
@@ -17,5 +18,16 @@ bool LoadXmlFile(const std::string& path, Document& doc, Prompt& prompt);
 // way). Elements with an objectID get their "k" keys back and NextObjectID is raised. Nothing is
 // added when the XML does not parse or an objectID in it is already taken.
 bool LoadXmlString(const std::string& xml, Document& doc, DocNode* relative, Relationship how, Prompt& prompt);
+
+// A piece of XML and the place it goes to.
+struct XmlPiece {
+    std::string Xml;
+    DocNode* Relative = nullptr;
+    Relationship How = Relationship::Last;
+};
+
+// As LoadXmlString for several pieces read in one pass, each to its own place: all are added, or
+// none when one does not parse or an objectID stands twice among them or in the tree.
+bool LoadXmlStrings(const std::vector<XmlPiece>& pieces, Document& doc, Prompt& prompt);
 
 } // namespace mw

@@ -1,4 +1,5 @@
 // Language sets and menus made through the command line alone, down to a project that checks clean.
+#include "build/BuildTestFiles.h"
 #include "cli/CliFixture.h"
 #include "media/TitleTestKit.h"
 #include "render/cDIB.h"
@@ -71,6 +72,18 @@ TEST_F(CliMenus, TwoLanguagesWithMenusFromAMovieAndFromAMenuCheckClean)
     EXPECT_EQ(check.Exit, 0);
     EXPECT_EQ(check.Out, "Checking complete with no errors\n");
 
+    // The menu as a template, inserted twice: the ring and the actions of each copy stay inside it.
+    ASSERT_EQ(Run("export-template project.xml 15 -o main.xml").Exit, 0);
+    EXPECT_EQ(On("insert-template", "main.xml --lang en").Out, "57\n");
+    EXPECT_EQ(On("insert-template", "main.xml").Out, "83\n");
+    const std::string copies = On("menus").Out;
+    for (const char* line :
+         {"  menu 57 type=title name=Main video=59 audio=60 start-button=61\n",
+          "    button 61 rect=10,10,100,30 upAction=67 downAction=64 leftAction=none rightAction=none\n",
+          "      select 76: MenuTransitionAction menuID=57; ButtonTransitionAction buttonMenuID=61;\n"})
+        EXPECT_NE(copies.find(line), std::string::npos) << line << copies;
+    EXPECT_EQ(Run("check project.xml").Out, "Checking complete with no errors\n");
+
     // The shared source stays while menu 15 uses it.
     ASSERT_EQ(On("remove-menu", "21").Exit, 0);
     EXPECT_NE(Saved().find(R"(<MediaSource objectID="16")"), std::string::npos);
@@ -105,6 +118,17 @@ TEST_F(CliMenus, RefusalsLeaveTheFileAsItWas)
         EXPECT_EQ(Run(bad).Exit, 2);
     }
     EXPECT_EQ(Saved(), before);
+
+    // A menu from a picture by cli.exe, which is not there: our own encoder is offered instead.
+    folder.Write("Menuwright.ini", "[General]\r\nMethodForPicToMenu=1\r\n");
+    mw::test::SavePicture(folder.Path() / "back.bmp", 64, 48, mw::Rgb(10, 200, 30));
+    const std::string offer = "cli.exe was not found. Make the menu video with the built-in encoder instead?\n";
+    const CommandResult refused = On("add-menu", "--picture back.bmp --answer no");
+    EXPECT_EQ(refused.Exit, 1);
+    EXPECT_EQ(refused.Out, offer);
+    EXPECT_EQ(Saved(), before);
+    EXPECT_EQ(On("add-menu", "--picture back.bmp").Out, offer + "20\n");
+    EXPECT_GT(fs::file_size(folder.Path() / "back.avi"), 0u);
 }
 
 TEST_F(CliMenus, ButtonsWiredInARingThenLinedUpMovedAndRemoved)

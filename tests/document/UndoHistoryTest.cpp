@@ -65,6 +65,9 @@ TEST_F(UndoHistoryTest, UndoBringsBackTheSelectionTheExtraInfoAndThePlaces)
     mw::AddNextObjectNode(project.Doc, project.Doc.Tree.Item("k2"), "Title", "movie");
     const std::size_t menuAt = Menu().PositionInParent();
     const std::size_t tracksAt = project.Doc.Tree.Item("k20").PositionInParent();
+    // A track of another menu behind the menu's own: they come back in front of it.
+    const mw::DocNode& other = mw::AddNextObjectNode(project.Doc, project.Doc.Tree.Item("k20"), "MediaTrack", "movielink");
+    const std::size_t videoAt = project.Doc.Tree.Item("k22").PositionInParent();
     project.Doc.Tree.Select(Menu().Child(1)); // a row has no key: the menu stands for it
     Edit(1);
     project.Doc.Tree.Select(nullptr);
@@ -75,6 +78,8 @@ TEST_F(UndoHistoryTest, UndoBringsBackTheSelectionTheExtraInfoAndThePlaces)
     EXPECT_EQ(Menu().PositionInParent(), menuAt);
     EXPECT_EQ(later.PositionInParent(), menuAt + 1);
     EXPECT_EQ(project.Doc.Tree.Item("k20").PositionInParent(), tracksAt); // MenuTracks, before the new title
+    EXPECT_EQ(project.Doc.Tree.Item("k22").PositionInParent(), videoAt);
+    EXPECT_EQ(other.PositionInParent(), videoAt + 1);
     EXPECT_TRUE(project.FileIsDirty);
     EXPECT_TRUE(prompt.Texts().empty());
 }
@@ -103,15 +108,15 @@ TEST_F(UndoHistoryTest, AMissingMenuOrParentEndsTheHistory)
 TEST_F(UndoHistoryTest, ASnapshotThatCannotBeReadBackRemovesNothing)
 {
     mw::UndoSnapshot good;
-    ASSERT_TRUE(mw::TakeUndoSnapshot(project.Doc.Tree, "12", good));
+    ASSERT_TRUE(mw::TakeUndoSnapshot(project.Doc, "12", "12", good));
     const std::vector<std::pair<const char*, std::function<void(mw::UndoSnapshot&)>>> cases = {
-        {"tracks do not parse", [](mw::UndoSnapshot& s) { s.MenuTracksXml = "<MenuTracks objectID=\"20\""; }},
+        {"tracks do not parse", [](mw::UndoSnapshot& s) { s.Tracks.back().Xml = "<MediaTrack objectID=\"22\""; }},
         {"menu takes the title's id", [](mw::UndoSnapshot& s) {
              s.MenuXml = "<DivXMediaMenu objectID=\"12\"><ButtonMenu objectID=\"6\" /></DivXMediaMenu>";
          }},
         {"both take one id", [](mw::UndoSnapshot& s) {
              s.MenuXml = "<DivXMediaMenu objectID=\"12\"><ButtonMenu objectID=\"21\" /></DivXMediaMenu>";
-             s.MenuTracksXml = "<MenuTracks objectID=\"20\"><MediaSource objectID=\"21\" /></MenuTracks>";
+             s.Tracks.back().Xml = "<MediaTrack objectID=\"21\" />";
          }},
     };
     for (const auto& [name, spoil] : cases) {
