@@ -6,10 +6,10 @@
 #include "menus/Buttons.h"
 #include "menus/CanvasCommands.h"
 #include "menus/OverlayAttributes.h"
+#include "menus/OverlayDialogs.h"
 #include "menus/OverlayMenu.h"
 #include "render/cDIB.h"
 #include "ui/canvas/MenuPicture.h"
-#include "ui/canvas/PickOverlayColor.h"
 #include "ui/canvas/Rulers.h"
 #include "ui/mainwindow/MenuBar.h"
 #include "ui/mainwindow/ToolbarIcons.h"
@@ -180,12 +180,8 @@ void CanvasView::BuildToolbar()
         QWidget* button = toolbar_->widgetForAction(tools_.at("shapeLineWidth"));
         widthMenu_->exec(button->mapToGlobal(QPoint(0, button->height())));
     });
-    for (int i = 0; i < 3; ++i) {
-        connect(tools_.at("color" + std::to_string(i + 1)), &QAction::triggered, this, [this, i] {
-            if (const auto colors = PickOverlayColor(this, project_.Canvas.Colors, i))
-                Run([this, &colors] { SelectColor(project_, *colors); });
-        });
-    }
+    for (const char* key : {"color1", "color2", "color3"})
+        connect(tools_.at(key), &QAction::triggered, this, [this] { Run([this] { SelectColor(project_); }); });
     connect(tools_.at("lock"), &QAction::triggered, this, [this] { Run([this] { ToggleLock(project_); }); });
     connect(tools_.at("previous"), &QAction::triggered, this, [this] { StepFrame(-1); });
     connect(tools_.at("next"), &QAction::triggered, this, [this] { StepFrame(1); });
@@ -274,8 +270,7 @@ void CanvasView::FillOverlayMenu(QMenu& menu)
     }
     QAction* fromPicture = menu.addAction("* Create from picture *");
     fromPicture->setObjectName("mnuOverlayFromPic");
-    fromPicture->setEnabled(false);
-    fromPicture->setToolTip(NotAvailableYet({}));
+    connect(fromPicture, &QAction::triggered, &menu, [this] { Run([this] { CreateOverlayFromPic(project_); }); });
     menu.addSeparator();
     for (int f = 0; f < kOverlayFolderMenus; ++f) {
         const OverlayFolderMenu& folder = overlays.Folders[std::size_t(f)];
