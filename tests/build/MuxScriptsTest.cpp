@@ -62,7 +62,7 @@ protected:
     fs::path Tmp() const { return BuildFolder(home.Path()); }
     std::string H() const { return ToToolPath(home.Path().string()); }
     std::string P() const { return ToToolPath((work.Path() / "my proj").string()); }
-    MuxJob Job() { return {doc, options, lang, home.Path(), rects, colours, false}; }
+    MuxJob Job() { return {doc, options, lang, home.Path(), rects, colours, false, {}, false}; }
 
     std::string Block(const std::string& title, const std::string& command) const
     {
@@ -174,7 +174,7 @@ TEST_F(MuxScriptsTest, BuildRunsBothScriptsInOrderShowsAFailedMuxersLogAndCleans
                         "'Creating menu avi for ID 22'; echo 'Creating overlays for ID 22';;\n*FinalDivX.bat) sleep 0.2; "
                         "echo 'bad stream' > '" + muxLog.string() + "';; esac");
     ToolRunner runner;
-    EXPECT_FALSE(CreateDivXwithOverlays(Job(), prompt, runner, log));
+    EXPECT_EQ(CreateDivXwithOverlays(Job(), prompt, runner, log), BuildEnd::Failed);
 
     const std::vector<std::string> runs = wine.Runs();
     ASSERT_EQ(runs.size(), 2u);
@@ -204,7 +204,7 @@ TEST_F(MuxScriptsTest, AnEmptyMuxerLogIsDeletedAndTheResultOpened)
     ToolRunner runner;
     MuxJob job = Job();
     job.NoCreateOverlays = true;
-    EXPECT_TRUE(CreateDivXwithOverlays(job, prompt, runner, log));
+    EXPECT_EQ(CreateDivXwithOverlays(job, prompt, runner, log), BuildEnd::Done);
     EXPECT_EQ(wine.Runs().size(), 1u) << "the overlay script ran although the overlays were kept";
     EXPECT_FALSE(fs::exists(muxLog));
     EXPECT_EQ(log.Opened, std::vector<fs::path>{output});
@@ -216,7 +216,7 @@ TEST_F(MuxScriptsTest, WithoutWineTheBuildStopsWithOneMessageAndEveryFileStays)
 {
     test::NoWine noWine;
     ToolRunner runner;
-    EXPECT_FALSE(CreateDivXwithOverlays(Job(), prompt, runner, log));
+    EXPECT_EQ(CreateDivXwithOverlays(Job(), prompt, runner, log), BuildEnd::Failed);
     EXPECT_EQ(prompt.Texts(), std::vector<std::string>{NoWineMessage()});
     EXPECT_NE(NoWineMessage().find("apt install wine"), std::string::npos);
     EXPECT_EQ(log.Lines.back(), "cd \"" + Tmp().string() + "\" && wine cmd /c '" + H() + "\\tmp\\DoOverlays.bat'");
