@@ -335,6 +335,8 @@ BuildEnd CreateDivXwithOverlays(const MuxJob& job, Prompt& prompt, ToolRunner& r
     const int total = 2 * menus + 1;
     ProgressByMenu progress(log, 0, total);
     const auto failed = [&runner] { return runner.Cancelled() ? BuildEnd::Cancelled : BuildEnd::Failed; };
+    // Without Wine every file is still written, so that the user can run the scripts by hand.
+    const bool run = !job.PrepareOnly && runner.HaveWine();
     std::string error;
     if (!job.NoCreateOverlays) {
         log.Step("Creating overlays");
@@ -342,7 +344,7 @@ BuildEnd CreateDivXwithOverlays(const MuxJob& job, Prompt& prompt, ToolRunner& r
             prompt.Message(error, {}, PromptIcon::Critical);
             return BuildEnd::Failed;
         }
-        if (!job.PrepareOnly && !RunTool(runner, tmp / kDoOverlays, {}, tmp, progress, prompt))
+        if (run && !RunTool(runner, tmp / kDoOverlays, {}, tmp, progress, prompt))
             return failed();
     }
 
@@ -360,6 +362,14 @@ BuildEnd CreateDivXwithOverlays(const MuxJob& job, Prompt& prompt, ToolRunner& r
     }
     if (job.PrepareOnly)
         return BuildEnd::Prepared;
+    if (!run) {
+        log.Line(kByHandLine);
+        if (!job.NoCreateOverlays)
+            log.Line(HandCommand(tmp / kDoOverlays, {}, tmp));
+        log.Line(HandCommand(tmp / kFinalDivX, {}, tmp));
+        prompt.Message(NoWineMessage(), {}, PromptIcon::Warning);
+        return BuildEnd::Failed;
+    }
     RemoveFile(muxLog);
     if (!RunTool(runner, tmp / kFinalDivX, {}, tmp, log, prompt))
         return failed();
