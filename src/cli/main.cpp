@@ -1,3 +1,4 @@
+#include "cli/CliBuildCommands.h"
 #include "cli/CliCommands.h"
 #include "cli/CliMenuCommands.h"
 #include "cli/CliOptions.h"
@@ -53,6 +54,7 @@ const std::map<std::string, CommandRunner, std::less<>>& Commands()
         {"align", RunAlign},
         {"same-size", RunSameSize},
         {"move-button", RunMoveButton},
+        {"build", RunBuild},
     };
     return commands;
 }
