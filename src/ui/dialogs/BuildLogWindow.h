@@ -35,8 +35,7 @@ public:
     void ShowTextFile(const std::filesystem::path& file) override;
     void OpenResult(const std::filesystem::path& file) override;
 
-protected:
-    // While the work runs, closing the window cancels it instead.
+    // While the work runs, closing the window (Escape, its title bar) cancels the work instead.
     void reject() override;
 
 private:
