@@ -3,7 +3,7 @@
 #include "ProjectGenerator.h"
 
 #include "core/FormHost.h"
-#include "core/ProgramStart.h"
+#include "document/ProgramStart.h"
 #include "core/ScriptedPrompt.h"
 #include "document/Project.h"
 #include "menus/Buttons.h"
