@@ -7,6 +7,7 @@
 #include "build/ToolFiles.h"
 #include "document/CheckForErrors.h"
 #include "document/Project.h"
+#include "media/AviCache.h"
 
 namespace mw {
 
@@ -51,13 +52,14 @@ DivXBuild BuildOfProject(Project& project)
 
 BuildEnd mnuCreateDivX_Click(const DivXBuild& build, Prompt& prompt, ToolRunner& runner, BuildLog& log)
 {
+    AviCacheScope movies; // each movie is read once, also in a thread of its own
     const Settings& options = build.Options;
     const auto checkpoint = [&](const char* text) {
         log.Step(text);
         DebugCheckpoint(options, prompt, text);
     };
-    // Checked between the steps: Cancel stops the step under way only where it runs a tool.
-    const auto stopped = [&runner] { return runner.Cancelled(); };
+    // Cancel stops a running tool at once and the painting at its next picture; the other
+    // steps are short, so it is looked at between them.
 
     if (options.checkFirst) {
         checkpoint("Befor check for errors");
@@ -77,14 +79,14 @@ BuildEnd mnuCreateDivX_Click(const DivXBuild& build, Prompt& prompt, ToolRunner&
     checkpoint("Before DivXMux");
     if (!MuxerInBuildFolder(build, prompt))
         return BuildEnd::Failed;
-    if (stopped())
+    if (runner.Cancelled())
         return BuildEnd::Cancelled;
 
     checkpoint("Before create overlays");
     OverlayRects rects;
     if (!build.NoCreateOverlays &&
         !CreateOverlays(build.Doc, build.ProgramFolder, build.Colours, build.Lang, prompt, log, runner, rects))
-        return stopped() ? BuildEnd::Cancelled : BuildEnd::Failed;
+        return runner.Cancelled() ? BuildEnd::Cancelled : BuildEnd::Failed;
 
     checkpoint("Before replace");
     const auto declined = [](int) { return ToolAnswer{}; };
@@ -93,7 +95,7 @@ BuildEnd mnuCreateDivX_Click(const DivXBuild& build, Prompt& prompt, ToolRunner&
     if (!ReplaceAviNamesForOverlaysSaveAndReverse(build.Doc, build.ProgramFolder, build.Fps, options, build.Lang,
                                                   prompt, build.PrepareOnly ? nullptr : &tools))
         return BuildEnd::Failed;
-    if (stopped())
+    if (runner.Cancelled())
         return BuildEnd::Cancelled;
 
     checkpoint("Before create");

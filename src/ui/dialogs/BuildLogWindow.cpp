@@ -1,6 +1,7 @@
 #include "ui/dialogs/BuildLogWindow.h"
 
 #include "build/CreateDivX.h"
+#include "core/CommandGuard.h"
 #include "core/settings/clsIniFile.h"
 #include "document/Project.h"
 #include "ui/dialogs/ToolPathDialog.h"
@@ -192,7 +193,9 @@ BuildEnd RunBuildWithLogWindow(QWidget* parent, Prompt& prompt,
     window.SetCancel([&runner] { runner.Cancel(); });
     PromptInWindowThread asked(&window, prompt);
     BuildEnd end = BuildEnd::Failed;
-    QThread* worker = QThread::create([&] { end = build(asked, runner, window); });
+    // What the build throws is told as any command's error, not left to end the program.
+    QThread* worker =
+        QThread::create([&] { RunCommandCaught(asked, [&] { end = build(asked, runner, window); }); });
     QObject::connect(worker, &QThread::finished, &window, [&window] { window.Finished(); });
     worker->start();
     window.exec();
