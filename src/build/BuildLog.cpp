@@ -4,15 +4,6 @@ namespace mw {
 
 namespace {
 
-std::string HandCommand(const std::filesystem::path& program, const std::vector<std::string>& arguments,
-                        const std::filesystem::path& folder)
-{
-    std::string command = "cd \"" + folder.string() + "\" && wine";
-    for (const std::string& argument : ToolRunner::WineArguments(program, arguments))
-        command += argument.find_first_of(" \"\\") == std::string::npos ? " " + argument : " '" + argument + "'";
-    return command;
-}
-
 bool Report(const ToolRun& run, const std::filesystem::path& program, const std::vector<std::string>& arguments,
             const std::filesystem::path& folder, BuildLog& log, Prompt& prompt)
 {
@@ -21,7 +12,7 @@ bool Report(const ToolRun& run, const std::filesystem::path& program, const std:
         log.Line(program.filename().string() + " ended with code " + std::to_string(run.ExitCode));
         return true;
     case ToolRun::Outcome::NoWine:
-        log.Line("Wine is missing. The prepared files stay; to run this step by hand:");
+        log.Line(kByHandLine);
         log.Line(HandCommand(program, arguments, folder));
         prompt.Message(NoWineMessage(), {}, PromptIcon::Warning);
         return false;
@@ -37,6 +28,15 @@ bool Report(const ToolRun& run, const std::filesystem::path& program, const std:
 }
 
 } // namespace
+
+std::string HandCommand(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                        const std::filesystem::path& folder)
+{
+    std::string command = "cd \"" + folder.string() + "\" && wine";
+    for (const std::string& argument : ToolRunner::WineArguments(program, arguments))
+        command += argument.find_first_of(" \"\\") == std::string::npos ? " " + argument : " '" + argument + "'";
+    return command;
+}
 
 std::string NoWineMessage()
 {

@@ -29,6 +29,12 @@ public:
 // "Wine is not installed", with the package to install, as one message.
 std::string NoWineMessage();
 
+// The shell command that runs a tool by hand through Wine, in its folder.
+std::string HandCommand(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                        const std::filesystem::path& folder);
+// The first line of the log's note on running the steps by hand.
+inline constexpr const char* kByHandLine = "Wine is missing. The prepared files stay; to run the steps by hand:";
+
 // Runs a tool, its output going into the log, and waits for it. Without Wine the user gets the
 // one message, and the log says how to run the tool by hand; every file stays. True when the
 // tool ran to its end (whatever its exit code: the outside tools tell their failures otherwise).

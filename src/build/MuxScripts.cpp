@@ -166,6 +166,12 @@ bool IsPictureMenu(const std::string& location)
     return EndsWithNoCase(location, ".jpg");
 }
 
+std::string OverlayBitmapName(const std::string& menuFile, const std::string& menuID, const std::string& sourceID,
+                              const std::string& startFrame)
+{
+    return std::string(kAppTitle) + "_" + menuFile + menuID + "_" + sourceID + "_" + startFrame + ".bmp";
+}
+
 fs::path BuildFolder(const fs::path& programFolder)
 {
     return programFolder / "tmp";
@@ -201,25 +207,29 @@ std::vector<MenuVideo> MenuVideosWithButtons(const Document& doc, const fs::path
     return videos;
 }
 
-std::string LinkerFileText(const MuxJob& job, const MenuVideo& video)
+void TakeMenuColours(const DocNode* menu, std::array<Colour, 3>& colours)
 {
-    std::array<Colour, 3> colours = job.Colours;
     pugi::xml_document doc;
-    if (const auto info = ExtraInfoOf(job.Doc.Tree.ObjectNode(video.Menu), doc)) {
+    if (const auto info = ExtraInfoOf(menu, doc)) {
         for (std::size_t i = 0; i < colours.size(); ++i) {
             if (const pugi::xml_attribute colour = info->attribute(("Color" + std::to_string(i + 1)).c_str()))
                 colours[i] = static_cast<Colour>(LeadingNumber(colour.value()));
         }
     }
+}
+
+std::string LinkerFileText(const MuxJob& job, const MenuVideo& video)
+{
+    std::array<Colour, 3> colours = job.Colours;
+    TakeMenuColours(job.Doc.Tree.ObjectNode(video.Menu), colours);
     std::vector<std::string> lines{"0 = (0, 0, 0)", ColourLine(1, colours[0]), ColourLine(2, colours[1]),
                                    ColourLine(3, colours[2]), "", "SUBPALETTE (0 1 2 3)"};
     const fs::path tmp = BuildFolder(job.ProgramFolder);
     for (long n = 0; n < video.Buttons; ++n) {
-        const std::string suffix = video.Obj + "_" + std::to_string(n);
-        const std::string picture = std::string(kAppTitle) + "_" + video.File + video.Menu + "_" + suffix + ".bmp";
+        const std::string picture = OverlayBitmapName(video.File, video.Menu, video.Obj, std::to_string(n));
         if (!FileThere(tmp / picture))
             break;
-        const auto rect = job.Rects.find(video.Menu + "_" + suffix);
+        const auto rect = job.Rects.find(video.Menu + "_" + video.Obj + "_" + std::to_string(n));
         const std::string time = SecondsTime(n);
         lines.push_back(time + "\t" + time + "\t" + Quoted(picture) + "\t" +
                         (rect == job.Rects.end() ? std::string() : rect->second));
@@ -261,7 +271,7 @@ std::string FinalDivXText(const MuxJob& job, const fs::path& output)
 }
 
 std::optional<fs::path> DivXOutputPath(const std::string& projectFile, const Settings& options, const LangDoc& lang,
-                                       Prompt& prompt)
+                                       Prompt& prompt, bool keepExisting)
 {
     std::string path;
     if (options.NewDivXSaveToFolder == "1") {
@@ -284,7 +294,7 @@ std::optional<fs::path> DivXOutputPath(const std::string& projectFile, const Set
     if (const std::size_t dot = path.rfind('.'); dot != std::string::npos && dot >= name)
         path.resize(dot);
     if (options.replaceExistDivX) {
-        if (!RemoveIfThere(path + ".divx"))
+        if (!keepExisting && !RemoveIfThere(path + ".divx"))
             prompt.Message(FormTexts(lang, "Form1")(47, "Failed to delete existing DivX file"), {},
                            PromptIcon::Critical);
         return fs::path(path + ".divx");
@@ -318,52 +328,67 @@ void CleanBuildFolder(const fs::path& programFolder, const Settings& options, bo
     }
 }
 
-bool CreateDivXwithOverlays(const MuxJob& job, Prompt& prompt, ToolRunner& runner, BuildLog& log)
+BuildEnd CreateDivXwithOverlays(const MuxJob& job, Prompt& prompt, ToolRunner& runner, BuildLog& log)
 {
     const fs::path tmp = BuildFolder(job.ProgramFolder);
     const int menus = static_cast<int>(MenuVideosWithButtons(job.Doc, job.ProgramFolder).size());
     const int total = 2 * menus + 1;
     ProgressByMenu progress(log, 0, total);
+    const auto failed = [&runner] { return runner.Cancelled() ? BuildEnd::Cancelled : BuildEnd::Failed; };
+    // Without Wine every file is still written, so that the user can run the scripts by hand.
+    const bool run = !job.PrepareOnly && runner.HaveWine();
     std::string error;
     if (!job.NoCreateOverlays) {
         log.Step("Creating overlays");
         if (!WriteOverlayScripts(job, error)) {
             prompt.Message(error, {}, PromptIcon::Critical);
-            return false;
+            return BuildEnd::Failed;
         }
-        if (!RunTool(runner, tmp / kDoOverlays, {}, tmp, progress, prompt))
-            return false;
+        if (run && !RunTool(runner, tmp / kDoOverlays, {}, tmp, progress, prompt))
+            return failed();
     }
 
-    const std::optional<fs::path> output = DivXOutputPath(job.Doc.ProjectFile, job.Options, job.Lang, prompt);
+    const std::optional<fs::path> output = job.Output.empty()
+                                               ? DivXOutputPath(job.Doc.ProjectFile, job.Options, job.Lang, prompt, job.PrepareOnly)
+                                               : std::optional(job.Output);
     if (!output)
-        return false;
+        return BuildEnd::Cancelled;
     const fs::path muxLog = MuxLogPath(*output);
-    std::error_code ignored;
-    fs::remove(muxLog, ignored);
     log.Step("Creating the final DivX");
     log.Progress(total - 1, total);
     if (!WriteToolFile(tmp / kFinalDivX, FinalDivXText(job, *output), error)) {
         prompt.Message(error, {}, PromptIcon::Critical);
-        return false;
+        return BuildEnd::Failed;
     }
+    if (job.PrepareOnly)
+        return BuildEnd::Prepared;
+    if (!run) {
+        log.Line(kByHandLine);
+        if (!job.NoCreateOverlays)
+            log.Line(HandCommand(tmp / kDoOverlays, {}, tmp));
+        log.Line(HandCommand(tmp / kFinalDivX, {}, tmp));
+        prompt.Message(NoWineMessage(), {}, PromptIcon::Warning);
+        return BuildEnd::Failed;
+    }
+    RemoveFile(muxLog);
     if (!RunTool(runner, tmp / kFinalDivX, {}, tmp, log, prompt))
-        return false;
+        return failed();
     log.Progress(total, total);
 
     bool logShown = false;
+    std::error_code ignored;
     if (FileThere(muxLog)) {
         if (fs::file_size(muxLog, ignored) > 0) {
             log.ShowTextFile(muxLog);
             logShown = true;
         } else {
-            fs::remove(muxLog, ignored);
+            RemoveFile(muxLog);
         }
     }
     if (job.Options.RunDivX && !logShown && FileThere(*output))
         log.OpenResult(*output);
     CleanBuildFolder(job.ProgramFolder, job.Options, logShown);
-    return !logShown;
+    return logShown ? BuildEnd::Failed : BuildEnd::Done;
 }
 
 } // namespace mw

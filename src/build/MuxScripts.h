@@ -21,6 +21,11 @@ namespace mw {
 // "_" start frame; the overlay preparation fills it, the linker files read it.
 using OverlayRects = std::map<std::string, std::string>;
 
+// The picture of one button's overlay in the build folder: the program's name, "_", the menu
+// media's file name, the menu's id, "_", the subtitle source's id, "_", the start frame, ".bmp".
+std::string OverlayBitmapName(const std::string& menuFile, const std::string& menuID, const std::string& sourceID,
+                              const std::string& startFrame);
+
 // The folder beside the program where a build keeps its files; it outlives the run.
 std::filesystem::path BuildFolder(const std::filesystem::path& programFolder);
 
@@ -42,6 +47,9 @@ struct MenuVideo {
     long Buttons = 0;
 };
 
+// A menu's own Color1, Color2 and Color3 in place of the current colours, each where it has one.
+void TakeMenuColours(const DocNode* menu, std::array<Colour, 3>& colours);
+
 // The video tracks of MenuTracks with Buttons above 0, in tree order. A track without them
 // uses the extra info of its source, as older files keep it there; the tree is not changed.
 std::vector<MenuVideo> MenuVideosWithButtons(const Document& doc, const std::filesystem::path& programFolder);
@@ -55,6 +63,16 @@ struct MuxJob {
     const OverlayRects& Rects;
     std::array<Colour, 3> Colours{}; // the current overlay colours
     bool NoCreateOverlays = false;   // reuse the intermediate files of an earlier run
+    std::filesystem::path Output;    // when given, the result's path as it stands
+    bool PrepareOnly = false;        // write every file, but run no tool and clean nothing
+};
+
+// How a build ended.
+enum class BuildEnd {
+    Done,      // the muxer ran and left an empty log, or none
+    Prepared,  // every file written, no tool run
+    Failed,    // a tool was missing or failed, or a file could not be written; the files stay
+    Cancelled, // the user said no, closed a dialog or pressed Cancel
 };
 
 // Writes "DoOverlays.bat" and a linker file per menu with buttons into the build folder. False
@@ -69,9 +87,9 @@ std::string LinkerFileText(const MuxJob& job, const MenuVideo& video);
 std::string FinalDivXText(const MuxJob& job, const std::filesystem::path& output);
 
 // Where the build writes its result, by NewDivXSaveToFolder and replaceExistDivX; nothing when
-// the user cancelled the dialog.
+// the user cancelled the dialog. With keepExisting an output to be replaced is not deleted yet.
 std::optional<std::filesystem::path> DivXOutputPath(const std::string& projectFile, const Settings& options,
-                                                    const LangDoc& lang, Prompt& prompt);
+                                                    const LangDoc& lang, Prompt& prompt, bool keepExisting = false);
 
 // The muxer's log of an output: its name with ".log" for ".divx".
 std::filesystem::path MuxLogPath(const std::filesystem::path& output);
@@ -81,8 +99,8 @@ std::filesystem::path MuxLogPath(const std::filesystem::path& output);
 void CleanBuildFolder(const std::filesystem::path& programFolder, const Settings& options, bool logShown);
 
 // Writes and runs the two batch files, picks the output, shows a non-empty muxer log or opens
-// the result, and cleans the build folder. False when a tool could not run or was cancelled,
-// or the user cancelled; every file written stays for a run by hand.
-bool CreateDivXwithOverlays(const MuxJob& job, Prompt& prompt, ToolRunner& runner, BuildLog& log);
+// the result, and cleans the build folder. Every file written stays for a run by hand when a
+// tool could not run.
+BuildEnd CreateDivXwithOverlays(const MuxJob& job, Prompt& prompt, ToolRunner& runner, BuildLog& log);
 
 } // namespace mw

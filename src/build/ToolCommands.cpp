@@ -7,16 +7,21 @@ namespace mw {
 
 namespace fs = std::filesystem;
 
+void MuxerMissing(const fs::path& programFolder, const LangDoc& lang, Prompt& prompt)
+{
+    prompt.Message(FormTexts(lang, "Form1")(
+                       10, "File DivXMux.exe not found at program's folder. Please, place a copy at folder") +
+                       "\n" + programFolder.string(),
+                   {}, PromptIcon::Critical);
+}
+
 bool mnuMux(const fs::path& programFolder, const LangDoc& lang, Prompt& prompt, ToolRunner& runner, BuildLog& log)
 {
     fs::path tool = programFolder / "DivXMux.exe";
     if (!FileThere(tool))
         tool = BuildFolder(programFolder) / "DivXMux.exe";
     if (!FileThere(tool)) {
-        prompt.Message(FormTexts(lang, "Form1")(
-                           10, "File DivXMux.exe not found at program's folder. Please, place a copy at folder") +
-                           "\n" + programFolder.string(),
-                       {}, PromptIcon::Critical);
+        MuxerMissing(programFolder, lang, prompt);
         return false;
     }
     return StartTool(runner, tool, {}, tool.parent_path(), log, prompt);

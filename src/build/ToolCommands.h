@@ -10,6 +10,9 @@
 
 namespace mw {
 
+// "File DivXMux.exe not found at program's folder", with the folder where it belongs.
+void MuxerMissing(const std::filesystem::path& programFolder, const LangDoc& lang, Prompt& prompt);
+
 // The Tools entries that only start an outside program; nothing waits for it. False when it was
 // not started (the user was told).
 

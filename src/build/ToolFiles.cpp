@@ -1,6 +1,8 @@
 #include "build/ToolFiles.h"
 
-#include "core/AtomicFile.h"
+#include <cerrno>
+#include <cstring>
+#include <fstream>
 
 namespace mw {
 
@@ -23,10 +25,13 @@ void RemoveFile(const std::filesystem::path& file)
 
 bool WriteToolFile(const std::filesystem::path& file, const std::string& text, std::string& error)
 {
+    // Build files are made anew at each run, so a plain write does: no sync, which would cost
+    // more than the writing for the hundreds of overlay pictures.
     RemoveFile(file);
-    if (WriteFileAtomically(file.string(), text, error))
+    std::ofstream out(file, std::ios::binary);
+    if (out && out.write(text.data(), static_cast<std::streamsize>(text.size())) && out.flush())
         return true;
-    error = file.string() + ": " + error;
+    error = file.string() + ": " + std::strerror(errno);
     return false;
 }
 

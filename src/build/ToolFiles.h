@@ -16,7 +16,7 @@ bool FileThere(const std::filesystem::path& file);
 // Deletes the file when it is there; a failure is left for the next step to notice.
 void RemoveFile(const std::filesystem::path& file);
 
-// Writes a tool's file anew. False with the file's name and the reason in error.
+// Writes a build file anew. False with the file's name and the reason in error.
 bool WriteToolFile(const std::filesystem::path& file, const std::string& text, std::string& error);
 
 } // namespace mw

@@ -139,7 +139,9 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
         {"--exit", "add-menu", &menu.Exit},        {"--picture", "add-menu", nullptr},
         {"--overlay", "add-button", &menu.Overlay}, {"--reset-position", "set-overlay", nullptr},
         {"--from-picture", "set-overlay", &menu.FromPicture},
+        {"--prepare-only", "build", nullptr},
     };
+    bool prepareOnly = false;
     std::vector<std::string> rest;
     std::string error;
     std::vector<const Option*> given;
@@ -162,6 +164,8 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
                 error = "--picture needs at least one picture";
         } else if (a == "--reset-position") {
             menu.ResetPosition = true;
+        } else if (a == "--prepare-only") {
+            prepareOnly = true;
         } else if (i + 1 < args.size()) {
             *option->Value = args[++i];
         } else {
@@ -170,6 +174,7 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
     }
     CliParseResult parsed = ParseCommonOptions(rest);
     parsed.Options.Menu = std::move(menu);
+    parsed.Options.PrepareOnly = prepareOnly;
     if (parsed.Error.empty() && !error.empty())
         parsed.Error = error;
     for (const Option* option : given) {
@@ -233,6 +238,12 @@ std::string CliUsage()
            "      [--text T] [--font \"Family[,B][,I]\"] [--font-size PT] [--outline N] [--shadow 4RB]\n"
            "                                    a button overlay as a 4-bit bitmap: *Rect, *Oval,\n"
            "                                    *Shape1, *Text or a file of the overlay library\n"
+           "  build PROJECT.xml [--prepare-only] [-o OUT.divx]\n"
+           "                                    the DivX file of the project, as Create DivX makes it\n"
+           "                                    with the settings of the program folder; the muxer\n"
+           "                                    and the scripts run through Wine. --prepare-only\n"
+           "                                    writes every file into its tmp folder, runs nothing\n"
+           "                                    and cleans nothing; -o names the result\n"
            "  overlay-from-picture PICTURE -o OUT.bmp [--transparent X,Y]\n"
            "                                    a picture in 16 colours as an overlay, the colour of\n"
            "                                    pixel X,Y (default 0,0) transparent\n"
@@ -251,14 +262,15 @@ std::string CliUsage()
            "  --import FILE.txt          chapters: the times after [CHAPTERS] in the file\n"
            "  --manual LIST              chapters: START-END[:NAME],... in place of the chapters\n"
            "  --all                      chapters: the same for every title\n"
+           "  --prepare-only             build: write every file, run no tool, clean nothing\n"
            "  --help                     show this text\n"
            "  --version                  show the version\n"
            "\n"
            "Messages go to standard output in order. Exit status: 0 success, 1 check found faults,\n"
-           "a media command failed or a movie of the project could not be read, 2 the command line\n"
-           "or the input could not be read, 3 the result could not be saved, 4 the command was\n"
-           "cancelled (--answer cancel), 5 an unexpected error stopped the command. A project is\n"
-           "saved only with 0.\n"
+           "a media command failed, a movie of the project could not be read or a build's tool was\n"
+           "missing or failed, 2 the command line or the input could not be read, 3 the result could\n"
+           "not be saved, 4 the command was cancelled (--answer cancel), 5 an unexpected error\n"
+           "stopped the command. A project is saved only with 0; build never saves it.\n"
            "The program folder is $MENUWRIGHT_HOME when set.\n";
 }
 

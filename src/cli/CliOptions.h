@@ -41,6 +41,7 @@ struct CliOptions {
     std::optional<std::string> ChapImport;   // --import FILE.txt
     std::optional<std::string> ChapManual;   // --manual START-END[:NAME],...
     bool AllTitles = false;                  // --all
+    bool PrepareOnly = false;                // --prepare-only, of build
     std::map<std::string, std::string> Values; // the overlay options (--width, --text, ...), by name
     MenuCliOptions Menu;
     bool Help = false;

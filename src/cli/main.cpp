@@ -1,3 +1,4 @@
+#include "cli/CliBuildCommands.h"
 #include "cli/CliCommands.h"
 #include "cli/CliMenuCommands.h"
 #include "cli/CliOptions.h"
@@ -55,6 +56,7 @@ const std::map<std::string, CommandRunner, std::less<>>& Commands()
         {"move-button", RunMoveButton},
         {"export-template", RunExportTemplate},
         {"insert-template", RunInsertTemplate},
+        {"build", RunBuild},
     };
     return commands;
 }

@@ -1,7 +1,8 @@
 #pragma once
 
-// Pictures and probes for the tests of the AVI writer and the menu video routes.
+// Pictures and probes for the tests of the AVI writer, the menu video routes and the build.
 
+#include "document/DocTree.h"
 #include "media/MediaFixtures.h"
 #include "render/cDIB.h"
 
@@ -11,6 +12,14 @@
 #include <string>
 
 namespace mw::test {
+
+// Everything of the tree that a build must leave alone: every node's key, text and Tag.
+inline std::string Everything(const DocTree& tree)
+{
+    std::string all;
+    tree.ForEach([&all](DocNode& node) { all += node.Key() + "|" + node.Text + "|" + node.Tag + "\n"; });
+    return all;
+}
 
 // A 24-bit bitmap of one colour with a white diagonal, so that no two sizes look alike.
 inline cDIB SolidPicture(int width, int height, Colour colour)

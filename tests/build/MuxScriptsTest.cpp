@@ -5,7 +5,15 @@
 #include "document/TreeTestKit.h"
 #include "media/AviBytes.h"
 
+#include "build/BuildTestFiles.h"
+#include "build/CreateDivX.h"
+#include "build/CreateOverlays.h"
+#include "render/OverlayFont.h"
+#include "render/OverlayPainters.h"
+
 #include <gtest/gtest.h>
+
+#include <QImage>
 
 namespace mw {
 namespace {
@@ -19,11 +27,23 @@ using test::ScratchFolder;
 // Two menus in two languages: one on a movie with two audio streams and a subtitle stream, its
 // buttons' pictures in the build folder but for the last, its background audio an MP3; one on a
 // picture, its Buttons kept on the source as older files do. A third video track has no buttons.
+// The movie's menu has a default, an oval and a bracket button; the picture's menu a text, a
+// file overlay and a button whose track lacks its rectID.
 class MuxScriptsTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
         fs::create_directories(BuildFolder(home.Path()));
+        fs::create_directories(work.Path() / "pics");
+        QImage back(96, 64, QImage::Format_RGB32);
+        back.fill(Qt::darkBlue);
+        ASSERT_TRUE(back.save(QString::fromStdString((work.Path() / "pics" / "back.jpg").string()), "JPG"));
+        cDIB arrow;
+        arrow.Create(8, 8, 4);
+        for (int i = 0; i < 8; ++i)
+            arrow.SetPixel(i, i, 1);
+        fs::create_directories(home.Path() / "overlays");
+        ASSERT_TRUE(arrow.Save((home.Path() / "overlays" / "arrow.bmp").string()));
         test::AviSpec spec;
         test::AviStreamSpec subtitle = test::VideoStream(2, 1);
         subtitle.Name = std::string("Subtitle English") + '\0';
@@ -40,8 +60,12 @@ protected:
         Element(t, &tracks, 21, "MediaSource", {"mediaType = menuAvi", "location = menu.avi"});
         Element(t, &tracks, 22, "MediaTrack", {"mediaSourceID = 21", "type = video"}).Tag =
             "<Menuwright Buttons='3' menuID=' 12 '/>";
-        Element(t, &tracks, 23, "MediaTrack", {"mediaSourceID = 21", "type = subtitle"}).Tag =
-            "<Menuwright rectID='50'/>";
+        Subtitle(23, "21", 0, "51");
+        Subtitle(60, "21", 1, "54");
+        Subtitle(61, "21", 2, "57");
+        Subtitle(62, "24", 0, "66");
+        Subtitle(63, "24", 1, "68");
+        Subtitle(64, "24", 2, "");
         Element(t, &tracks, 24, "MediaSource", {"location = " + picture}).Tag = "<Menuwright Buttons='1' menuID='32'/>";
         Element(t, &tracks, 25, "MediaTrack", {"mediaSourceID = 24", "type = video"});
         Element(t, &tracks, 26, "MediaSource", {"location = music.mp3"});
@@ -49,20 +73,44 @@ protected:
         Element(t, &tracks, 28, "MediaTrack", {"mediaSourceID = 21", "type = video"}).Tag =
             "<Menuwright Buttons='0' menuID='12'/>";
         DocNode& en = Element(t, &root, 9, "LanguageMenus", {"languageCode = en"});
-        Element(t, &en, 12, "DivXMediaMenu", {"backgroundVideoID = 22", "backgroundAudioID = 27"}).Tag =
-            "<Menuwright Color1='255' Color3='16777215'/>";
+        DocNode& movieMenu = Element(t, &en, 12, "DivXMediaMenu", {"backgroundVideoID = 22", "backgroundAudioID = 27"});
+        movieMenu.Tag = "<Menuwright Color1='255' Color3='16777215'/>";
+        Button(movieMenu, 50, "23", {10, 10, 20, 12}, "");
+        Button(movieMenu, 53, "60", {34, 8, 24, 16}, "<Menuwright Shape='*Oval' Position='0 0 0 0' width='2'/>");
+        Button(movieMenu, 56, "61", {4, 30, 40, 14}, "<Menuwright Shape='*Shape1' width='5'/>");
         DocNode& de = Element(t, &root, 30, "LanguageMenus", {"languageCode = de"});
-        Element(t, &de, 32, "DivXMediaMenu", {"backgroundVideoID = 25", "backgroundAudioID = None"});
+        DocNode& pictureMenu = Element(t, &de, 32, "DivXMediaMenu", {"backgroundVideoID = 25", "backgroundAudioID = None"});
+        Button(pictureMenu, 65, "62", {8, 8, 60, 30}, "<Menuwright Shape='*Text' Text='Go' Position='2 2 -4 -4'/>");
+        Button(pictureMenu, 67, "63", {70, 20, 16, 16}, "<Menuwright Shape='arrow' Position='0 0 0 0'/>");
+        Button(pictureMenu, 69, "64", {0, 0, 8, 8}, "");
+        LoadMediaTracsFromMenuTracs(doc, doc.MenuTracks);
 
         for (const char* bmp : {"Menuwright_menu.avi12_21_0.bmp", "Menuwright_menu.avi12_21_1.bmp",
                                 "Menuwright_back.jpg32_24_0.bmp"})
             work.Write(Tmp() / bmp, "BM");
     }
 
+    void Subtitle(long id, const std::string& source, int startFrame, const std::string& rectID)
+    {
+        DocNode* tracks = doc.Tree.ObjectNode("20");
+        Element(doc.Tree, tracks, id, "MediaTrack",
+                {"mediaSourceID = " + source, "type = subtitle", "startFrame = " + std::to_string(startFrame)})
+            .Tag = rectID.empty() ? "" : "<Menuwright rectID='" + rectID + "'/>";
+    }
+    // A button, its rectangle (id + 1) and its overlay track.
+    void Button(DocNode& menu, long id, const std::string& overlay, const std::array<int, 4>& r, const std::string& tag)
+    {
+        DocNode& button = Element(doc.Tree, &menu, id, "ButtonMenu", {"overlayID = " + overlay});
+        button.Tag = tag;
+        Element(doc.Tree, &button, id + 1, "MenuRectangle",
+                {"left = " + std::to_string(r[0]), "top = " + std::to_string(r[1]), "width = " + std::to_string(r[2]),
+                 "height = " + std::to_string(r[3])});
+    }
+
     fs::path Tmp() const { return BuildFolder(home.Path()); }
     std::string H() const { return ToToolPath(home.Path().string()); }
     std::string P() const { return ToToolPath((work.Path() / "my proj").string()); }
-    MuxJob Job() { return {doc, options, lang, home.Path(), rects, colours, false}; }
+    MuxJob Job() { return {doc, options, lang, home.Path(), rects, colours, false, {}, false}; }
 
     std::string Block(const std::string& title, const std::string& command) const
     {
@@ -81,6 +129,92 @@ protected:
     ScriptedPrompt prompt;
     test::RecordingLog log;
 };
+
+// The smallest box around the pixels that are not transparent: left, top, right, bottom.
+std::array<int, 4> PaintedBox(const cDIB& dib)
+{
+    std::array<int, 4> box{dib.Width(), dib.Height(), -1, -1};
+    for (int y = 0; y < dib.Height(); ++y) {
+        for (int x = 0; x < dib.Width(); ++x) {
+            if (dib.Pixel(x, y) != 0)
+                box = {std::min(box[0], x), std::min(box[1], y), std::max(box[2], x), std::max(box[3], y)};
+        }
+    }
+    return box;
+}
+
+// Something is painted, and only inside the box.
+bool PaintedWithin(const cDIB& dib, int left, int top, int width, int height)
+{
+    const std::array<int, 4> box = PaintedBox(dib);
+    return box[0] <= box[2] && box[0] >= left && box[1] >= top && box[2] < left + width && box[3] < top + height;
+}
+
+// The part of the picture at (left, top) of the overlay's size, pixel for pixel.
+bool Holds(const cDIB& whole, const cDIB& overlay, int left, int top)
+{
+    for (int y = 0; y < overlay.Height(); ++y) {
+        for (int x = 0; x < overlay.Width(); ++x) {
+            if (whole.Pixel(left + x, top + y) != overlay.Pixel(x, y))
+                return false;
+        }
+    }
+    return true;
+}
+
+TEST_F(MuxScriptsTest, EachButtonGetsAFullFramePictureTransparentButForItsOverlay)
+{
+    NeedFontApplication();
+    OverlayRects made{{"stale", "(0 0 1 1)"}};
+    ToolRunner runner;
+    ASSERT_TRUE(CreateOverlays(doc, home.Path(), colours, lang, prompt, log, runner, made));
+    EXPECT_TRUE(prompt.Texts().empty()) << prompt.Texts().front();
+    EXPECT_EQ(made, (OverlayRects{{"12_21_0", "(0 0 64 48)"}, {"12_21_1", "(0 0 64 48)"}, {"12_21_2", "(0 0 64 48)"},
+                                  {"32_24_0", "(0 0 96 64)"}, {"32_24_1", "(0 0 96 64)"}}));
+    EXPECT_EQ(log.Progressed, (std::vector<std::pair<int, int>>{{1, 2}, {2, 2}}));
+    // The track without a rectID has no picture.
+    EXPECT_FALSE(fs::exists(Tmp() / "Menuwright_back.jpg32_24_2.bmp"));
+
+    const auto bitmap = [this](const std::string& name) {
+        cDIB dib;
+        EXPECT_TRUE(dib.CreateFromBitmapFile((Tmp() / name).string())) << name;
+        EXPECT_EQ(dib.BPP(), 4) << name;
+        return dib;
+    };
+    // The default overlay stands 6 pixels around the rectangle; Position "0 0 0 0" on it; none
+    // at all gives the rectangle itself.
+    const cDIB rect = bitmap("Menuwright_menu.avi12_21_0.bmp");
+    EXPECT_EQ(rect.Width(), 64);
+    EXPECT_TRUE(Holds(rect, CreateRect(3, 32, 24), 4, 4));
+    EXPECT_EQ(PaintedBox(rect), (std::array<int, 4>{4, 4, 35, 27}));
+    // The menu's own colours, the current one where it has none.
+    const std::vector<Colour> table = rect.GetColorTable();
+    EXPECT_EQ(std::vector<Colour>(table.begin() + 1, table.begin() + 4),
+              (std::vector<Colour>{Rgb(255, 0, 0), Rgb(10, 20, 30), Rgb(255, 255, 255)}));
+    const cDIB oval = bitmap("Menuwright_menu.avi12_21_1.bmp");
+    EXPECT_TRUE(Holds(oval, CreateOval(2, 24, 16), 34, 8));
+    EXPECT_TRUE(PaintedWithin(oval, 34, 8, 24, 16));
+    const cDIB brackets = bitmap("Menuwright_menu.avi12_21_2.bmp");
+    EXPECT_TRUE(Holds(brackets, CreateShape1(5, 40, 14), 4, 30));
+    EXPECT_TRUE(PaintedWithin(brackets, 4, 30, 40, 14));
+
+    // The picture's menu takes its size from the picture.
+    const cDIB text = bitmap("Menuwright_back.jpg32_24_0.bmp");
+    EXPECT_EQ(text.Width(), 96);
+    EXPECT_EQ(text.Height(), 64);
+    EXPECT_TRUE(PaintedWithin(text, 6, 6, 64, 34));
+    const cDIB file = bitmap("Menuwright_back.jpg32_24_1.bmp");
+    EXPECT_TRUE(PaintedWithin(file, 70, 20, 16, 16));
+    EXPECT_EQ(file.Pixel(PaintedBox(file)[0], PaintedBox(file)[1]), 1u) << "the overlay file's diagonal";
+
+    // The linker file lists every picture with the rectangle noted for it.
+    std::string error;
+    ASSERT_TRUE(WriteOverlayScripts({doc, options, lang, home.Path(), made, colours, false, {}, false}, error));
+    const std::string linker = ReadAll(Tmp() / "linkerfile21.txt");
+    EXPECT_NE(linker.find("00:00:02.000\t00:00:02.000\t\"Menuwright_menu.avi12_21_2.bmp\"\t(0 0 64 48)\r\n"),
+              std::string::npos)
+        << linker;
+}
 
 TEST_F(MuxScriptsTest, OverlayScriptAndLinkerFilesAreWrittenByteForByte)
 {
@@ -174,7 +308,7 @@ TEST_F(MuxScriptsTest, BuildRunsBothScriptsInOrderShowsAFailedMuxersLogAndCleans
                         "'Creating menu avi for ID 22'; echo 'Creating overlays for ID 22';;\n*FinalDivX.bat) sleep 0.2; "
                         "echo 'bad stream' > '" + muxLog.string() + "';; esac");
     ToolRunner runner;
-    EXPECT_FALSE(CreateDivXwithOverlays(Job(), prompt, runner, log));
+    EXPECT_EQ(CreateDivXwithOverlays(Job(), prompt, runner, log), BuildEnd::Failed);
 
     const std::vector<std::string> runs = wine.Runs();
     ASSERT_EQ(runs.size(), 2u);
@@ -204,7 +338,7 @@ TEST_F(MuxScriptsTest, AnEmptyMuxerLogIsDeletedAndTheResultOpened)
     ToolRunner runner;
     MuxJob job = Job();
     job.NoCreateOverlays = true;
-    EXPECT_TRUE(CreateDivXwithOverlays(job, prompt, runner, log));
+    EXPECT_EQ(CreateDivXwithOverlays(job, prompt, runner, log), BuildEnd::Done);
     EXPECT_EQ(wine.Runs().size(), 1u) << "the overlay script ran although the overlays were kept";
     EXPECT_FALSE(fs::exists(muxLog));
     EXPECT_EQ(log.Opened, std::vector<fs::path>{output});
@@ -212,16 +346,95 @@ TEST_F(MuxScriptsTest, AnEmptyMuxerLogIsDeletedAndTheResultOpened)
     EXPECT_TRUE(fs::exists(Tmp() / "FinalDivX.bat"));
 }
 
-TEST_F(MuxScriptsTest, WithoutWineTheBuildStopsWithOneMessageAndEveryFileStays)
+std::vector<std::string> FilesIn(const fs::path& folder)
 {
-    test::NoWine noWine;
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+TEST_F(MuxScriptsTest, AWholeBuildRunsItsStepsInOrderAndLeavesTheProjectAsItWas)
+{
+    NeedFontApplication();
+    options.MethodForPicToMenu = kPicToMenuBuiltIn;
+    options.ShowDebugMessage = true;
+    home.Write("DivXMux.exe", "MZ");
+    const fs::path output = work.Path() / "my proj" / "demo.divx";
+    const fs::path listing = work.Path() / "listing.txt";
+    // What the build folder holds when the muxer runs; the build cleans it afterwards.
+    test::FakeWine wine("case \"$3\" in *FinalDivX.bat) ls > '" + listing.string() + "'; echo x > '" + output.string() +
+                        "';; esac");
+    const std::string before = test::Everything(doc.Tree);
+    prompt.Answers = {PromptAnswer::Yes}; // go on despite the faults the check finds
+
     ToolRunner runner;
-    EXPECT_FALSE(CreateDivXwithOverlays(Job(), prompt, runner, log));
+    const DivXBuild build{doc, options, lang, home.Path(), colours, false, 25, {}, false, {}};
+    EXPECT_EQ(mnuCreateDivX_Click(build, prompt, runner, log), BuildEnd::Done);
+
+    EXPECT_EQ(test::Everything(doc.Tree), before);
+    const std::vector<std::string> runs = wine.Runs();
+    ASSERT_EQ(runs.size(), 2u);
+    EXPECT_NE(runs[0].find("DoOverlays.bat"), std::string::npos);
+    EXPECT_NE(runs[1].find("FinalDivX.bat"), std::string::npos);
+    // The driver's checkpoints in order, among those of the menu video it makes.
+    const std::vector<std::string> driver{"Befor check for errors",
+                                          "There was errors while checking. Continue to create DivX?",
+                                          "After check for errors", "Before DivXMux", "Before create overlays",
+                                          "Before replace", "Before create"};
+    std::vector<std::string> steps;
+    for (const std::string& text : prompt.Texts()) {
+        if (std::find(driver.begin(), driver.end(), text) != driver.end())
+            steps.push_back(text);
+    }
+    EXPECT_EQ(steps, driver);
+    const std::string files = ReadAll(listing);
+    for (const char* file : {"DivXMux.exe", "DoOverlays.bat", "FinalDivX.bat", "linkerfile21.txt", "linkerfile24.txt",
+                             "demo.xml", "24_back.jpg.avi", "Menuwright_menu.avi12_21_2.bmp",
+                             "Menuwright_back.jpg32_24_1.bmp"})
+        EXPECT_NE(files.find(std::string(file) + "\n"), std::string::npos) << file << " missing from\n" << files;
+    EXPECT_EQ(FilesIn(Tmp()), std::vector<std::string>{}) << "deleteTemp clears the build folder";
+    EXPECT_EQ(log.Opened, std::vector<fs::path>{output});
+}
+
+TEST_F(MuxScriptsTest, TheBuildStopsAtTheQuestionOrTheMissingMuxerAndWithoutWineWritesEveryFileAndSaysSo)
+{
+    NeedFontApplication();
+    options.MethodForPicToMenu = kPicToMenuBuiltIn;
+    test::NoWine noWine;
+    const std::string before = test::Everything(doc.Tree);
+    const DivXBuild build{doc, options, lang, home.Path(), colours, false, 25, {}, false, {}};
+    const auto run = [&] {
+        prompt.Log.clear();
+        ToolRunner runner;
+        return mnuCreateDivX_Click(build, prompt, runner, log);
+    };
+
+    // The check finds faults and the default answer is No.
+    EXPECT_EQ(run(), BuildEnd::Cancelled);
+    EXPECT_EQ(prompt.Texts().back(), "There was errors while checking. Continue to create DivX?");
+    EXPECT_FALSE(fs::exists(Tmp() / "DoOverlays.bat"));
+
+    options.checkFirst = false;
+    EXPECT_EQ(run(), BuildEnd::Failed);
+    EXPECT_EQ(prompt.Texts(), std::vector<std::string>{"File DivXMux.exe not found at program's folder. Please, place "
+                                                       "a copy at folder\n" +
+                                                       home.Path().string()});
+
+    // A muxer in the build folder will do.
+    work.Write(Tmp() / "DivXMux.exe", "MZ");
+    EXPECT_EQ(run(), BuildEnd::Failed);
     EXPECT_EQ(prompt.Texts(), std::vector<std::string>{NoWineMessage()});
     EXPECT_NE(NoWineMessage().find("apt install wine"), std::string::npos);
-    EXPECT_EQ(log.Lines.back(), "cd \"" + Tmp().string() + "\" && wine cmd /c '" + H() + "\\tmp\\DoOverlays.bat'");
-    EXPECT_TRUE(fs::exists(Tmp() / "DoOverlays.bat"));
-    EXPECT_TRUE(fs::exists(Tmp() / "linkerfile21.txt"));
+    EXPECT_EQ(std::vector<std::string>(log.Lines.end() - 3, log.Lines.end()),
+              (std::vector<std::string>{kByHandLine,
+                                        "cd \"" + Tmp().string() + "\" && wine cmd /c '" + H() + "\\tmp\\DoOverlays.bat'",
+                                        "cd \"" + Tmp().string() + "\" && wine cmd /c '" + H() + "\\tmp\\FinalDivX.bat'"}));
+    for (const char* file : {"DoOverlays.bat", "FinalDivX.bat", "linkerfile21.txt", "demo.xml", "24_back.jpg.avi",
+                             "Menuwright_back.jpg32_24_0.bmp"})
+        EXPECT_TRUE(fs::exists(Tmp() / file)) << file;
+    EXPECT_EQ(test::Everything(doc.Tree), before);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "build/BuildTestFiles.h"
 #include "build/MuxScripts.h"
 #include "build/ProjectCopy.h"
 #include "core/Paths.h"
@@ -14,16 +15,9 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::Element;
+using test::Everything;
 using test::ReadAll;
 using test::ScratchFolder;
-
-// Everything of the tree that a build must leave alone: every node's key, text and Tag.
-std::string Everything(const DocTree& tree)
-{
-    std::string all;
-    tree.ForEach([&all](DocNode& node) { all += node.Key() + "|" + node.Text + "|" + node.Tag + "\n"; });
-    return all;
-}
 
 class ProjectCopyTest : public ::testing::Test {
 protected:

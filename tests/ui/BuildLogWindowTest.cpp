@@ -1,9 +1,12 @@
+#include "core/ScriptedPrompt.h"
 #include "ui/dialogs/BuildLogWindow.h"
 
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QThread>
+#include <QTimer>
 #include <QtTest>
 
 #include <thread>
@@ -14,7 +17,49 @@ class BuildLogWindowTest : public QObject {
     Q_OBJECT
 private slots:
     void linesFromTheBuildThreadShowAndCancelStopsTheTool();
+    void aBuildRunsOffTheInterfaceThreadAsksInItAndClosingCancelsIt();
 };
+
+// Notes the thread each question is asked in.
+struct ThreadPrompt : ScriptedPrompt {
+    QThread* AskedIn = nullptr;
+    PromptAnswer Ask(const std::string& text, PromptButtons buttons, PromptAnswer defaultAnswer,
+                     const std::string& title, PromptIcon icon) override
+    {
+        AskedIn = QThread::currentThread();
+        return ScriptedPrompt::Ask(text, buttons, defaultAnswer, title, icon);
+    }
+};
+
+void BuildLogWindowTest::aBuildRunsOffTheInterfaceThreadAsksInItAndClosingCancelsIt()
+{
+    QWidget parent;
+    ThreadPrompt prompt;
+    prompt.Answers = {PromptAnswer::Yes};
+    QThread* buildThread = nullptr;
+    // The user closes the window while the build waits for its tool, then closes it again.
+    QTimer user;
+    connect(&user, &QTimer::timeout, [&parent] {
+        auto* window = parent.findChild<BuildLogWindow*>();
+        if (!window || !window->isVisible())
+            return;
+        window->reject();
+    });
+    user.start(20);
+    const BuildEnd end = RunBuildWithLogWindow(&parent, prompt, [&](Prompt& asked, ToolRunner& runner, BuildLog& log) {
+        buildThread = QThread::currentThread();
+        if (asked.Ask("Go on?", PromptButtons::YesNo, PromptAnswer::No, {}, PromptIcon::Question) != PromptAnswer::Yes)
+            return BuildEnd::Failed;
+        log.Step("Waiting for the tool");
+        while (!runner.Cancelled())
+            QThread::msleep(5);
+        return BuildEnd::Cancelled;
+    });
+    QCOMPARE(end, BuildEnd::Cancelled);
+    QVERIFY(buildThread != QThread::currentThread());
+    QCOMPARE(prompt.AskedIn, QThread::currentThread());
+    QCOMPARE(prompt.Texts(), std::vector<std::string>{"Go on?"});
+}
 
 void BuildLogWindowTest::linesFromTheBuildThreadShowAndCancelStopsTheTool()
 {

@@ -168,6 +168,7 @@ void Form1::ConnectCommands()
             return mnuMux(project_.ProgramFolder(), project_.Lang(), project_.Ask(), runner, log);
         });
     });
+    on("mnuCreateDivX", [this] { RunDivXBuild(this, project_); });
     on("mnuSrt2Divx", [this] {
         clsIniFile ini(SettingsFilePath(project_.ProgramFolder()).string());
         StartWithLogWindow(this, [&](ToolRunner& runner, BuildLog& log) {

@@ -58,7 +58,7 @@ const std::array kEntries{
     MenuEntry{"mnuFeatures", "Remove Menu", "Shift+F7", "mnuRemoveMenu", S::NotYet},
     MenuEntry{"mnuFeatures", "Remove Button", "Shift+F8", "mnuRemoveButton", S::NotYet},
     Sep("mnuFeatures"),
-    MenuEntry{"mnuFeatures", "Create DivX", "F12", "mnuCreateDivX", S::NotYet},
+    MenuEntry{"mnuFeatures", "Create DivX", "F12", "mnuCreateDivX", S::Document},
 
     MenuEntry{"", "View", nullptr, "mnuView", S::Submenu},
     MenuEntry{"mnuView", "Simple mode", nullptr, "mnuSimpleMode"},
