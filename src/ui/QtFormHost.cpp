@@ -2,7 +2,13 @@
 
 #include "document/Project.h"
 #include "media/ChapForm.h"
+#include "menus/Actions.h"
+#include "menus/LanguageCommands.h"
+#include "menus/MenuForms.h"
+#include "ui/dialogs/Form2.h"
+#include "ui/dialogs/ListChoiceDialog.h"
 #include "ui/dialogs/frmChap.h"
+#include "ui/dialogs/frmNewMenu.h"
 #include "ui/dialogs/frmNewTitle.h"
 
 namespace mw {
@@ -25,6 +31,33 @@ bool QtFormHost::ShowChap(ChapForm& form)
     frmChap dialog(form, *project_, parent_);
     dialog.exec();
     return form.Accepted;
+}
+
+bool QtFormHost::ShowNewMenu(NewMenuForm& form)
+{
+    frmNewMenu dialog(form, *project_, parent_);
+    dialog.exec();
+    return form.Accepted;
+}
+
+bool QtFormHost::ShowNewLang(NewLangForm& form)
+{
+    ListChoiceDialog dialog("frmNewLang", form.Caption, form.Label, form.Combo1, ListChoiceDialog::Look::Combo,
+                            project_->Lang(), parent_);
+    return dialog.exec() == QDialog::Accepted;
+}
+
+bool QtFormHost::ShowSelectMenu(SelectMenuForm& form)
+{
+    ListChoiceDialog dialog("frmSelectMenu", form.Caption, form.Label, form.List, ListChoiceDialog::Look::List,
+                            project_->Lang(), parent_);
+    return dialog.exec() == QDialog::Accepted;
+}
+
+bool QtFormHost::ShowAction(ActionForm& form)
+{
+    Form2 dialog(form, *project_, parent_);
+    return dialog.exec() == QDialog::Accepted;
 }
 
 } // namespace mw

@@ -16,6 +16,10 @@ public:
 
     bool ShowNewTitle(NewTitleForm& form) override;
     bool ShowChap(ChapForm& form) override;
+    bool ShowNewMenu(NewMenuForm& form) override;
+    bool ShowNewLang(NewLangForm& form) override;
+    bool ShowSelectMenu(SelectMenuForm& form) override;
+    bool ShowAction(ActionForm& form) override;
 
 private:
     Project* project_ = nullptr;

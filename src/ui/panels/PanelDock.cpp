@@ -1,0 +1,121 @@
+#include "ui/panels/PanelDock.h"
+
+#include <QCursor>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMainWindow>
+#include <QStyle>
+#include <QTimer>
+#include <QToolButton>
+
+namespace mw {
+
+namespace {
+
+constexpr int kStripHeight = 18;
+constexpr int kPollMs = 200;
+
+QToolButton* StripButton(const char* name, const char* tip, QStyle::StandardPixmap icon, QWidget* parent)
+{
+    auto* button = new QToolButton(parent);
+    button->setObjectName(name);
+    button->setToolTip(tip);
+    button->setIcon(parent->style()->standardIcon(icon));
+    button->setAutoRaise(true);
+    button->setFixedSize(kStripHeight, kStripHeight);
+    return button;
+}
+
+} // namespace
+
+PanelDock::PanelDock(QWidget* panel, PanelPlace place, QMainWindow& window)
+    : QDockWidget(&window), place_(place), window_(window), timer_(new QTimer(this))
+{
+    setObjectName(panel->objectName() + "Dock");
+    setFeatures(DockWidgetClosable | DockWidgetMovable | DockWidgetFloatable);
+    setWidget(panel);
+
+    auto* strip = new QWidget(this);
+    caption_ = new QLabel(panel->windowTitle(), strip);
+    caption_->setObjectName("Picture1");
+    pin_ = StripButton("PicAutoHide", "Toggle auto hide", QStyle::SP_TitleBarShadeButton, strip);
+    pin_->setCheckable(true);
+    auto* close = StripButton("PicX", "Close", QStyle::SP_TitleBarCloseButton, strip);
+    auto* layout = new QHBoxLayout(strip);
+    layout->setContentsMargins(4, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(caption_, 1);
+    layout->addWidget(pin_);
+    layout->addWidget(close);
+    strip->setFixedHeight(kStripHeight + 2);
+    setTitleBarWidget(strip);
+
+    connect(panel, &QWidget::windowTitleChanged, caption_, &QLabel::setText);
+    connect(close, &QToolButton::clicked, this, [this] {
+        hide();
+        emit Closed();
+    });
+    connect(pin_, &QToolButton::toggled, this, [this](bool on) { SetAutoHide(on); });
+    timer_->setObjectName("Timer1");
+    timer_->setInterval(kPollMs);
+    connect(timer_, &QTimer::timeout, this, [this] { FollowCursor(QCursor::pos()); });
+
+    window.addDockWidget(Qt::RightDockWidgetArea, this);
+    setFloating(true);
+    const QPoint origin = window.geometry().topLeft();
+    setGeometry(origin.x() + place.X, origin.y() + place.Y, place.Width, place.Height);
+    fullHeight_ = place.Height;
+    SetAutoHide(place.Pinned);
+}
+
+bool PanelDock::AutoHide() const
+{
+    return pin_->isChecked();
+}
+
+void PanelDock::SetAutoHide(bool on)
+{
+    if (pin_->isChecked() != on) {
+        pin_->setChecked(on); // comes back here through the toggle
+        return;
+    }
+    if (on) {
+        timer_->start();
+    } else {
+        timer_->stop();
+        Collapse(false);
+    }
+}
+
+void PanelDock::FollowCursor(const QPoint& cursor)
+{
+    if (!AutoHide() || !isVisible())
+        return;
+    Collapse(!frameGeometry().contains(cursor));
+}
+
+void PanelDock::Collapse(bool collapsed)
+{
+    if (collapsed == collapsed_)
+        return;
+    collapsed_ = collapsed;
+    if (collapsed)
+        fullHeight_ = height();
+    // The strip stays where it is; only the body goes.
+    widget()->setVisible(!collapsed);
+    if (isFloating())
+        resize(width(), collapsed ? titleBarWidget()->height() : fullHeight_);
+}
+
+void PanelDock::KeepPlace() const
+{
+    const QPoint origin = window_.geometry().topLeft();
+    const QRect frame = geometry();
+    place_.X = frame.x() - origin.x();
+    place_.Y = frame.y() - origin.y();
+    place_.Width = frame.width();
+    place_.Height = collapsed_ ? fullHeight_ : frame.height();
+    place_.Pinned = AutoHide();
+}
+
+} // namespace mw
