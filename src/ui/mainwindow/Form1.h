@@ -11,6 +11,7 @@
 #include <QMainWindow>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 class QSplitter;
@@ -21,6 +22,7 @@ namespace mw {
 class DocTreeModel;
 class HelpPane;
 class PropertiesPane;
+class PropertyDocks;
 class TreePanes;
 
 // The main window: a view of one Project. Every command goes to the project; the window shows
@@ -73,6 +75,7 @@ private:
     PropertiesPane* properties_;
     HelpPane* help_;
     QSplitter* splitter_;
+    std::unique_ptr<PropertyDocks> docks_;
     std::vector<QAction*> languages_; // mnuLangDef's entries, one per language file
     bool laidOut_ = false;
 };

@@ -1,5 +1,7 @@
 #include "ui/panels/PanelDock.h"
 
+#include "ui/QtDesignTarget.h"
+
 #include <QCursor>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -28,15 +30,16 @@ QToolButton* StripButton(const char* name, const char* tip, QStyle::StandardPixm
 
 } // namespace
 
-PanelDock::PanelDock(QWidget* panel, PanelPlace place, QMainWindow& window)
-    : QDockWidget(&window), place_(place), window_(window), timer_(new QTimer(this))
+PanelDock::PanelDock(const char* name, const char* caption, QWidget* panel, PanelPlace place, QMainWindow& window)
+    : QDockWidget(caption, &window), place_(place), window_(window), timer_(new QTimer(this))
 {
-    setObjectName(panel->objectName() + "Dock");
+    setObjectName(name);
+    MarkAsOwnForm(*this);
     setFeatures(DockWidgetClosable | DockWidgetMovable | DockWidgetFloatable);
     setWidget(panel);
 
     auto* strip = new QWidget(this);
-    caption_ = new QLabel(panel->windowTitle(), strip);
+    caption_ = new QLabel(windowTitle(), strip);
     caption_->setObjectName("Picture1");
     pin_ = StripButton("PicAutoHide", "Toggle auto hide", QStyle::SP_TitleBarShadeButton, strip);
     pin_->setCheckable(true);
@@ -50,7 +53,7 @@ PanelDock::PanelDock(QWidget* panel, PanelPlace place, QMainWindow& window)
     strip->setFixedHeight(kStripHeight + 2);
     setTitleBarWidget(strip);
 
-    connect(panel, &QWidget::windowTitleChanged, caption_, &QLabel::setText);
+    connect(this, &QWidget::windowTitleChanged, caption_, &QLabel::setText);
     connect(close, &QToolButton::clicked, this, [this] {
         hide();
         emit Closed();

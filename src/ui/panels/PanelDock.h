@@ -25,8 +25,9 @@ struct PanelPlace {
 class PanelDock : public QDockWidget {
     Q_OBJECT
 public:
-    // Shows `panel`, whose window title is the caption, at the place the settings keep.
-    PanelDock(QWidget* panel, PanelPlace place, QMainWindow& window);
+    // Shows `panel` at the place the settings keep. The dock is the window that the language file
+    // labels by `name`, the strip and the panel's controls together.
+    PanelDock(const char* name, const char* caption, QWidget* panel, PanelPlace place, QMainWindow& window);
 
     bool AutoHide() const;
     void SetAutoHide(bool on);

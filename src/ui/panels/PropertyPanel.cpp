@@ -11,11 +11,9 @@
 
 namespace mw {
 
-PropertyPanel::PropertyPanel(const char* name, const char* caption, Project& project, int& middle, EditRunner edit)
+PropertyPanel::PropertyPanel(Project& project, int& middle, EditRunner edit)
     : project_(project), middle_(middle), edit_(std::move(edit)), grid_(new PropertiesGrid(this))
 {
-    setObjectName(name);
-    setWindowTitle(caption);
     grid_->SetMiddleWidth(middle);
 }
 

@@ -21,7 +21,7 @@ public:
     using EditRunner = std::function<void(const std::function<void()>&)>;
 
     // `middle` is the setting that keeps the split of the grid.
-    PropertyPanel(const char* name, const char* caption, Project& project, int& middle, EditRunner edit);
+    PropertyPanel(Project& project, int& middle, EditRunner edit);
 
     PropertiesGrid& Grid() { return *grid_; }
     // Shows the project again once the current event is done, as an edit may have come from

@@ -12,7 +12,7 @@
 namespace mw {
 
 frmProp::frmProp(Project& project, EditRunner edit)
-    : PropertyPanel("frmProp", "Button properties", project, project.Values().PropMiddle, std::move(edit))
+    : PropertyPanel(project, project.Values().PropMiddle, std::move(edit))
 {
     auto* frame = new QGroupBox("Button action");
     frame->setObjectName("Frame1");

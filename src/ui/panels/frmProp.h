@@ -4,7 +4,7 @@
 
 namespace mw {
 
-// "Button properties": the rows of the button selected on the canvas and its action list.
+// The body of "Button properties" (frmProp): the rows of the button selected on the canvas and its action list.
 class frmProp : public PropertyPanel {
     Q_OBJECT
 public:

@@ -13,7 +13,7 @@
 namespace mw {
 
 frmPropMenu::frmPropMenu(Project& project, EditRunner edit)
-    : PropertyPanel("frmPropMenu", "Menu properties", project, project.Values().PropMenuMiddle, std::move(edit))
+    : PropertyPanel(project, project.Values().PropMenuMiddle, std::move(edit))
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(2, 2, 2, 2);

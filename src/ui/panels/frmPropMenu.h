@@ -4,7 +4,7 @@
 
 namespace mw {
 
-// "Menu properties": the rows of the menu on the canvas and its enter and exit lists.
+// The body of "Menu properties" (frmPropMenu): the rows of the menu on the canvas and its enter and exit lists.
 class frmPropMenu : public PropertyPanel {
     Q_OBJECT
 public:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace mw {
 
 class Project;
@@ -12,5 +14,16 @@ bool CanPasteButtons(const Project& project); // something copied and a menu to 
 bool CanCopySize(const Project& project);     // one button selected
 bool CanPasteSize(const Project& project);    // one button selected and a size copied
 bool CanInsertTemplate(const Project& project); // a language set to insert into
+
+// mnuAddMenu: the new-menu dialog, then the new menu is selected. Returns its identifier, empty
+// when cancelled.
+std::string mnuAddMenu(Project& project);
+// mnuRemoveMenu: the menu that holds the selected node.
+void mnuRemoveMenu(Project& project);
+// mnuAddButton: the canvas waits for the rectangle of a new button.
+void mnuAddButton(Project& project);
+// mnuRemoveButton: the buttons of the multi-selection, else the selected button, on the canvas or
+// in the tree.
+void mnuRemoveButton(Project& project);
 
 } // namespace mw
