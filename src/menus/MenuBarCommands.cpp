@@ -23,8 +23,7 @@ bool CanCopyButtons(const Project& project)
 {
     const MenuCanvas& canvas = project.Canvas;
     return MenuOnCanvas(project) &&
-           (canvas.Selected >= 0 ||
-            std::any_of(canvas.Buttons.begin(), canvas.Buttons.end(), [](const CanvasButton& b) { return b.Selected; }));
+           std::any_of(canvas.Buttons.begin(), canvas.Buttons.end(), [](const CanvasButton& b) { return b.Selected; });
 }
 
 bool CanPasteButtons(const Project& project)

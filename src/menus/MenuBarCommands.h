@@ -9,7 +9,7 @@ class Project;
 // When the menu and button commands of the main window may run; the window enables its entries
 // by these, and each reads only the project.
 bool MenuOnCanvas(const Project& project);    // add button, the property panels, export
-bool CanCopyButtons(const Project& project);  // one or more buttons selected
+bool CanCopyButtons(const Project& project);  // one or more buttons in the multi-selection
 bool CanPasteButtons(const Project& project); // something copied and a menu to paste into
 bool CanCopySize(const Project& project);     // one button selected
 bool CanPasteSize(const Project& project);    // one button selected and a size copied

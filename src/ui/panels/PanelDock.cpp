@@ -112,12 +112,13 @@ void PanelDock::Collapse(bool collapsed)
 
 void PanelDock::KeepPlace() const
 {
+    // A docked panel is kept where it stands on the screen, and opens floating there.
     const QPoint origin = window_.geometry().topLeft();
-    const QRect frame = geometry();
-    place_.X = frame.x() - origin.x();
-    place_.Y = frame.y() - origin.y();
-    place_.Width = frame.width();
-    place_.Height = collapsed_ ? fullHeight_ : frame.height();
+    const QPoint at = isFloating() ? geometry().topLeft() : mapToGlobal(QPoint(0, 0));
+    place_.X = at.x() - origin.x();
+    place_.Y = at.y() - origin.y();
+    place_.Width = width();
+    place_.Height = collapsed_ ? fullHeight_ : height();
     place_.Pinned = AutoHide();
 }
 
