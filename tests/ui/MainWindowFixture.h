@@ -11,6 +11,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QPushButton>
+#include <QTest>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QTreeView>
@@ -75,6 +77,20 @@ struct MainWindow {
         return node ? node->Key() : "";
     }
 };
+
+// A control of a window by its name; the test stops when there is none.
+template <typename T> T* Child(QWidget& parent, const char* name)
+{
+    T* child = parent.findChild<T*>(name);
+    if (!child)
+        qFatal("no control %s", name);
+    return child;
+}
+
+inline void Click(QWidget& parent, const char* button)
+{
+    QTest::mouseClick(Child<QPushButton>(parent, button), Qt::LeftButton);
+}
 
 // Runs `act` on the modal dialog once it shows.
 inline void OnNextDialog(const std::function<void(QDialog&)>& act)

@@ -15,6 +15,8 @@
 #include <QTreeWidget>
 
 using namespace mw;
+using mw::test::Child;
+using mw::test::Click;
 
 namespace {
 
@@ -41,19 +43,6 @@ const char* kProject = R"(<DivXMediaManager objectID="1" defaultMenuLanguage="en
 </LanguageMenus>
 </DivXMediaManager>
 )";
-
-template <typename T> T* Child(QWidget& parent, const char* name)
-{
-    T* child = parent.findChild<T*>(name);
-    if (!child)
-        qFatal("no control %s", name);
-    return child;
-}
-
-void Click(QWidget& parent, const char* button)
-{
-    QTest::mouseClick(Child<QPushButton>(parent, button), Qt::LeftButton);
-}
 
 void ClickRow(QListWidget& list, const QString& text)
 {

@@ -17,6 +17,8 @@
 #include <QTreeWidget>
 
 using namespace mw;
+using mw::test::Child;
+using mw::test::Click;
 
 namespace {
 
@@ -61,19 +63,6 @@ struct Window : test::MainWindow {
         return chap;
     }
 };
-
-template <typename T> T* Child(QWidget& parent, const char* name)
-{
-    T* child = parent.findChild<T*>(name);
-    if (!child)
-        qFatal("no control %s", name);
-    return child;
-}
-
-void Click(QWidget& parent, const char* button)
-{
-    QTest::mouseClick(Child<QPushButton>(parent, button), Qt::LeftButton);
-}
 
 void Type(QWidget& parent, const char* field, const QString& text, Qt::KeyboardModifiers keys = Qt::NoModifier)
 {

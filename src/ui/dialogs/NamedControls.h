@@ -2,7 +2,9 @@
 
 #include "media/TrackRow.h"
 
+class QGroupBox;
 class QLabel;
+class QLineEdit;
 class QPushButton;
 class QTreeWidget;
 
@@ -15,5 +17,9 @@ QPushButton* NamedButton(const char* name, const char* text);
 // lstTracks: the columns of a track list, one row per stream.
 QTreeWidget* TrackList();
 void FillTrackList(QTreeWidget& list, const TrackRows& rows);
+
+// The movie preview of a dialog: its controls are here, the player comes later. A dialog that
+// steps through the movie gives its step field.
+QGroupBox* PreviewBox(QLineEdit* txtStepFrames = nullptr);
 
 } // namespace mw

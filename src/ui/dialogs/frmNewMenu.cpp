@@ -17,7 +17,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSlider>
 #include <QVBoxLayout>
 
 #include <functional>
@@ -36,30 +35,6 @@ QLineEdit* NamedEdit(const char* name)
     auto* edit = new QLineEdit;
     edit->setObjectName(name);
     return edit;
-}
-
-// The movie preview of the dialog, all of it off until there is a player.
-QGroupBox* PreviewBox()
-{
-    auto* box = new QGroupBox;
-    box->setObjectName("fraPreview");
-    auto* picture = NamedLabel("picPreview", "");
-    picture->setMinimumSize(240, 180);
-    picture->setFrameShape(QFrame::Box);
-    auto* slider = new QSlider(Qt::Horizontal);
-    slider->setObjectName("Slider1");
-    auto* buttons = new QHBoxLayout;
-    for (auto [name, text] : {std::pair{"Command3", "Play"}, {"Command4", "Stop"}, {"Command5", "<<"}, {"Command6", ">>"}}) {
-        auto* button = NamedButton(name, text);
-        button->setEnabled(false);
-        buttons->addWidget(button);
-    }
-    slider->setEnabled(false);
-    auto* layout = new QVBoxLayout(box);
-    layout->addWidget(picture, 1);
-    layout->addWidget(slider);
-    layout->addLayout(buttons);
-    return box;
 }
 
 } // namespace
@@ -113,8 +88,6 @@ frmNewMenu::frmNewMenu(NewMenuForm& form, Project& project, QWidget* parent)
     framesLayout->addWidget(NamedLabel("Label7", "-"));
     framesLayout->addWidget(txtEndFrame_);
     framesLayout->addWidget(Command10_);
-    framesLayout->addWidget(NamedLabel("lblFrame", form.lblFrame.c_str()));
-    framesLayout->addWidget(NamedLabel("lblTime", form.lblTime.c_str()));
     grid->addWidget(frames, 7, 0, 1, 4);
 
     auto* buttons = new QHBoxLayout;
