@@ -5,6 +5,8 @@
 #include "menus/Actions.h"
 #include "menus/CanvasCommands.h"
 #include "menus/PropertyPanels.h"
+#include "ui/panels/PanelDock.h"
+#include "ui/panels/PropertiesGrid.h"
 
 #include <QComboBox>
 #include <QDockWidget>
@@ -86,6 +88,7 @@ private slots:
     void newMenuThenItsPanelRefusesAudioAsVideoAndRenames();
     void actionListEditedThroughForm2();
     void newLanguageOnceAndRefusedTwice();
+    void panelsPinHideAndKeepTheirPlaces();
 };
 
 void MenuWindowsTest::newMenuThenItsPanelRefusesAudioAsVideoAndRenames()
@@ -201,6 +204,47 @@ void MenuWindowsTest::newLanguageOnceAndRefusedTwice()
         german += GetPropertyInNode(*child, "languageCode") == "de";
     QCOMPARE(german, 1);
     QVERIFY(w.project().FileIsDirty);
+}
+
+void MenuWindowsTest::panelsPinHideAndKeepTheirPlaces()
+{
+    Window w;
+    w.Select("12");
+    auto& dock = static_cast<PanelDock&>(w.Panel("frmPropMenu"));
+    QVERIFY(dock.isVisible());
+    QVERIFY(dock.isFloating());
+
+    // The menu panel starts pinned, as the settings say by default. Unpinned it opens; pinned
+    // again, it shrinks to its strip while the cursor is away.
+    QVERIFY(dock.AutoHide());
+    Click(dock, "PicAutoHide");
+    QVERIFY(!dock.AutoHide());
+    const QRect full = dock.geometry();
+    Click(dock, "PicAutoHide");
+    dock.FollowCursor(full.bottomRight() + QPoint(50, 50));
+    QVERIFY(!dock.widget()->isVisible());
+    QVERIFY(dock.height() < full.height());
+    dock.FollowCursor(dock.geometry().center());
+    QVERIFY(dock.widget()->isVisible());
+    QCOMPARE(dock.height(), full.height());
+
+    const QPoint origin = w.form->geometry().topLeft();
+    dock.FollowCursor(dock.geometry().center());
+    dock.setGeometry(QRect(origin + QPoint(30, 40), QSize(210, 300)));
+    Child<PropertiesGrid>(dock, "Properties1")->SetMiddleWidth(95);
+    dock.FollowCursor(origin - QPoint(500, 500)); // shrunk when the window closes
+    Click(dock, "PicX");
+    QVERIFY(!dock.isVisible());
+    QVERIFY(!w.Action("mnuShowMenuProp")->isChecked());
+
+    QVERIFY(w.form->close());
+    const Settings& values = w.program.Values;
+    QCOMPARE(values.PropMenuX, 30);
+    QCOMPARE(values.PropMenuY, 40);
+    QCOMPARE(values.PropMenuWidth, 210);
+    QCOMPARE(values.PropMenuHeight, 300);
+    QVERIFY(values.PropMenuPined);
+    QCOMPARE(values.PropMenuMiddle, 95);
 }
 
 QTEST_MAIN(MenuWindowsTest)
