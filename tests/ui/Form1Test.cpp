@@ -156,8 +156,9 @@ void Form1Test::openingFillsTheWindowAndCommandsFollowProjectAndSelection()
     QCOMPARE(w.Action("mnuRecent_0")->text(), QString::fromStdString(path));
     QVERIFY(w.Action("mnuRecent_0")->isEnabled());
     QVERIFY(!w.Action("mnuUndo")->isEnabled());
-    QVERIFY(!w.Action("mnuAddMenu")->isEnabled());
-    QVERIFY(!w.Button("Toolbar1", "addLang")->isEnabled());
+    QVERIFY(w.Action("mnuAddMenu")->isEnabled());
+    QVERIFY(w.Button("Toolbar1", "addLang")->isEnabled());
+    QVERIFY(!w.Action("mnuAddButton")->isEnabled()); // no menu on the canvas yet
     QVERIFY(w.form->windowTitle().startsWith("demo.xml - Menuwright ver. "));
 
     QAction* removeTitle = w.Action("mnuRemoveTitle");

@@ -9,11 +9,13 @@
 #include "ui/panels/PropertiesGrid.h"
 
 #include <QComboBox>
+#include <QCursor>
 #include <QDockWidget>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTest>
+#include <QToolButton>
 #include <QTreeWidget>
 
 using namespace mw;
@@ -45,6 +47,11 @@ const char* kProject = R"(<DivXMediaManager objectID="1" defaultMenuLanguage="en
 </LanguageMenus>
 </DivXMediaManager>
 )";
+
+void ClickStrip(QWidget& dock, const char* button)
+{
+    QTest::mouseClick(Child<QToolButton>(dock, button), Qt::LeftButton);
+}
 
 void ClickRow(QListWidget& list, const QString& text)
 {
@@ -217,23 +224,29 @@ void MenuWindowsTest::panelsPinHideAndKeepTheirPlaces()
     // The menu panel starts pinned, as the settings say by default. Unpinned it opens; pinned
     // again, it shrinks to its strip while the cursor is away.
     QVERIFY(dock.AutoHide());
-    Click(dock, "PicAutoHide");
+    ClickStrip(dock, "PicAutoHide");
     QVERIFY(!dock.AutoHide());
+    QTRY_VERIFY(dock.widget()->isVisible() && dock.height() > 100);
     const QRect full = dock.geometry();
-    Click(dock, "PicAutoHide");
-    dock.FollowCursor(full.bottomRight() + QPoint(50, 50));
-    QVERIFY(!dock.widget()->isVisible());
-    QVERIFY(dock.height() < full.height());
-    dock.FollowCursor(dock.geometry().center());
-    QVERIFY(dock.widget()->isVisible());
-    QCOMPARE(dock.height(), full.height());
+    ClickStrip(dock, "PicAutoHide");
+    const QPoint away = full.bottomRight() + QPoint(400, 400);
+    QCursor::setPos(away);
+    QTRY_VERIFY(!dock.widget()->isVisible());
+    QTRY_VERIFY(dock.height() < full.height()); // the window system resizes it in its own time
+    QCursor::setPos(dock.geometry().topLeft() + QPoint(5, 5));
+    QTRY_VERIFY(dock.widget()->isVisible());
+    QTRY_COMPARE(dock.height(), full.height());
 
+    // Placed and split by the user, then shrunk as the window closes.
     const QPoint origin = w.form->geometry().topLeft();
-    dock.FollowCursor(dock.geometry().center());
-    dock.setGeometry(QRect(origin + QPoint(30, 40), QSize(210, 300)));
+    const QRect placed(origin + QPoint(30, 40), QSize(260, 420));
+    QCursor::setPos(placed.center());
+    dock.setGeometry(placed);
+    QTRY_COMPARE(dock.height(), 420);
     Child<PropertiesGrid>(dock, "Properties1")->SetMiddleWidth(95);
-    dock.FollowCursor(origin - QPoint(500, 500)); // shrunk when the window closes
-    Click(dock, "PicX");
+    QCursor::setPos(away);
+    QTRY_VERIFY(!dock.widget()->isVisible());
+    ClickStrip(dock, "PicX");
     QVERIFY(!dock.isVisible());
     QVERIFY(!w.Action("mnuShowMenuProp")->isChecked());
 
@@ -241,8 +254,8 @@ void MenuWindowsTest::panelsPinHideAndKeepTheirPlaces()
     const Settings& values = w.program.Values;
     QCOMPARE(values.PropMenuX, 30);
     QCOMPARE(values.PropMenuY, 40);
-    QCOMPARE(values.PropMenuWidth, 210);
-    QCOMPARE(values.PropMenuHeight, 300);
+    QCOMPARE(values.PropMenuWidth, 260);
+    QCOMPARE(values.PropMenuHeight, 420);
     QVERIFY(values.PropMenuPined);
     QCOMPARE(values.PropMenuMiddle, 95);
 }

@@ -67,7 +67,7 @@ PanelDock::PanelDock(const char* name, const char* caption, QWidget* panel, Pane
     setFloating(true);
     const QPoint origin = window.geometry().topLeft();
     setGeometry(origin.x() + place.X, origin.y() + place.Y, place.Width, place.Height);
-    fullHeight_ = place.Height;
+    fullSize_ = QSize(place.Width, place.Height);
     SetAutoHide(place.Pinned);
 }
 
@@ -103,11 +103,11 @@ void PanelDock::Collapse(bool collapsed)
         return;
     collapsed_ = collapsed;
     if (collapsed)
-        fullHeight_ = height();
+        fullSize_ = size();
     // The strip stays where it is; only the body goes.
     widget()->setVisible(!collapsed);
     if (isFloating())
-        resize(width(), collapsed ? titleBarWidget()->height() : fullHeight_);
+        resize(collapsed ? QSize(fullSize_.width(), titleBarWidget()->height()) : fullSize_);
 }
 
 void PanelDock::KeepPlace() const
@@ -117,8 +117,9 @@ void PanelDock::KeepPlace() const
     const QPoint at = isFloating() ? geometry().topLeft() : mapToGlobal(QPoint(0, 0));
     place_.X = at.x() - origin.x();
     place_.Y = at.y() - origin.y();
-    place_.Width = width();
-    place_.Height = collapsed_ ? fullHeight_ : height();
+    const QSize size = collapsed_ ? fullSize_ : this->size();
+    place_.Width = size.width();
+    place_.Height = size.height();
     place_.Pinned = AutoHide();
 }
 

@@ -31,7 +31,7 @@ public:
 
     bool AutoHide() const;
     void SetAutoHide(bool on);
-    // The place into the settings; a shrunken panel keeps its full height.
+    // The place into the settings; a shrunken panel keeps its full size.
     void KeepPlace() const;
     // Timer1: opens or shrinks a pinned panel as the cursor is inside or away.
     void FollowCursor(const QPoint& cursor);
@@ -49,7 +49,7 @@ private:
     QToolButton* pin_;
     QTimer* timer_;
     bool collapsed_ = false;
-    int fullHeight_ = 0;
+    QSize fullSize_; // the size to open to again
 };
 
 } // namespace mw

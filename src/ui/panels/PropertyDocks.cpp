@@ -40,6 +40,12 @@ PropertyDocks::PropertyDocks(QMainWindow& window, Project& project, MenuBar& men
     propMenuDock_->hide();
 }
 
+PropertyDocks::~PropertyDocks()
+{
+    delete propDock_;
+    delete propMenuDock_;
+}
+
 void PropertyDocks::Refresh()
 {
     frmProp_->Refresh();

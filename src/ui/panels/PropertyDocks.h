@@ -17,6 +17,10 @@ class frmPropMenu;
 class PropertyDocks {
 public:
     PropertyDocks(QMainWindow& window, Project& project, MenuBar& menus, PropertyPanel::EditRunner edit);
+    // The panels go first, while the project they edit is still there.
+    ~PropertyDocks();
+    PropertyDocks(const PropertyDocks&) = delete;
+    PropertyDocks& operator=(const PropertyDocks&) = delete;
 
     // After a command: the panels show the project again and follow their entries.
     void Refresh();
