@@ -76,6 +76,8 @@ Form2::Form2(ActionForm& form, Project& project, QWidget* parent)
     List1_->setObjectName("List1");
     for (const char* type : kActionTypes)
         List1_->addItem(type);
+    // The type names are the choice; none is cut.
+    List1_->setFixedWidth(List1_->sizeHintForColumn(0) + 2 * List1_->frameWidth() + 4);
     for (const TitleListRow& title : form.Lists.lstTitles)
         AddRow(*lstTitles_, {title.TitleID, title.Path});
     for (const MenuListRow& menu : form.Lists.lstMenus)
@@ -96,8 +98,8 @@ Form2::Form2(ActionForm& form, Project& project, QWidget* parent)
     targets->addWidget(lstMenus_, 4, 0);
     targets->addWidget(lstButtons_, 4, 1);
     auto* top = new QHBoxLayout;
-    top->addWidget(List1_, 1);
-    top->addLayout(targets, 4);
+    top->addWidget(List1_);
+    top->addLayout(targets, 1);
     auto* listButtons = new QHBoxLayout;
     for (QPushButton* button : {Command1, Command3, Command2})
         listButtons->addWidget(button);
@@ -138,6 +140,7 @@ Form2::Form2(ActionForm& form, Project& project, QWidget* parent)
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
+    resize(760, 480);
     List1_->setCurrentRow(0);
     List1_Click();
     ShowActions();

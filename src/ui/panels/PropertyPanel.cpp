@@ -38,15 +38,21 @@ QListWidget* PropertyPanel::AddActionList(QBoxLayout& layout, const char* list, 
 {
     auto* names = new QListWidget;
     names->setObjectName(list);
+    // A few actions show at once; the room goes to the grid.
+    names->setMaximumHeight(names->fontMetrics().height() * 3 + 2 * names->frameWidth());
     auto* addButton = NamedButton(add, "Edit...");
     addButton->setToolTip("Add new or edit current action");
     auto* removeButton = NamedButton(remove, "Delete");
     removeButton->setToolTip("Delete current action");
-    auto* buttons = new QHBoxLayout;
+    // The buttons stand beside the list, so that the grid keeps the height.
+    auto* buttons = new QVBoxLayout;
     buttons->addWidget(addButton);
     buttons->addWidget(removeButton);
-    layout.addWidget(names, 1);
-    layout.addLayout(buttons);
+    buttons->addStretch();
+    auto* line = new QHBoxLayout;
+    line->addWidget(names, 1);
+    line->addLayout(buttons);
+    layout.addLayout(line);
     connect(addButton, &QPushButton::clicked, this,
             [this, listName, isButton] { Edit([&] { EditActionList(project_, listName, isButton); }); });
     connect(removeButton, &QPushButton::clicked, this, [this, names, listName, isButton] {

@@ -21,8 +21,8 @@ frmProp::frmProp(Project& project, EditRunner edit)
         AddActionList(*frameLayout, "lstButtonActions", "cmdAddButtonAction", "cmdRemoveButtonAction", "selectAction", true);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(2, 2, 2, 2);
-    layout->addWidget(&Grid(), 2);
-    layout->addWidget(frame, 1);
+    layout->addWidget(&Grid(), 1);
+    layout->addWidget(frame);
     connect(&Grid(), &PropertiesGrid::ValueChanged, this, [this](int row, const QString& value) {
         Edit([&] { PropButton_ValueChanged(project_, row, value.toStdString()); });
     });

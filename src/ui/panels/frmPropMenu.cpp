@@ -17,7 +17,7 @@ frmPropMenu::frmPropMenu(Project& project, EditRunner edit)
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(2, 2, 2, 2);
-    layout->addWidget(&Grid(), 2);
+    layout->addWidget(&Grid(), 1);
     layout->addWidget(NamedLabel("Label1", "enterAction"));
     lstEnter_ = AddActionList(*layout, "lstEnter", "cmdAddMenuAction", "cmdRemoveMenuAction", "enterAction", false);
     layout->addWidget(NamedLabel("Label2", "exitAction"));
