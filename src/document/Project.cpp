@@ -53,8 +53,8 @@ void Project::EnableItems(bool state)
 {
     ItemsEnabled = state;
     for (bool* command : {&Commands.mnuNormalize, &Commands.mnuCheck, &Commands.mnuRefreshTitle,
-                          &Commands.mnuAddButton, &Commands.mnuRemoveTitle, &Commands.mnuRemoveLang,
-                          &Commands.mnuRemoveMenu, &Commands.mnuRemoveButton})
+                          &Commands.mnuRemoveTitle, &Commands.mnuRemoveLang, &Commands.mnuRemoveMenu,
+                          &Commands.mnuRemoveButton})
         *command = state;
 }
 
@@ -140,8 +140,7 @@ bool Project::OpenFile(const std::string& path)
     LoadMediaTracsFromMenuTracs(Doc, Doc.MenuTracks);
     EnableItems(true);
     // These need a selection, and nothing is selected yet.
-    for (bool* command : {&Commands.mnuExportToTemplate, &Commands.mnuInsertTemplate, &Commands.mnuRefreshTitle,
-                          &Commands.mnuAddButton, &Commands.mnuRemoveTitle, &Commands.mnuRemoveButton,
+    for (bool* command : {&Commands.mnuRefreshTitle, &Commands.mnuRemoveTitle, &Commands.mnuRemoveButton,
                           &Commands.mnuRemoveLang, &Commands.mnuRemoveMenu})
         *command = false;
     FileIsNew = false;

@@ -21,27 +21,19 @@ namespace mw {
 
 // The menu commands whose enabled state follows the project; the window shows these values.
 // The commands that EnableItems switches as a group are behind ItemsEnabled instead, except
-// those that the project's steps also switch one by one.
+// those that the project's steps also switch one by one. Those that follow the canvas are
+// rules over it (menus/MenuBarCommands.h).
 struct CommandStates {
     bool mnuUndo = false;
     bool mnuNormalize = false;
     bool mnuCheck = false;
     bool mnuNextNode = false;
     bool mnuPreviusNode = false;
-    bool mnuExportToTemplate = false;
-    bool mnuInsertTemplate = false;
     bool mnuRefreshTitle = false;
-    bool mnuAddButton = false;
     bool mnuRemoveTitle = false;
     bool mnuRemoveButton = false;
     bool mnuRemoveLang = false;
     bool mnuRemoveMenu = false;
-    bool mnuShowButtonProp = false;
-    bool mnuShowMenuProp = false;
-    bool mnuCopyButtons2 = false;
-    bool mnuPasteButtons2 = false;
-    bool mnuCopySize2 = false;
-    bool mnuPasteSize2 = false;
 
     bool operator==(const CommandStates&) const = default;
 };

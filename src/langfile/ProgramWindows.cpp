@@ -6,19 +6,26 @@
 #include "document/ProgramStart.h"
 #include "media/ChapForm.h"
 #include "media/NewTitleForm.h"
+#include "menus/Actions.h"
+#include "menus/LanguageCommands.h"
+#include "menus/MenuForms.h"
 #include "menus/OverlayDialogs.h"
 #include "ui/QtDesignTarget.h"
 #include "ui/QtFormHost.h"
+#include "ui/dialogs/Form2.h"
+#include "ui/dialogs/ListChoiceDialog.h"
 #include "ui/dialogs/ToolPathDialog.h"
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/frmChap.h"
 #include "ui/dialogs/frmCreateOverFromPic.h"
+#include "ui/dialogs/frmNewMenu.h"
 #include "ui/dialogs/frmNewTitle.h"
 #include "ui/dialogs/frmOptions.h"
 #include "ui/mainwindow/Form1.h"
 #include "ui/mainwindow/MenuBar.h"
 #include "ui/panels/frmPropText.h"
 
+#include <QDockWidget>
 #include <QTemporaryDir>
 
 namespace mw {
@@ -65,10 +72,22 @@ std::vector<FormDesign> ProgramWindowDesigns()
     frmPropText propText(project);
     CreateOverFromPicForm overFromPicForm;
     frmCreateOverFromPic overFromPic(overFromPicForm, project);
+    NewMenuForm newMenuForm;
+    frmNewMenu newMenu(newMenuForm, project);
+    NewLangForm newLangForm;
+    ListChoiceDialog newLang("frmNewLang", newLangForm.Caption, newLangForm.Label, newLangForm.Combo1,
+                             ListChoiceDialog::Look::Combo, program.Lang.LangDoc());
+    SelectMenuForm selectMenuForm;
+    ListChoiceDialog selectMenu("frmSelectMenu", selectMenuForm.Caption, selectMenuForm.Label, selectMenuForm.List,
+                                ListChoiceDialog::Look::List, program.Lang.LangDoc());
+    ActionForm actionForm;
+    Form2 action(actionForm, project);
 
     std::vector<FormDesign> designs;
-    for (QWidget* window : std::initializer_list<QWidget*>{&form1, &options, &cliPath, &virtualDubPath, &about,
-                                                           &newTitle, &chap, &propText, &overFromPic})
+    for (QWidget* window : std::initializer_list<QWidget*>{
+             &form1, &options, &cliPath, &virtualDubPath, &about, &newTitle, &chap, &newMenu, &newLang, &selectMenu,
+             &action, &propText, &overFromPic, form1.findChild<QDockWidget*>("frmProp"),
+             form1.findChild<QDockWidget*>("frmPropMenu")})
         designs.push_back(WithoutPlaceholders(ReadFormDesign(*window)));
     return designs;
 }

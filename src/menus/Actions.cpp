@@ -5,7 +5,11 @@
 #include "document/Project.h"
 #include "document/SchemaNodes.h"
 #include "document/TreeQueries.h"
+#include "media/ChapterNodes.h"
+#include "media/mAVIDecs.h"
 #include "menus/CanvasCommands.h"
+
+#include <algorithm>
 
 namespace mw {
 
@@ -91,6 +95,57 @@ bool AcceptActionChoice(Prompt& prompt, const ActionChoice& choice, ActionRow& r
     }
     row.Target1 = choice.ButtonID;
     return true;
+}
+
+bool AddActionRow(Prompt& prompt, ActionForm& form, const ActionChoice& choice)
+{
+    ActionRow row;
+    if (!AcceptActionChoice(prompt, choice, row))
+        return false;
+    const auto selected = static_cast<std::size_t>(form.Selected);
+    if (form.Selected >= 0 && selected < form.lstActions.size()) {
+        row.Tag = form.lstActions[selected].Tag;
+        form.lstActions[selected] = row;
+        return true;
+    }
+    form.lstActions.push_back(row);
+    return true;
+}
+
+void RemoveActionRow(ActionForm& form)
+{
+    const auto selected = static_cast<std::size_t>(form.Selected);
+    if (form.Selected < 0 || selected >= form.lstActions.size())
+        return;
+    form.lstActions.erase(form.lstActions.begin() + form.Selected);
+    form.Selected = std::min(form.Selected, static_cast<int>(form.lstActions.size()) - 1);
+}
+
+TitleTargets LoadTitleTargets(Project& project, const TitleListRow& title)
+{
+    TitleTargets targets;
+    double fps = 0;
+    LoadStreamsToListView(title.Path, targets.Tracks, false, fps, project.Ask());
+    targets.Chapters.push_back({title.TitleID, "", "", "The Title it self"});
+    const DocTree& tree = project.Doc.Tree;
+    const DocNode* node = tree.ObjectNode(title.TitleID);
+    if (!node)
+        return targets;
+    for (const DocNode* chapter : ChapterNodesOf(*node)) {
+        ChapterChoiceRow row{GetPropertyInNode(*chapter, "objectid"), "", "", ""};
+        for (const auto& child : *chapter) {
+            if (EqualsNoCase(child->Text, "MediaTrack") && EqualsNoCase(GetPropertyInNode(*child, "type"), "video")) {
+                row.StartFrame = GetPropertyInNode(*child, "startframe");
+                row.EndFrame = GetPropertyInNode(*child, "endframe");
+                break;
+            }
+        }
+        const DocNode* lookup = tree.ObjectNode(GetPropertyInNode(*chapter, "translationlookupid"));
+        if (const DocNode* translation = ChildNamed(lookup, "Translation"))
+            row.Name = GetPropertyInNode(*translation, "value");
+        targets.Chapters.push_back(std::move(row));
+    }
+    return targets;
 }
 
 std::vector<std::string> ButtonChoices(const DocTree& tree, const std::vector<ActionRow>& rows,
@@ -193,6 +248,27 @@ void EditActionList(Project& project, const std::string& listName, bool isButton
     form.Selected = form.lstActions.empty() ? -1 : 0;
     if (project.Forms().ShowAction(form))
         ApplyActionList(project, listName, isButton, form.lstActions);
+}
+
+void RemoveActionAt(Project& project, const std::string& listName, bool isButton, int index)
+{
+    DocNode* owner = ListOwner(project, isButton);
+    DocTree& tree = project.Doc.Tree;
+    DocNode* list = owner ? tree.ObjectNode(GetPropertyInNode(*owner, listName)) : nullptr;
+    if (!list)
+        return;
+    std::vector<DocNode*> actions;
+    for (const auto& child : *list) {
+        if (child->HasChildren())
+            actions.push_back(child.get());
+    }
+    if (index < 0 || index >= static_cast<int>(actions.size()))
+        return;
+    project.UndoAdd();
+    project.MarkDirty();
+    tree.Remove(*actions[static_cast<std::size_t>(index)]);
+    if (actions.size() == 1)
+        UpdatePropertyInNode(tree, *owner, listName, kNoneMarker, false);
 }
 
 void ActionFromButtonToMenu(Project& project, const std::string& buttonID, const std::string& menuID)

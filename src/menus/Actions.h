@@ -1,6 +1,7 @@
 #pragma once
 
 #include "media/LoadTitlesInForm.h"
+#include "media/TrackRow.h"
 
 #include <array>
 #include <string>
@@ -53,6 +54,25 @@ struct ActionChoice {
 // kind is asked about; for a subtitle, No keeps the action with the track "<none>".
 bool AcceptActionChoice(Prompt& prompt, const ActionChoice& choice, ActionRow& row);
 
+// "Add or update" in the dialog: the checked row replaces the selected one (the row being
+// edited), keeping the action it came from, or is added at the end. False when a check stopped it.
+bool AddActionRow(Prompt& prompt, ActionForm& form, const ActionChoice& choice);
+// Drops the selected row; the row after it, else the one before, is selected.
+void RemoveActionRow(ActionForm& form);
+
+// A title clicked in the dialog: its streams, and its chapters after "The Title it self".
+struct ChapterChoiceRow {
+    std::string ID;
+    std::string StartFrame;
+    std::string EndFrame;
+    std::string Name; // "The Title it self" for the first row
+};
+struct TitleTargets {
+    TrackRows Tracks;
+    std::vector<ChapterChoiceRow> Chapters;
+};
+TitleTargets LoadTitleTargets(Project& project, const TitleListRow& title);
+
 // The buttons that a ButtonTransitionAction may name: those of the menu of the list's latest
 // MenuTransitionAction, else of the given menu; each "id action", or kNoButtonsInMenu alone.
 std::vector<std::string> ButtonChoices(const DocTree& tree, const std::vector<ActionRow>& rows,
@@ -71,6 +91,10 @@ std::string UpdateOrAddActionNode(Project& project, const std::string& actionKey
 // ("enterAction", "exitAction") in the dialog; ApplyActionList is its acceptance.
 void EditActionList(Project& project, const std::string& listName, bool isButton);
 void ApplyActionList(Project& project, const std::string& listName, bool isButton, const std::vector<ActionRow>& rows);
+
+// The panels' "Delete current action": the action at index of the list goes, and the list's row
+// is removed once it holds no action.
+void RemoveActionAt(Project& project, const std::string& listName, bool isButton, int index);
 
 // The button's list becomes one MenuTransitionAction to the menu.
 void ActionFromButtonToMenu(Project& project, const std::string& buttonID, const std::string& menuID);

@@ -72,7 +72,7 @@ std::string AddNewMenu(Project& project, NewMenuForm& form, bool showDialog)
     const std::string startFrame = std::to_string(LeadingNumber(form.txtStartFrame));
     const std::string endFrame = std::to_string(LeadingNumber(form.txtEndFrame));
 
-    const std::string title = name.empty() ? " -> Menu (" + type + ")" : " -> Menu " + name + " (" + type + ")";
+    const std::string title = MenuCommentText(name, type);
     DocNode& comment = tree.AddChild(*language, "", title, "comment");
     comment.Tag = title;
 

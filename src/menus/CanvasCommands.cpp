@@ -86,6 +86,29 @@ void SnapAxis(long& start, long& size, long oldStart, long oldSize, const std::v
 
 } // namespace
 
+void LoadCanvasMenuRows(Project& project, DocNode& menu)
+{
+    CanvasMenuRows& rows = project.Canvas.Menu;
+    rows = {};
+    DocTree& tree = project.Doc.Tree;
+    rows.BackgroundVideoID = GetPropertyInNode(menu, "backgroundvideoid");
+    if (DocNode* track = tree.ObjectNode(rows.BackgroundVideoID)) {
+        rows.MediaSourceID = GetPropertyInNode(*track, "mediasourceid");
+        rows.StartFrame = GetPropertyInNode(*track, "startframe");
+        rows.EndFrame = GetPropertyInNode(*track, "endframe");
+        if (const DocNode* source = tree.ObjectNode(rows.MediaSourceID)) {
+            rows.Location = ResolveLocation(project.Doc.ProjectFile, GetPropertyInNode(*source, "location"));
+            CopyOldButtonsInfo(*source, *track);
+        }
+    }
+    rows.BackgroundAudioID = GetPropertyInNode(menu, "backgroundaudioid");
+    rows.StartingMenuItemID = GetPropertyInNode(menu, "startingmenuitemid");
+    rows.EnterAction = GetPropertyInNode(menu, "enteraction");
+    rows.ExitAction = GetPropertyInNode(menu, "exitaction");
+    rows.MenuType = GetPropertyInNode(menu, "menutype");
+    rows.MenuName = GetPropertyInNode(menu, "menuname");
+}
+
 void ParceMenu(Project& project, DocNode& menu)
 {
     MenuCanvas& canvas = project.Canvas;
@@ -112,24 +135,8 @@ void ParceMenu(Project& project, DocNode& menu)
             canvas.Buttons.push_back(ReadButton(project, *child));
     }
 
-    CanvasMenuRows& rows = canvas.Menu;
-    DocTree& tree = project.Doc.Tree;
-    rows.BackgroundVideoID = GetPropertyInNode(menu, "backgroundvideoid");
-    if (DocNode* track = tree.ObjectNode(rows.BackgroundVideoID)) {
-        rows.MediaSourceID = GetPropertyInNode(*track, "mediasourceid");
-        rows.StartFrame = GetPropertyInNode(*track, "startframe");
-        rows.EndFrame = GetPropertyInNode(*track, "endframe");
-        if (const DocNode* source = tree.ObjectNode(rows.MediaSourceID)) {
-            rows.Location = ResolveLocation(project.Doc.ProjectFile, GetPropertyInNode(*source, "location"));
-            CopyOldButtonsInfo(*source, *track);
-        }
-    }
-    rows.BackgroundAudioID = GetPropertyInNode(menu, "backgroundaudioid");
-    rows.StartingMenuItemID = GetPropertyInNode(menu, "startingmenuitemid");
-    rows.EnterAction = GetPropertyInNode(menu, "enteraction");
-    rows.ExitAction = GetPropertyInNode(menu, "exitaction");
-    rows.MenuType = GetPropertyInNode(menu, "menutype");
-    rows.MenuName = GetPropertyInNode(menu, "menuname");
+    LoadCanvasMenuRows(project, menu);
+    const CanvasMenuRows& rows = canvas.Menu;
 
     std::error_code ec;
     if (!std::filesystem::is_regular_file(rows.Location, ec)) {

@@ -14,6 +14,9 @@ class cDIB;
 // in the background file. A missing background file is said and counted as two streams.
 void ParceMenu(Project& project, DocNode& menu);
 
+// The rows of a menu that the canvas and its panels read, again after one of them changed.
+void LoadCanvasMenuRows(Project& project, DocNode& menu);
+
 // Selects the button at index: the handles go on it, its node is selected and the tools that
 // need a button are enabled (the line width only for a drawn shape).
 void Label1_Click(Project& project, int index);

@@ -75,6 +75,11 @@ std::vector<std::string> LoadAllMenus(const DocTree& tree, const std::string& la
     return ids;
 }
 
+std::string MenuCommentText(const std::string& name, const std::string& type)
+{
+    return " -> Menu" + (name.empty() ? std::string() : " " + name) + " (" + type + ")";
+}
+
 void DeleteMenu(Project& project, const std::string& menuID)
 {
     Document& doc = project.Doc;

@@ -210,11 +210,22 @@ bool IsControl(const QObject& object)
     return true;
 }
 
+constexpr const char* kOwnForm = "menuwrightOwnForm";
+
+bool InNestedForm(const QObject& object, const QWidget& form)
+{
+    for (const QObject* at = &object; at && at != &form; at = at->parent()) {
+        if (at->property(kOwnForm).toBool())
+            return true;
+    }
+    return false;
+}
+
 template <typename Visit>
 void ForEachQtControl(QWidget& form, const Visit& visit)
 {
     for (QObject* object : form.findChildren<QObject*>()) {
-        if (!IsControl(*object))
+        if (!IsControl(*object) || InNestedForm(*object, form))
             continue;
         QtControl control(*object);
         visit(control);
@@ -222,6 +233,11 @@ void ForEachQtControl(QWidget& form, const Visit& visit)
 }
 
 } // namespace
+
+void MarkAsOwnForm(QWidget& panel)
+{
+    panel.setProperty(kOwnForm, true);
+}
 
 std::string QtDesignTarget::FormName() const
 {

@@ -23,6 +23,10 @@ private:
     QWidget& form_;
 };
 
+// A panel placed inside another window keeps a design of its own: the window's design leaves
+// it and its controls out.
+void MarkAsOwnForm(QWidget& panel);
+
 // LoadTextForDesign for a Qt window.
 void LoadTextForDesign(const LangDoc& lang, QWidget& form);
 

@@ -18,6 +18,10 @@ public:
     bool ShowChap(ChapForm& form) override;
     bool ShowCreateOverFromPic(CreateOverFromPicForm& form) override;
     bool ShowOverlayColors(std::array<std::uint32_t, 3>& colors) override;
+    bool ShowNewMenu(NewMenuForm& form) override;
+    bool ShowNewLang(NewLangForm& form) override;
+    bool ShowSelectMenu(SelectMenuForm& form) override;
+    bool ShowAction(ActionForm& form) override;
 
 private:
     Project* project_ = nullptr;

@@ -116,7 +116,7 @@ TEST_F(ProjectTest, YesAtTheUnsavedQuestionSavesFirstNoDropsTheChangeAndCloses)
     EXPECT_TRUE(project.Undo.Empty()); // the history starts anew
 
     Change("menuName3 = dropped");
-    project.Commands.mnuShowButtonProp = true;
+    project.Commands.mnuRemoveMenu = true;
     prompt.Answers.push_back(mw::PromptAnswer::No);
     ASSERT_TRUE(project.CloseOpenFile());
     EXPECT_EQ(ReadAll(work.Path() / "second.xml"), mw::test::kMenuProject);

@@ -135,7 +135,8 @@ void Form1Test::openingFillsTheWindowAndCommandsFollowProjectAndSelection()
     QAction* noOverlays = w.Button("Toolbar1", "NoCreateOverlays");
     QVERIFY(noOverlays->isCheckable());
     QCOMPARE(noOverlays->toolTip(), QString("Dont recreate overlays (del temp must be false)"));
-    QCOMPARE(w.Button("Toolbar1", "addLang")->toolTip(), QString("Add Language Menu (Not available yet)"));
+    QCOMPARE(w.Button("Toolbar1", "addLang")->toolTip(), QString("Add Language Menu"));
+    QCOMPARE(w.Button("Toolbar1", "DivX")->toolTip(), QString("Create the DivX file (Not available yet)"));
     QVERIFY(!w.Button("ToolbarPic", "buttonAdd")->isEnabled());
     const auto documentCommandsAre = [&w](bool enabled) {
         for (const char* name : {"mnuClose", "mnuSave", "mnuSaveAs", "mnuNormalize", "mnuCheck"})
@@ -162,8 +163,9 @@ void Form1Test::openingFillsTheWindowAndCommandsFollowProjectAndSelection()
     QCOMPARE(w.Action("mnuRecent_0")->text(), QString::fromStdString(path));
     QVERIFY(w.Action("mnuRecent_0")->isEnabled());
     QVERIFY(!w.Action("mnuUndo")->isEnabled());
-    QVERIFY(!w.Action("mnuAddMenu")->isEnabled());
-    QVERIFY(!w.Button("Toolbar1", "addLang")->isEnabled());
+    QVERIFY(w.Action("mnuAddMenu")->isEnabled());
+    QVERIFY(w.Button("Toolbar1", "addLang")->isEnabled());
+    QVERIFY(!w.Action("mnuAddButton")->isEnabled()); // no menu on the canvas yet
     QVERIFY(w.form->windowTitle().startsWith("demo.xml - Menuwright ver. "));
 
     QAction* removeTitle = w.Action("mnuRemoveTitle");

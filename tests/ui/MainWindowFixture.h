@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QPushButton>
+#include <QTest>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -78,7 +79,7 @@ struct MainWindow {
     }
 };
 
-// A control of a window by its name; there must be one.
+// A control of a window by its name; the test stops when there is none.
 template <typename T> T* Child(QWidget& parent, const char* name)
 {
     T* child = parent.findChild<T*>(name);

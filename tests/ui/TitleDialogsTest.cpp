@@ -17,6 +17,8 @@
 #include <QTreeWidget>
 
 using namespace mw;
+using mw::test::Child;
+using mw::test::Click;
 
 namespace {
 
@@ -61,9 +63,6 @@ struct Window : test::MainWindow {
         return chap;
     }
 };
-
-using test::Child;
-using test::Click;
 
 void Type(QWidget& parent, const char* field, const QString& text, Qt::KeyboardModifiers keys = Qt::NoModifier)
 {

@@ -1,10 +1,14 @@
 #include "ui/dialogs/NamedControls.h"
 
 #include <QDialog>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QSlider>
 #include <QTreeWidget>
+#include <QVBoxLayout>
 
 namespace mw {
 
@@ -59,6 +63,44 @@ void FillTrackList(QTreeWidget& list, const TrackRows& rows)
              QString::fromStdString(row.Info), QString::fromStdString(row.TrackID),
              QString::fromStdString(row.StartFrame), QString::fromStdString(row.EndFrame)}));
     }
+}
+
+QGroupBox* PreviewBox(QLineEdit* txtStepFrames)
+{
+    auto* box = new QGroupBox;
+    box->setObjectName("fraPreview");
+    auto* picture = NamedLabel("picPreview", "");
+    picture->setMinimumSize(240, 180);
+    picture->setFrameShape(QFrame::Box);
+    auto* slider = new QSlider(Qt::Horizontal);
+    slider->setObjectName("Slider1");
+    slider->setEnabled(false);
+
+    auto* play = NamedButton("Command3", "Play");
+    play->setToolTip("Play");
+    auto* stop = NamedButton("Command4", "Stop");
+    auto* back = NamedButton("Command5", "<<");
+    auto* forward = NamedButton("Command6", ">>");
+    auto* buttons = new QHBoxLayout;
+    for (QPushButton* button : {play, stop, back, forward}) {
+        button->setEnabled(false);
+        buttons->addWidget(button);
+    }
+    if (txtStepFrames) {
+        const QString step = txtStepFrames->text();
+        back->setToolTip("Move backward " + step + " frames");
+        forward->setToolTip("Move forward " + step + " frames");
+        buttons->addWidget(txtStepFrames);
+    }
+    buttons->addWidget(NamedLabel("lblFrame", "0"));
+    buttons->addWidget(NamedLabel("lblTime", "0:00:00"));
+
+    auto* layout = new QVBoxLayout(box);
+    layout->addWidget(picture, 1);
+    layout->addWidget(slider);
+    layout->addLayout(buttons);
+    layout->addWidget(NamedLabel("lblMovieInfo", ""));
+    return box;
 }
 
 } // namespace mw

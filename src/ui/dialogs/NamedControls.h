@@ -4,7 +4,9 @@
 
 class QDialog;
 class QHBoxLayout;
+class QGroupBox;
 class QLabel;
+class QLineEdit;
 class QPushButton;
 class QTreeWidget;
 
@@ -21,5 +23,9 @@ QHBoxLayout* OkCancelRow(QDialog& dialog, QPushButton* ok, QPushButton* cancel, 
 // lstTracks: the columns of a track list, one row per stream.
 QTreeWidget* TrackList();
 void FillTrackList(QTreeWidget& list, const TrackRows& rows);
+
+// The movie preview of a dialog: its controls are here, the player comes later. A dialog that
+// steps through the movie gives its step field.
+QGroupBox* PreviewBox(QLineEdit* txtStepFrames = nullptr);
 
 } // namespace mw

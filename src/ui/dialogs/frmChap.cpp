@@ -18,7 +18,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSlider>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -43,43 +42,6 @@ QRadioButton* NamedOption(const char* name, const char* text, bool checked)
     option->setObjectName(name);
     option->setChecked(checked);
     return option;
-}
-
-// The movie preview: its controls are here, the player comes later.
-QGroupBox* PreviewBox(QLineEdit* txtStepFrames)
-{
-    auto* box = new QGroupBox;
-    box->setObjectName("fraPreview");
-    auto* picture = NamedLabel("picPreview", "");
-    picture->setMinimumSize(240, 180);
-    picture->setFrameShape(QFrame::Box);
-    auto* slider = new QSlider(Qt::Horizontal);
-    slider->setObjectName("Slider1");
-    slider->setEnabled(false);
-
-    auto* play = NamedButton("Command3", "Play");
-    play->setToolTip("Play");
-    auto* stop = NamedButton("Command4", "Stop");
-    const QString step = txtStepFrames->text();
-    auto* back = NamedButton("Command5", "<<");
-    back->setToolTip("Move backward " + step + " frames");
-    auto* forward = NamedButton("Command6", ">>");
-    forward->setToolTip("Move forward " + step + " frames");
-    auto* buttons = new QHBoxLayout;
-    for (QPushButton* button : {play, stop, back, forward}) {
-        button->setEnabled(false);
-        buttons->addWidget(button);
-    }
-    buttons->addWidget(txtStepFrames);
-    buttons->addWidget(NamedLabel("lblFrame", "0"));
-    buttons->addWidget(NamedLabel("lblTime", "0:00:00"));
-
-    auto* layout = new QVBoxLayout(box);
-    layout->addWidget(picture, 1);
-    layout->addWidget(slider);
-    layout->addLayout(buttons);
-    layout->addWidget(NamedLabel("lblMovieInfo", ""));
-    return box;
 }
 
 } // namespace

@@ -19,9 +19,11 @@
 #include "ui/dialogs/frmOptions.h"
 #include "ui/mainwindow/DocTreeModel.h"
 #include "ui/mainwindow/HelpPane.h"
+#include "ui/mainwindow/MenuActions.h"
 #include "ui/mainwindow/PropertiesPane.h"
 #include "ui/mainwindow/ToolbarIcons.h"
 #include "ui/mainwindow/TreePanes.h"
+#include "ui/panels/PropertyDocks.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -108,6 +110,8 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
         resize(static_cast<int>(values.Width / kTwipsPerPixel), static_cast<int>(values.Height / kTwipsPerPixel));
     }
 
+    docks_ = std::make_unique<PropertyDocks>(*this, project_, menus_,
+                                             [this](const std::function<void()>& edit) { ReplaceDocument(edit); });
     panes_->SetSimpleMode(values.SimpleMode);
     FillLanguages();
     ConnectCommands();
@@ -150,6 +154,8 @@ void Form1::ConnectCommands()
     on("mnuCreateChapters", [this] { ReplaceDocument([this] { mnuCreateChapters(project_); }); });
     on("mnuRefreshTitle", [this] { ReplaceDocument([this] { mnuRefreshTitle(project_); }); });
     on("mnuRemoveTitle", [this] { ReplaceDocument([this] { mnuRemoveTitle(project_); }); });
+    for (const MenuAction& action : MenuActions())
+        on(action.Name, [this, run = action.Run] { ReplaceDocument([this, run] { run(project_); }); });
     on("mnuExit", [this] { close(); });
     on("mnuNextNode", [this] { StepSibling(true); });
     on("mnuPreviusNode", [this] { StepSibling(false); });
@@ -275,6 +281,7 @@ void Form1::RefreshCommands()
     rightHolder->setVisible(project_.PanesShown);
     menus_.ApplyStates(project_);
     toolbars_.ApplyStates(project_);
+    docks_->Refresh();
     menus_.FillRecent(project_.RecentFiles(), program_.Lang.LangDoc(), [this](std::size_t index) {
         // Deferred: the entry that was clicked goes away when the list is filled again.
         QTimer::singleShot(0, this,
@@ -300,6 +307,7 @@ void Form1::FillLanguages()
 void Form1::Relabel()
 {
     LoadTextForDesign(program_.Lang.LangDoc(), *this);
+    docks_->Relabel(program_.Lang.LangDoc());
     menus_.AfterRelabel();
     toolbars_.AfterRelabel();
     // The click ticked the item by itself; the tick follows the language that really loaded.
@@ -387,6 +395,7 @@ void Form1::KeepLayout()
     if (splitter_->widget(2)->isVisibleTo(this))
         values.Diax2 = sizes[0] + kSplitterWidth + sizes[1];
     values.SimpleMode = panes_->SimpleMode();
+    docks_->Keep();
     if (!isMaximized() && !isMinimized()) {
         values.Left = static_cast<long>(x()) * kTwipsPerPixel;
         values.Top = static_cast<long>(y()) * kTwipsPerPixel;

@@ -11,6 +11,7 @@
 #include <QMainWindow>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 class QSplitter;
@@ -22,6 +23,7 @@ class CanvasView;
 class DocTreeModel;
 class HelpPane;
 class PropertiesPane;
+class PropertyDocks;
 class TreePanes;
 
 // The main window: a view of one Project. Every command goes to the project; the window shows
@@ -77,6 +79,7 @@ private:
     HelpPane* help_;
     CanvasView* canvas_;
     QSplitter* splitter_;
+    std::unique_ptr<PropertyDocks> docks_;
     std::vector<QAction*> languages_; // mnuLangDef's entries, one per language file
     bool laidOut_ = false;
 };

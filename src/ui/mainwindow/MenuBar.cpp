@@ -1,5 +1,7 @@
 #include "ui/mainwindow/MenuBar.h"
 
+#include "menus/MenuBarCommands.h"
+
 #include <QAction>
 #include <QKeySequence>
 #include <QMainWindow>
@@ -39,24 +41,24 @@ const std::array kEntries{
     MenuEntry{"", "Edit", nullptr, "mnuEdit", S::Submenu},
     MenuEntry{"mnuEdit", "Undo", "Ctrl+Z", "mnuUndo", S::State, &C::mnuUndo},
     Sep("mnuEdit"),
-    MenuEntry{"mnuEdit", "Copy button(s)", nullptr, "mnuCopyButtons2", S::NotYet},
-    MenuEntry{"mnuEdit", "Paste button(s)", nullptr, "mnuPasteButtons2", S::NotYet},
+    MenuEntry{"mnuEdit", "Copy button(s)", nullptr, "mnuCopyButtons2", S::Rule, nullptr, &CanCopyButtons},
+    MenuEntry{"mnuEdit", "Paste button(s)", nullptr, "mnuPasteButtons2", S::Rule, nullptr, &CanPasteButtons},
     Sep("mnuEdit"),
-    MenuEntry{"mnuEdit", "Copy buttons size", "F4", "mnuCopySize2", S::NotYet},
-    MenuEntry{"mnuEdit", "Paste button size", "F5", "mnuPasteSize2", S::NotYet},
+    MenuEntry{"mnuEdit", "Copy buttons size", "F4", "mnuCopySize2", S::Rule, nullptr, &CanCopySize},
+    MenuEntry{"mnuEdit", "Paste button size", "F5", "mnuPasteSize2", S::Rule, nullptr, &CanPasteSize},
 
     MenuEntry{"", "Features", nullptr, "mnuFeatures", S::Submenu},
     MenuEntry{"mnuFeatures", "Add Titles...", "F6", "mnuAddTitle", S::Document},
     MenuEntry{"mnuFeatures", "Create Chapters for Title...", "F9", "mnuCreateChapters", S::Document},
     MenuEntry{"mnuFeatures", "Refresh Title", "Ctrl+F6", "mnuRefreshTitle", S::State, &CommandStates::mnuRefreshTitle},
-    MenuEntry{"mnuFeatures", "Add Language Menus...", nullptr, "mnuAddLang", S::NotYet},
-    MenuEntry{"mnuFeatures", "Add Menu...", "F7", "mnuAddMenu", S::NotYet},
-    MenuEntry{"mnuFeatures", "Add Button", "F8", "mnuAddButton", S::NotYet},
+    MenuEntry{"mnuFeatures", "Add Language Menus...", nullptr, "mnuAddLang", S::Document},
+    MenuEntry{"mnuFeatures", "Add Menu...", "F7", "mnuAddMenu", S::Document},
+    MenuEntry{"mnuFeatures", "Add Button", "F8", "mnuAddButton", S::Rule, nullptr, &MenuOnCanvas},
     Sep("mnuFeatures"),
     MenuEntry{"mnuFeatures", "Remove Title", "Shift+F6", "mnuRemoveTitle", S::State, &CommandStates::mnuRemoveTitle},
-    MenuEntry{"mnuFeatures", "Remove Language Menus", nullptr, "mnuRemoveLang", S::NotYet},
-    MenuEntry{"mnuFeatures", "Remove Menu", "Shift+F7", "mnuRemoveMenu", S::NotYet},
-    MenuEntry{"mnuFeatures", "Remove Button", "Shift+F8", "mnuRemoveButton", S::NotYet},
+    MenuEntry{"mnuFeatures", "Remove Language Menus", nullptr, "mnuRemoveLang", S::State, &C::mnuRemoveLang},
+    MenuEntry{"mnuFeatures", "Remove Menu", "Shift+F7", "mnuRemoveMenu", S::State, &C::mnuRemoveMenu},
+    MenuEntry{"mnuFeatures", "Remove Button", "Shift+F8", "mnuRemoveButton", S::State, &C::mnuRemoveButton},
     Sep("mnuFeatures"),
     MenuEntry{"mnuFeatures", "Create DivX", "F12", "mnuCreateDivX", S::Document},
 
@@ -64,8 +66,8 @@ const std::array kEntries{
     MenuEntry{"mnuView", "Simple mode", nullptr, "mnuSimpleMode"},
     MenuEntry{"mnuView", "Expert Mode", nullptr, "mnuExpertMode"},
     Sep("mnuView"),
-    MenuEntry{"mnuView", "Menu properties", nullptr, "mnuShowMenuProp", S::NotYet},
-    MenuEntry{"mnuView", "Button properties", nullptr, "mnuShowButtonProp", S::NotYet},
+    MenuEntry{"mnuView", "Menu properties", nullptr, "mnuShowMenuProp", S::Rule, nullptr, &MenuOnCanvas, true},
+    MenuEntry{"mnuView", "Button properties", nullptr, "mnuShowButtonProp", S::Rule, nullptr, &MenuOnCanvas, true},
     MenuEntry{"mnuView", "Rulers in menu", nullptr, "mnuViewRullers"},
     Sep("mnuView"),
     MenuEntry{"mnuView", "Previous node", "F2", "mnuPreviusNode", S::State, &CommandStates::mnuPreviusNode},
@@ -79,8 +81,8 @@ const std::array kEntries{
     MenuEntry{"mnuTools", "Menu for Audio/Subtitles setup...", nullptr, "mnuSetup", S::NotYet},
     MenuEntry{"mnuTools", "Buttons from DVDSubEdit...", nullptr, "mnuButtonsFromDVDSubEdit", S::NotYet},
     Sep("mnuTools"),
-    MenuEntry{"mnuTools", "Export menu to template...", nullptr, "mnuExportToTemplate", S::NotYet},
-    MenuEntry{"mnuTools", "Insert menu template...", nullptr, "mnuInsertTemplate", S::NotYet},
+    MenuEntry{"mnuTools", "Export menu to template...", nullptr, "mnuExportToTemplate", S::Rule, nullptr, &MenuOnCanvas},
+    MenuEntry{"mnuTools", "Insert menu template...", nullptr, "mnuInsertTemplate", S::Rule, nullptr, &CanInsertTemplate},
     Sep("mnuTools"),
     MenuEntry{"mnuTools", "Sub2DivX (Add subtitles)", nullptr, "mnuSrt2Divx", S::Always},
 
@@ -123,6 +125,7 @@ MenuBar::MenuBar(QMainWindow& window)
         action->setObjectName(entry.Name);
         if (entry.Shortcut)
             action->setShortcut(QKeySequence(entry.Shortcut));
+        action->setCheckable(entry.Checkable);
         if (entry.Source == CommandSource::NotYet) {
             action->setToolTip(NotAvailableYet({}));
             action->setEnabled(false);
@@ -175,6 +178,9 @@ void MenuBar::ApplyStates(const Project& project)
             break;
         case CommandSource::State:
             enabled = project.Commands.*entry.State;
+            break;
+        case CommandSource::Rule:
+            enabled = entry.Rule(project);
             break;
         case CommandSource::NotYet:
             enabled = false;

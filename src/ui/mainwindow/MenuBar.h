@@ -30,6 +30,7 @@ enum class CommandSource {
     Always,   // a command that needs no project
     Document, // EnableItems: on while a project is open
     State,    // one of the project's command states
+    Rule,     // a rule over the project's state
     NotYet,   // its command is not in the program yet: shown, always off
     Submenu,  // a menu holding the entries that name it
 };
@@ -42,6 +43,8 @@ struct MenuEntry {
     const char* Name;     // the control name, which is the Qt object name
     CommandSource Source = CommandSource::Always;
     bool CommandStates::*State = nullptr;
+    bool (*Rule)(const Project&) = nullptr;
+    bool Checkable = false;
 };
 
 // The whole menu bar of the main window, in order.
