@@ -9,6 +9,7 @@
 #include "media/NewProject.h"
 #include "media/NewTitleForm.h"
 #include "media/TitleNodes.h"
+#include "menus/Actions.h"
 #include "menus/AddNewMenu.h"
 #include "menus/Buttons.h"
 #include "menus/CanvasCommands.h"
@@ -73,8 +74,8 @@ private:
     fs::path path_;
 };
 
-// The start menu over the same movie, with a button for each special overlay, so that the demo
-// opens on a menu to edit.
+// The start menu over the same movie, with a button for each special overlay that plays the
+// title, so that the demo opens on a menu to edit and checks clean.
 bool AddDemoMenu(Project& project, const fs::path& movie, const fs::path& programFolder)
 {
     NewMenuForm form;
@@ -92,10 +93,22 @@ bool AddDemoMenu(Project& project, const fs::path& movie, const fs::path& progra
     ParceMenu(project, project.Doc.Tree.Item("k" + menu));
     if (DocNode* source = project.Doc.Tree.ObjectNode(project.Canvas.Menu.MediaSourceID))
         UpdatePropertyInNode(project.Doc.Tree, *source, "location", movie.filename().string(), false);
+    const std::vector<DocNode*> titles = TitleNodes(project.Doc);
+    if (titles.empty())
+        return false;
+    ActionChoice play;
+    play.Type = "PlayAction";
+    play.TitleID = ObjectIdOf(*titles.front());
+    play.ChapterID = play.TitleID;
+    ActionRow row;
+    if (!AcceptActionChoice(project.Ask(), play, row))
+        return false;
     const char* overlays[] = {"|Rectangle", "|Oval", "|Shape1"};
-    for (long i = 0; i < 3; ++i) {
+    for (int i = 0; i < 3; ++i) {
         if (AddButtonToMenu(project, {"", 40, 70 + 60 * i, 150, 36}, overlays[i]).empty())
             return false;
+        Label1_Click(project, i);
+        ApplyActionList(project, "selectAction", true, {row});
     }
     return true;
 }

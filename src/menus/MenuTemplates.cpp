@@ -104,8 +104,17 @@ std::string ReadTemplateMenu(const DocTree& aside, TemplateMenu& read)
     return "";
 }
 
-// Copies the content of template elements into the project, each identifier of the template
-// replaced by the one its copy got.
+// The references that follow the copy: the four remote-control links, and the action lists that
+// the menu and its buttons own (their elements get fresh identifiers too). What an action leads
+// to stays as the template wrote it.
+bool FollowsTheCopy(const std::string& row)
+{
+    return IsOneOf(RowName(row),
+                   {"upAction", "downAction", "leftAction", "rightAction", "selectAction", "enterAction", "exitAction"});
+}
+
+// Copies the content of template elements into the project: each element gets a fresh
+// identifier, and the links and action lists follow their copies.
 class TemplateCopy {
 public:
     explicit TemplateCopy(Document& doc) : doc_(doc), tree_(doc.Tree) {}
@@ -150,7 +159,7 @@ private:
     std::string Mapped(const std::string& row) const
     {
         const std::string value = RowValue(row);
-        const auto found = IsReferenceRow(row) ? NewID.find(value) : NewID.end();
+        const auto found = FollowsTheCopy(row) ? NewID.find(value) : NewID.end();
         return found == NewID.end() ? value : found->second;
     }
 
@@ -262,7 +271,7 @@ std::string LoadXmlTemplate(Project& project, const std::string& path, DocNode& 
 
     copy.CopyContent(*read.Menu, menu,
                      {"objectID", "backgroundVideoID", "backgroundAudioID", "startFrame", "endFrame", "menuType",
-                      "menuName"},
+                      "menuName", "startingMenuItemID"},
                      "ButtonMenu");
     for (std::size_t i = 0; i < read.Buttons.size(); ++i) {
         const DocNode* button = read.Buttons[i].first;
@@ -274,6 +283,44 @@ std::string LoadXmlTemplate(Project& project, const std::string& path, DocNode& 
     ParceMenu(project, menu);
     tree.Select(&menu);
     return menuID;
+}
+
+// The file dialog of both template commands, in the program folder's Templates (made if missing).
+std::optional<std::string> AskTemplateFile(Project& project, bool forSaving)
+{
+    const fs::path folder = project.ProgramFolder() / "Templates";
+    std::error_code ignored;
+    fs::create_directories(folder, ignored);
+    FileDialogRequest request;
+    request.Filter = "*.xml|*.xml";
+    request.DefaultExt = "xml";
+    request.InitialDir = folder.string();
+    if (forSaving) {
+        request.OverwritePrompt = true;
+        return project.Ask().SaveFile(request);
+    }
+    std::vector<std::string> chosen = project.Ask().OpenFiles(request);
+    if (chosen.empty())
+        return std::nullopt;
+    return chosen.front();
+}
+
+bool mnuExportToTemplate(Project& project)
+{
+    const std::string menuID = project.Canvas.CurrentMenuID;
+    if (menuID.empty())
+        return false;
+    const std::optional<std::string> path = AskTemplateFile(project, true);
+    return path && mnuExportToTemplate(project, menuID, *path);
+}
+
+std::string mnuInsertTemplate(Project& project)
+{
+    DocNode* languageMenus = TemplateLanguageSet(project.Doc.Tree);
+    if (!languageMenus)
+        return "";
+    const std::optional<std::string> path = AskTemplateFile(project, false);
+    return path ? LoadXmlTemplate(project, *path, *languageMenus) : "";
 }
 
 } // namespace mw

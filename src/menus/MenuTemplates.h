@@ -2,6 +2,7 @@
 
 #include "document/DocTree.h"
 
+#include <optional>
 #include <string>
 
 namespace mw {
@@ -19,10 +20,18 @@ bool mnuExportToTemplate(Project& project, const std::string& menuID, const std:
 DocNode* TemplateLanguageSet(const DocTree& tree);
 
 // Reads a template into a language set as a new menu, as one undo step. The menu, its buttons
-// and their actions get fresh identifiers; navigation, the starting button and actions that point
-// inside the template follow them, and every other reference stays as written. The canvas shows
+// and their actions get fresh identifiers; the four navigation links and the action lists follow
+// them, what an action leads to stays as written (check reports what dangles), and the new menu
+// starts on its first button. The canvas shows
 // the new menu. Returns its identifier; empty when the file is missing, does not parse or is no
 // menu template (said through the prompt), and then the project is as it was.
 std::string LoadXmlTemplate(Project& project, const std::string& path, DocNode& languageMenus);
+
+// The commands of the Tools menu: the same, with the file asked for in the program folder's
+// Templates. Export takes the menu on the canvas; insert goes into the language set of the
+// selection. A cancelled dialog changes nothing.
+std::optional<std::string> AskTemplateFile(Project& project, bool forSaving);
+bool mnuExportToTemplate(Project& project);
+std::string mnuInsertTemplate(Project& project);
 
 } // namespace mw

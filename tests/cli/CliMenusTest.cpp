@@ -72,7 +72,8 @@ TEST_F(CliMenus, TwoLanguagesWithMenusFromAMovieAndFromAMenuCheckClean)
     EXPECT_EQ(check.Exit, 0);
     EXPECT_EQ(check.Out, "Checking complete with no errors\n");
 
-    // The menu as a template, inserted twice: the ring and the actions of each copy stay inside it.
+    // The menu as a template, inserted twice: each copy has its own ring and action lists, whose
+    // actions still lead where the original's did.
     ASSERT_EQ(Run("export-template project.xml 15 -o main.xml").Exit, 0);
     EXPECT_EQ(On("insert-template", "main.xml --lang en").Out, "57\n");
     EXPECT_EQ(On("insert-template", "main.xml").Out, "83\n");
@@ -80,7 +81,8 @@ TEST_F(CliMenus, TwoLanguagesWithMenusFromAMovieAndFromAMenuCheckClean)
     for (const char* line :
          {"  menu 57 type=title name=Main video=59 audio=60 start-button=61\n",
           "    button 61 rect=10,10,100,30 upAction=67 downAction=64 leftAction=none rightAction=none\n",
-          "      select 76: MenuTransitionAction menuID=57; ButtonTransitionAction buttonMenuID=61;\n"})
+          "      select 76: MenuTransitionAction menuID=15; ButtonTransitionAction buttonMenuID=37;\n",
+          "    exit 79: MenuTransitionAction menuID=15;\n"})
         EXPECT_NE(copies.find(line), std::string::npos) << line << copies;
     EXPECT_EQ(Run("check project.xml").Out, "Checking complete with no errors\n");
 

@@ -136,7 +136,7 @@ void Form1Test::openingFillsTheWindowAndCommandsFollowProjectAndSelection()
     QVERIFY(noOverlays->isCheckable());
     QCOMPARE(noOverlays->toolTip(), QString("Dont recreate overlays (del temp must be false)"));
     QCOMPARE(w.Button("Toolbar1", "addLang")->toolTip(), QString("Add Language Menu"));
-    QCOMPARE(w.Button("Toolbar1", "DivX")->toolTip(), QString("Create the DivX file (Not available yet)"));
+    QCOMPARE(w.Button("Toolbar1", "DivX")->toolTip(), QString("Create the DivX file"));
     QVERIFY(!w.Button("ToolbarPic", "buttonAdd")->isEnabled());
     const auto documentCommandsAre = [&w](bool enabled) {
         for (const char* name : {"mnuClose", "mnuSave", "mnuSaveAs", "mnuNormalize", "mnuCheck"})

@@ -14,7 +14,6 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
 #include <QTreeView>
 

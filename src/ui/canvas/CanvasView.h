@@ -39,6 +39,8 @@ public:
     // The document was replaced or rolled back: the next node shown parses its menu again.
     void ForgetShownMenu();
     void SetRulersShown(bool shown);
+    // Shows the canvas model again, e.g. after the text panel rewrote an overlay.
+    void Refresh();
 
     // A command that changes the document; the canvas shows the outcome.
     void Run(const std::function<void()>& command);
@@ -59,7 +61,6 @@ private:
     void StepFrame(long step);
     void AskFrame();
     void ShowFrame();
-    void Refresh();
     int SelectionCount() const;
 
     Project& project_;

@@ -24,6 +24,7 @@
 #include "ui/mainwindow/ToolbarIcons.h"
 #include "ui/mainwindow/TreePanes.h"
 #include "ui/panels/PropertyDocks.h"
+#include "ui/panels/frmPropText.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -112,6 +113,7 @@ Form1::Form1(ProgramState& program, Prompt& prompt, FormHost& forms, QWidget* pa
 
     docks_ = std::make_unique<PropertyDocks>(*this, project_, menus_,
                                              [this](const std::function<void()>& edit) { ReplaceDocument(edit); });
+    connect(&docks_->TextPanel(), &frmPropText::OverlayChanged, canvas_, &CanvasView::Refresh);
     panes_->SetSimpleMode(values.SimpleMode);
     FillLanguages();
     ConnectCommands();

@@ -4,6 +4,7 @@
 #include "menus/Buttons.h"
 #include "menus/LanguageCommands.h"
 #include "menus/MenuBarCommands.h"
+#include "menus/MenuTemplates.h"
 #include "ui/mainwindow/MenuBar.h"
 
 #include <array>
@@ -11,17 +12,6 @@
 namespace mw {
 
 namespace {
-
-// LEAD: at merge, each of these two becomes the one call of the template commands of src/menus/.
-void ExportToTemplate(Project& project)
-{
-    project.Ask().Message(kNotAvailableYet);
-}
-
-void InsertTemplate(Project& project)
-{
-    project.Ask().Message(kNotAvailableYet);
-}
 
 const std::array kActions{
     MenuAction{"mnuAddLang", &mnuAddLang},
@@ -34,8 +24,8 @@ const std::array kActions{
     MenuAction{"mnuPasteButtons2", &mnuPasteButtons},
     MenuAction{"mnuCopySize2", &mnuCopySize},
     MenuAction{"mnuPasteSize2", &mnuPasteSize},
-    MenuAction{"mnuExportToTemplate", &ExportToTemplate},
-    MenuAction{"mnuInsertTemplate", &InsertTemplate},
+    MenuAction{"mnuExportToTemplate", [](Project& project) { mnuExportToTemplate(project); }},
+    MenuAction{"mnuInsertTemplate", [](Project& project) { mnuInsertTemplate(project); }},
 };
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "ui/panels/PanelDock.h"
 #include "ui/panels/frmProp.h"
 #include "ui/panels/frmPropMenu.h"
+#include "ui/panels/frmPropText.h"
 
 #include <QAction>
 
@@ -24,7 +25,8 @@ void Bind(PanelDock& dock, QAction& entry)
 } // namespace
 
 PropertyDocks::PropertyDocks(QMainWindow& window, Project& project, MenuBar& menus, PropertyPanel::EditRunner edit)
-    : menus_(menus), frmProp_(new frmProp(project, edit)), frmPropMenu_(new frmPropMenu(project, edit))
+    : project_(project), menus_(menus), frmProp_(new frmProp(project, edit)),
+      frmPropMenu_(new frmPropMenu(project, edit)), frmPropText_(new frmPropText(project))
 {
     Settings& values = project.Values();
     propDock_ = new PanelDock(
@@ -33,17 +35,21 @@ PropertyDocks::PropertyDocks(QMainWindow& window, Project& project, MenuBar& men
                                   {values.PropMenuX, values.PropMenuY, values.PropMenuWidth, values.PropMenuHeight,
                                    values.PropMenuPined},
                                   window);
+    propTextDock_ = new PanelDock("frmPropText", " Text Overlay Propepties", frmPropText_,
+                                  {values.PropTextX, values.PropTextY, textWidth_, textHeight_, textPinned_}, window);
     Relabel(project.Lang());
     Bind(*propDock_, *menus.Action("mnuShowButtonProp"));
     Bind(*propMenuDock_, *menus.Action("mnuShowMenuProp"));
     propDock_->hide();
     propMenuDock_->hide();
+    propTextDock_->hide();
 }
 
 PropertyDocks::~PropertyDocks()
 {
     delete propDock_;
     delete propMenuDock_;
+    delete propTextDock_;
 }
 
 void PropertyDocks::Refresh()
@@ -54,18 +60,24 @@ void PropertyDocks::Refresh()
         const QAction* entry = menus_.Action(name);
         dock->setVisible(entry->isEnabled() && entry->isChecked());
     }
+    const bool text = project_.Overlays.TextPanelVisible && !project_.Canvas.CurrentMenuID.empty();
+    if (text)
+        frmPropText_->LoadFromProject();
+    propTextDock_->setVisible(text);
 }
 
 void PropertyDocks::Relabel(const LangDoc& lang)
 {
     LoadTextForDesign(lang, *propDock_);
     LoadTextForDesign(lang, *propMenuDock_);
+    LoadTextForDesign(lang, *propTextDock_);
 }
 
 void PropertyDocks::Keep() const
 {
     propDock_->KeepPlace();
     propMenuDock_->KeepPlace();
+    propTextDock_->KeepPlace();
     frmProp_->KeepSplit();
     frmPropMenu_->KeepSplit();
 }
