@@ -1,7 +1,6 @@
 #include "ui/canvas/MenuPicture.h"
 
 #include "document/Project.h"
-#include "menus/Buttons.h"
 #include "menus/CanvasCommands.h"
 #include "menus/OverlayAttributes.h"
 #include "render/cDIB.h"
@@ -384,12 +383,6 @@ void MenuPicture::keyPressEvent(QKeyEvent* event)
     switch (event->key()) {
     case Qt::Key_Delete:
         view_.DeleteSelection();
-        return;
-    case Qt::Key_F4:
-        view_.Run([this] { mnuCopySize(project_); });
-        return;
-    case Qt::Key_F5:
-        view_.Run([this] { mnuPasteSize(project_); });
         return;
     default:
         break;

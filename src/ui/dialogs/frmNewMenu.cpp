@@ -1,13 +1,16 @@
 #include "ui/dialogs/frmNewMenu.h"
 
 #include "build/MenuFromPictures.h"
+#include "build/OutsideMenuVideo.h"
 #include "core/Paths.h"
 #include "core/settings/clsIniFile.h"
 #include "document/Project.h"
 #include "menus/MenuForms.h"
 #include "ui/QtDesignTarget.h"
 #include "ui/dialogs/ComboBoxView.h"
+#include "ui/dialogs/BuildLogWindow.h"
 #include "ui/dialogs/NamedControls.h"
+#include "ui/dialogs/ToolPathDialog.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -105,8 +108,7 @@ frmNewMenu::frmNewMenu(NewMenuForm& form, Project& project, QWidget* parent)
             [this] { Apply([this] { Combo2_Click(form_, project_.Doc.Tree); }); });
     connect(Combo3_, &QComboBox::currentIndexChanged, this, [this] { Combo3_->setToolTip(Q(Combo3ToolTip(form_))); });
     connect(fromAvi, &QPushButton::clicked, this, [this] { Apply([this] { LoadMovieForMenu(project_, form_, ""); }); });
-    connect(fromPicture, &QPushButton::clicked, this,
-            [this] { Apply([this] { MenuVideoFromPictures(project_, form_, nullptr); }); });
+    connect(fromPicture, &QPushButton::clicked, this, [this] { Apply([this] { FromPictures(); }); });
     connect(Command8, &QPushButton::clicked, this, [this] { Apply([this] { Command8_Click(project_, form_); }); });
     connect(Command9, &QPushButton::clicked, this, [this] { Command9_Click(project_); });
     connect(Command10_, &QPushButton::clicked, this, [this] { Apply([this] { Command10_Click(project_, form_); }); });
@@ -163,6 +165,20 @@ void frmNewMenu::ShowForm()
     txtEndFrame_->setToolTip(Q(form_.txtEndFrameToolTip));
     cmdOK_->setEnabled(form_.cmdOKEnabled);
     Command10_->setEnabled(form_.Command10Enabled);
+}
+
+// The menu video from pictures by the method of the options; a missing outside tool is asked for
+// (or the built-in encoder taken instead), and a failed tool leaves its log window open.
+void frmNewMenu::FromPictures()
+{
+    clsIniFile ini(SettingsFilePath(project_.ProgramFolder()).string());
+    StartWithLogWindow(this, [this, &ini](ToolRunner& runner, BuildLog& log) {
+        MenuVideoTools tools{runner, log, project_.ProgramFolder(), [this, &ini](int method) {
+                                 return AskForTool(method, project_.Values(), ini, project_.Ask(), this);
+                             }};
+        return MenuVideoFromPictures(project_, form_, &tools) ||
+               project_.Values().MethodForPicToMenu == kPicToMenuBuiltIn;
+    });
 }
 
 } // namespace mw

@@ -26,6 +26,7 @@ private:
     // Runs a rule of the form with the typed fields read, then shows the form.
     void Apply(const std::function<void()>& rule);
     void ShowForm();
+    void FromPictures();
 
     NewMenuForm& form_;
     Project& project_;
