@@ -51,6 +51,8 @@ constexpr int kSplitterWidth = 6;
 constexpr int kCanvasMinimumWidth = 40;
 constexpr int kAutoSaveIntervalMs = 60000;
 constexpr qreal kFirstStartShare = 0.8;
+// How far below the top of the canvas the panels stand at the first start: under ToolbarPic.
+constexpr int kFirstStartPanelsTop = 48;
 
 } // namespace
 
@@ -226,12 +228,16 @@ void Form1::OpenStartProject()
     if (start.empty())
         return;
     ReplaceDocument([this, &start] { project_.OpenFile(start.string()); });
-    // The project opens on its first language's starting menu, so that the canvas shows it.
+    // The project opens on its first language's starting menu and button, so that the canvas
+    // shows them with the button's handles and properties.
     const DocTree& tree = project_.Doc.Tree;
     const DocNode* language = tree.Empty() ? nullptr : ChildNamed(tree.Root(), "LanguageMenus");
     DocNode* menu = language ? tree.ObjectNode(GetPropertyInNode(*language, "startingmenuid")) : nullptr;
-    if (menu && !tree.Selected())
-        panes_->SelectInTreeView1(menu);
+    if (!menu || tree.Selected())
+        return;
+    panes_->SelectInTreeView1(menu);
+    if (DocNode* button = tree.ObjectNode(GetPropertyInNode(*menu, "startingmenuitemid")))
+        panes_->SelectInTreeView1(button);
 }
 
 void Form1::ReplaceDocument(const std::function<void()>& command)
@@ -386,6 +392,10 @@ void Form1::ApplyLayout()
     const int middle = program_.FirstStart ? room - left
                                            : static_cast<int>(values.Diax2 - values.Diax) - kSplitterWidth;
     splitter_->setSizes({left, std::max(1, middle), std::max(1, room - middle)});
+    // The panels' default places were made for a smaller window and would cover the tree: at
+    // the first start they stand inside the canvas's right edge, below its tool bar.
+    if (program_.FirstStart)
+        docks_->LineUpAt(splitter_->mapToGlobal(QPoint(left + kSplitterWidth + middle, kFirstStartPanelsTop)));
 }
 
 void Form1::KeepLayout()

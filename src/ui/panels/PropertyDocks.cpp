@@ -9,6 +9,7 @@
 #include "ui/panels/frmPropText.h"
 
 #include <QAction>
+#include <QPoint>
 
 namespace mw {
 
@@ -64,6 +65,17 @@ void PropertyDocks::Refresh()
     if (text)
         frmPropText_->LoadFromProject();
     propTextDock_->setVisible(text);
+}
+
+void PropertyDocks::LineUpAt(const QPoint& topRight)
+{
+    const QPoint menuAt(topRight.x() - propMenuDock_->width(), topRight.y());
+    propMenuDock_->move(menuAt);
+    // A pinned panel is mostly its strip: the next one stands right under that.
+    const int menuHeight = propMenuDock_->AutoHide() ? propMenuDock_->titleBarWidget()->height() : propMenuDock_->height();
+    const QPoint buttonAt(topRight.x() - propDock_->width(), menuAt.y() + menuHeight);
+    propDock_->move(buttonAt);
+    propTextDock_->move(buttonAt.x() - propTextDock_->width(), buttonAt.y());
 }
 
 void PropertyDocks::Relabel(const LangDoc& lang)

@@ -3,6 +3,7 @@
 #include "ui/panels/PropertyPanel.h"
 
 class QMainWindow;
+class QPoint;
 
 namespace mw {
 
@@ -29,6 +30,9 @@ public:
     void Relabel(const LangDoc& lang);
     // At exit: places, sizes, pins and splits into the settings.
     void Keep() const;
+    // Floats the panels one under the other with their right edges at `topRight` (screen
+    // coordinates), the text panel beside the button panel.
+    void LineUpAt(const QPoint& topRight);
     // The text overlay panel, whose edits repaint the canvas.
     frmPropText& TextPanel() const { return *frmPropText_; }
 
