@@ -237,11 +237,12 @@ bool SaveTreeToFile(DocTree& tree, const std::string& path, std::string& error, 
         error = writer.Error;
         return false;
     }
-    // The root's own content is found by the text of each node's parent; a node beside the root
-    // has no parent and is left out.
+    // The root's own content is its children; a node beside the root has no parent and is left
+    // out. An element deeper down that is named like the root stays where it is: taking it for
+    // the root would write its content twice and the file could not be opened again.
     for (std::size_t i = 1; i < nodes.size(); ++i) {
         DocNode& node = *nodes[i];
-        if (!node.Parent() || node.Parent()->Text != root.Text)
+        if (node.Parent() != &root)
             continue;
         const bool written = node.HasChildren() ? writer.WriteElement(node, rootElement, TagPadding::None)
                                                 : writer.WriteRow(node, rootElement);

@@ -57,6 +57,7 @@ TEST(SaveTreeToFile, WritesTheTreeByItsRules)
     DocNode& source = Element(tree, &title, "k7", "MediaSource");
     Row(tree, source, "objectID = 7");
     Row(tree, source, "location = C:\\a=b.avi");
+    Row(tree, Element(tree, &title, "k9", "DivXMediaManager"), "objectID = 9"); // named like the root
     Row(tree, title, "value = say \"hi\" & <go>");
     Element(tree, &title, "k8", "Emptied");
     tree.Add(nullptr, Relationship::Last, "c1", "beside", "comment").Tag = "beside";
@@ -74,6 +75,7 @@ TEST(SaveTreeToFile, WritesTheTreeByItsRules)
                   R"(			<!-- hand note -->)",
                   R"(			<!-- w = 1 -->)",
                   R"(			<MediaSource objectID="7" location="C:\a=b.avi" />)",
+                  R"(			<DivXMediaManager objectID="9" />)",
                   R"(		</Title>)",
                   R"(	</Media>)",
                   R"(</DivXMediaManager>)",
@@ -81,7 +83,7 @@ TEST(SaveTreeToFile, WritesTheTreeByItsRules)
     EXPECT_EQ(title.Tag, " -x ");
     EXPECT_EQ(media.Tag, "<Menuwright lost='1'/>");
     EXPECT_EQ(root.Tag, "<Menuwright root='1'/>");
-    EXPECT_EQ(tree.Count(), 19u);
+    EXPECT_EQ(tree.Count(), 21u);
     EXPECT_EQ(fs::directory_iterator(scratch.Path())->path(), file); // no temporary left behind
 }
 
