@@ -1,6 +1,7 @@
 // The preview player: the command answers, and that the picture at a position is the grab of
 // that frame, whether it was reached by seeking or by playing.
 #include "media/ModuleMultimedia.h"
+#include "media/MoviePreview.h"
 
 #include "core/ScratchFolder.h"
 #include "core/ScriptedPrompt.h"
@@ -277,4 +278,72 @@ TEST_F(Preview, TheDecoderGoesOnFromTheLastPictureWhenThatIsNearer)
         EXPECT_EQ(decoded, ask.Decoded) << ask.Frame;
         EXPECT_TRUE(picture == Grab(movie, ask.Frame)) << ask.Frame;
     }
+}
+
+TEST_F(Preview, TheDialogControlsFollowThePlayer)
+{
+    EXPECT_EQ(PreviewTimeText(0, 25), "0:00:00");
+    EXPECT_EQ(PreviewTimeText(3725 * 25 + 24, 25), "1:02:05");
+    EXPECT_EQ(PreviewTimeText(36 * 3600 * 25, 25), "36:00:00");
+    const auto movie = TestPictureMovie();
+    ASSERT_FALSE(movie.empty());
+    MoviePreview preview(mm);
+    std::vector<std::string> said;
+    preview.ShowMovieInfo = [&said](const std::string& text) { said.push_back(text); };
+    const auto tickUntil = [&](const std::string& frame) {
+        for (int i = 0; i < 2000 && preview.lblFrame != frame; ++i) {
+            std::this_thread::sleep_for(5ms);
+            PreviewTimerTick(preview);
+        }
+        return preview.lblFrame == frame;
+    };
+
+    EXPECT_FALSE(OpenPreview(preview, movie.string() + ".gone", 320, 240));
+    EXPECT_EQ(said, (std::vector<std::string>{"Opening movie...", "Error loading file for playing"}));
+    said.clear();
+    ASSERT_TRUE(OpenPreview(preview, movie.string(), 320, 240));
+    EXPECT_EQ(said, (std::vector<std::string>{"Opening movie...", ""}));
+    EXPECT_EQ(preview.SliderMax, 100);
+    EXPECT_EQ(mm.Window("video1").Width, 320);
+
+    PreviewPlayClick(preview);
+    EXPECT_EQ((std::array{preview.PlayCaption, preview.PlayToolTip}), (std::array<std::string, 2>{";", "Pause"}));
+    EXPECT_TRUE(preview.TimerEnabled);
+    Advance(30);
+    ASSERT_TRUE(tickUntil("30"));
+    EXPECT_EQ(preview.lblTime, "0:00:01");
+    EXPECT_EQ(preview.SliderValue, 30);
+    // A step while playing plays on from the new frame.
+    PreviewStep(preview, 30);
+    EXPECT_EQ(preview.lblFrame, "60");
+    EXPECT_EQ(mm.MMStatusMode("video1"), "playing");
+    Advance(5);
+    ASSERT_TRUE(tickUntil("65"));
+    PreviewPlayClick(preview);
+    EXPECT_EQ(preview.PlayToolTip, "Resume play");
+    EXPECT_FALSE(preview.TimerEnabled);
+    PreviewPlayClick(preview);
+    EXPECT_EQ(mm.MMStatusMode("video1"), "playing");
+    // Moving the slider pauses and shows the frame; play goes on from there.
+    PreviewSliderChange(preview, 10);
+    EXPECT_EQ(mm.MMPositionFrames("video1"), 10);
+    EXPECT_EQ((std::array{preview.PlayCaption, preview.PlayToolTip}), (std::array<std::string, 2>{"4", "Resume play"}));
+    PreviewStep(preview, -30);
+    EXPECT_EQ(preview.lblFrame, "0");
+    EXPECT_EQ(mm.MMStatusMode("video1"), "stopped");
+    EXPECT_TRUE(PreviewSeek(preview, "95"));
+    EXPECT_FALSE(PreviewSeek(preview, "abc"));
+    EXPECT_EQ(preview.lblFrame, "95");
+    PreviewPlayClick(preview);
+    Advance(5);
+    // At the end the controls go back as Stop leaves them.
+    ASSERT_TRUE(tickUntil("0"));
+    EXPECT_EQ((std::array{preview.PlayCaption, preview.PlayToolTip}), (std::array<std::string, 2>{"4", "Play"}));
+    EXPECT_FALSE(preview.TimerEnabled);
+    EXPECT_EQ(mm.MMPositionFrames("video1"), 0);
+
+    said.clear();
+    ClosePreview(preview);
+    EXPECT_EQ(said, (std::vector<std::string>{"Closing movie...", "Closing movie... Done", ""}));
+    EXPECT_EQ(mm.MMStatusMode("video1"), "ERROR");
 }
