@@ -83,31 +83,28 @@ std::string ModuleMultimedia::MMClose(const std::string& alias)
     return movies_.erase(Lower(alias)) ? kSuccess : kNotOpen;
 }
 
-std::string ModuleMultimedia::MMPause(const std::string& alias)
+std::string ModuleMultimedia::Command(const std::string& alias, void (MoviePlayer::*command)())
 {
     Movie* movie = Find(alias);
     if (!movie)
         return kNotOpen;
-    movie->Player->Pause();
+    (movie->Player.get()->*command)();
     return kSuccess;
+}
+
+std::string ModuleMultimedia::MMPause(const std::string& alias)
+{
+    return Command(alias, &MoviePlayer::Pause);
 }
 
 std::string ModuleMultimedia::MMStop(const std::string& alias)
 {
-    Movie* movie = Find(alias);
-    if (!movie)
-        return kNotOpen;
-    movie->Player->Stop();
-    return kSuccess;
+    return Command(alias, &MoviePlayer::Stop);
 }
 
 std::string ModuleMultimedia::MMResume(const std::string& alias)
 {
-    Movie* movie = Find(alias);
-    if (!movie)
-        return kNotOpen;
-    movie->Player->Resume();
-    return kSuccess;
+    return Command(alias, &MoviePlayer::Resume);
 }
 
 std::string ModuleMultimedia::MMStatusMode(const std::string& alias)

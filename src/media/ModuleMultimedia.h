@@ -57,6 +57,8 @@ private:
         PreviewWindow Window;
     };
     Movie* Find(const std::string& alias);
+    // A command without arguments on the alias's player.
+    std::string Command(const std::string& alias, void (MoviePlayer::*command)());
 
     PlayerClock clock_;
     std::map<std::string, Movie> movies_; // by alias in lower case
