@@ -13,6 +13,8 @@ namespace {
 // mAVIDecs is a module, not a window; its texts are kept under that name.
 constexpr const char* kForm = "mAVIDecs";
 
+} // namespace
+
 std::optional<std::size_t> FirstVideoStream(const AviFile& avi)
 {
     for (std::size_t i = 0; i < avi.StreamCount(); ++i) {
@@ -21,8 +23,6 @@ std::optional<std::size_t> FirstVideoStream(const AviFile& avi)
     }
     return std::nullopt;
 }
-
-} // namespace
 
 bool GrabFrameToPicture(const std::string& fileName, cDIB& picture, long& frame, bool fitPictureToFrame,
                         Prompt& prompt, const LangDoc& lang, GrabStatistics* statistics)

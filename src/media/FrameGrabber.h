@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 
 namespace mw {
 
+class AviFile;
 class cDIB;
 class LangDoc;
 class Prompt;
@@ -13,6 +16,9 @@ struct GrabStatistics {
     long KeyFrame = -1;
     int DecodedFrames = 0;
 };
+
+// The stream that grabs and the preview show.
+std::optional<std::size_t> FirstVideoStream(const AviFile& avi);
 
 // Paints frame `frame` of the file's first video stream into picture: at the decoded picture's
 // size when fitPictureToFrame is set (or the picture is empty), else stretched to the picture's

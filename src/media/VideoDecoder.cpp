@@ -15,14 +15,15 @@ namespace mw {
 
 namespace {
 
+struct FrameFree {
+    void operator()(AVFrame* f) const { av_frame_free(&f); }
+};
+
 struct FormatClose {
     void operator()(AVFormatContext* f) const { avformat_close_input(&f); }
 };
 struct PacketFree {
     void operator()(AVPacket* p) const { av_packet_free(&p); }
-};
-struct FrameFree {
-    void operator()(AVFrame* f) const { av_frame_free(&f); }
 };
 struct ScalerFree {
     void operator()(SwsContext* s) const { sws_freeContext(s); }
@@ -51,6 +52,10 @@ bool ToBitmap(const AVFrame& frame, cDIB& out)
 struct VideoDecoder::State {
     RiffFile File;
     AVCodecContext* Codec = nullptr;
+    // Where a following call may go on: the next chunk to send (-1 after a flush or a drain)
+    // and the last picture given, kept for the dropped frames after it.
+    long Next = -1;
+    std::unique_ptr<AVFrame, FrameFree> Last{av_frame_alloc()};
 
     ~State() { avcodec_free_context(&Codec); }
 };
@@ -101,28 +106,38 @@ bool VideoDecoder::Decode(const AviStream& stream, long chunk, long key, cDIB& o
     key = std::clamp(key, 0L, target);
     while (key > 0 && !(at(key).KeyFrame && at(key).Size > 0))
         --key;
-    avcodec_flush_buffers(s.Codec);
+    if (!s.Last)
+        return false;
+    const bool haveLast = s.Next >= 0 && s.Last->buf[0];
+    if (haveLast && s.Last->pts == target)
+        return ToBitmap(*s.Last, out);
+    long first = key;
+    if (haveLast && s.Last->pts < target && key <= s.Next)
+        first = s.Next;
+    else
+        avcodec_flush_buffers(s.Codec);
+    s.Next = -1;
 
     std::unique_ptr<AVPacket, PacketFree> packet(av_packet_alloc());
-    std::unique_ptr<AVFrame, FrameFree> frame(av_frame_alloc());
-    if (!packet || !frame)
+    if (!packet)
         return false;
+    AVFrame& frame = *s.Last;
 
     // The decoder gives back the chunk number we put on each packet as the frame's time stamp,
     // in display order.
     auto takeFrames = [&]() -> int {
-        while (avcodec_receive_frame(s.Codec, frame.get()) >= 0) {
+        while (avcodec_receive_frame(s.Codec, &frame) >= 0) {
             ++decoded;
-            if (frame->pts == target)
-                return ToBitmap(*frame, out) ? 1 : -1;
-            if (frame->pts > target)
+            if (frame.pts == target)
+                return ToBitmap(frame, out) ? 1 : -1;
+            if (frame.pts > target)
                 return -1;
         }
         return 0;
     };
 
     const std::uint64_t fileSize = s.File.Size();
-    for (long n = key; n <= target; ++n) {
+    for (long n = first; n <= target; ++n) {
         const AviChunk& c = at(n);
         // An entry pointing past the end of the file is no frame. That is checked before the
         // packet is made, so a hostile size cannot make us allocate more than the file holds.
@@ -145,9 +160,12 @@ bool VideoDecoder::Decode(const AviStream& stream, long chunk, long key, cDIB& o
         // A damaged frame is left out; the decoder conceals it in the next.
         if (result == 0 && sent >= 0)
             result = takeFrames();
+        if (result > 0)
+            s.Next = n + 1;
         if (result != 0)
             return result > 0;
     }
+    // Draining ends what the decoder can go on with.
     avcodec_send_packet(s.Codec, nullptr);
     return takeFrames() > 0;
 }

@@ -27,7 +27,9 @@ public:
 
     // The picture shown at chunk `chunk` of `stream` (that stream's entry of our index), as a
     // 24-bit bitmap of the decoded size. Decoding starts at `key`, a key frame at or before the
-    // chunk. `decoded` counts the frames the decoder gave on the way.
+    // chunk. `decoded` counts the frames the decoder gave on the way. Asked for frames in order,
+    // as a player asks, it goes on from the last picture instead of the key frame when that is
+    // nearer.
     bool Decode(const AviStream& stream, long chunk, long key, cDIB& out, int& decoded);
 
 private:

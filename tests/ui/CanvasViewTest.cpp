@@ -1,5 +1,6 @@
 // The menu canvas driven as a user drives it: mouse and keys on Picture1, its labels, the rulers
 // and ToolbarPic. Each test ends by reading the document tree.
+#include "../media/MediaFixtures.h"
 #include "MainWindowFixture.h"
 
 #include "document/TreeQueries.h"
@@ -94,6 +95,40 @@ struct Canvas : test::MainWindow {
 class CanvasViewTest : public QObject {
     Q_OBJECT
 private slots:
+    void playsTheBackgroundVideoAndClosesIt()
+    {
+        Canvas w;
+        auto* timer = w.form->findChild<QTimer*>("Timer1");
+        QVERIFY(w.Tool("play")->isEnabled());
+        QVERIFY(!w.Tool("closemovie")->isEnabled());
+        w.Tool("play")->trigger();
+        using Said = std::vector<std::pair<std::string, std::string>>;
+        QCOMPARE(w.prompt.ProgressLog, (Said{{"lblMovieInfo", "Opening movie..."},
+                                             {"lblMovieInfo", "Error loading file for playing"}}));
+        QVERIFY(!w.Tool("closemovie")->isEnabled());
+
+        const auto movie = test::FfmpegFixture("canvas.avi", "-f lavfi -i testsrc=s=64x48:r=25:d=2 -c:v mpeg4");
+        if (movie.empty())
+            QSKIP("ffmpeg is not installed");
+        std::filesystem::copy_file(movie, w.Folder() / "missing.avi");
+        w.prompt.ProgressLog.clear();
+        w.Tool("play")->trigger();
+        QCOMPARE(w.Tool("play")->toolTip(), QString("Pause"));
+        QVERIFY(w.Tool("closemovie")->isEnabled());
+        QVERIFY(timer->isActive());
+        w.Tool("play")->trigger();
+        QCOMPARE(w.Tool("play")->toolTip(), QString("Resume play"));
+        QVERIFY(!timer->isActive());
+        w.Tool("closemovie")->trigger();
+        QCOMPARE(w.prompt.ProgressLog, (Said{{"lblMovieInfo", "Opening movie..."},
+                                             {"lblMovieInfo", ""},
+                                             {"lblMovieInfo", "Closing movie..."},
+                                             {"lblMovieInfo", "Closing movie... Done"},
+                                             {"lblMovieInfo", ""}}));
+        QCOMPARE(w.Tool("play")->toolTip(), QString("Play"));
+        QVERIFY(!w.Tool("closemovie")->isEnabled());
+    }
+
     void drawsAButtonInAddMode()
     {
         Canvas w;

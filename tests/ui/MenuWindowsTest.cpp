@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QCursor>
 #include <QDockWidget>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -108,10 +109,19 @@ void MenuWindowsTest::newMenuThenItsPanelRefusesAudioAsVideoAndRenames()
     w.prompt.OpenedFiles.push_back({movie.string()});
     test::OnNextDialog([&](QDialog& dialog) {
         QVERIFY(!Child<QPushButton>(dialog, "cmdOK")->isEnabled());
-        QVERIFY(!Child<QPushButton>(dialog, "Command3")->isEnabled()); // the preview waits for its player
+        QVERIFY(!Child<QPushButton>(dialog, "Command7")->isEnabled()); // no video to preview yet
         QCOMPARE(Child<QComboBox>(dialog, "Combo2")->currentText(), QString("en"));
         Click(dialog, "Command1");
         QCOMPARE(Child<QLineEdit>(dialog, "txtEndFrame")->text(), QString("50"));
+        // "Load menu's movie", then Ctrl+Enter in a frame field shows that frame.
+        QVERIFY(!Child<QPushButton>(dialog, "Command3")->isEnabled());
+        Click(dialog, "Command7");
+        QVERIFY(Child<QPushButton>(dialog, "Command3")->isEnabled());
+        auto* start = Child<QLineEdit>(dialog, "txtStartFrame");
+        start->setText("25");
+        QTest::keyClick(start, Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(Child<QLabel>(dialog, "lblFrame")->text(), QString("25"));
+        QCOMPARE(Child<QLabel>(dialog, "lblTime")->text(), QString("0:00:01"));
         QTest::keyClicks(Child<QLineEdit>(dialog, "txtMenuName"), "Intro");
         Click(dialog, "cmdOK");
     });

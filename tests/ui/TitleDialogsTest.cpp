@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSlider>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -168,12 +169,34 @@ void TitleDialogsTest::chapterDialogCountsAndTakesAHandMadeList()
     Type(dialog, "txtMinutes", "0.02");
     QCOMPARE(Child<QLabel>(dialog, "lblCountChapters")->text(), QString("3 chapter(s) every 30 frames"));
     QVERIFY(!Child<QLineEdit>(dialog, "txtChapters")->isEnabled());
-    QVERIFY(!Child<QPushButton>(dialog, "Command3")->isEnabled()); // the preview does not play yet
+    QVERIFY(!Child<QPushButton>(dialog, "Command3")->isEnabled()); // the movie plays for the hand-made list
 
     auto* list = Child<QTreeWidget>(dialog, "ListView1");
     QVERIFY(!list->isEnabled());
     Child<QRadioButton>(dialog, "Option1")->click();
     QVERIFY(list->isEnabled());
+
+    // The preview: play and pause, stop, Ctrl+Enter to a frame, a step of txtStepFrames.
+    auto* play = Child<QPushButton>(dialog, "Command3");
+    auto* frame = Child<QLabel>(dialog, "lblFrame");
+    QVERIFY(play->isEnabled());
+    QCOMPARE(play->toolTip(), QString("Play"));
+    Click(dialog, "Command3");
+    QCOMPARE(play->toolTip(), QString("Pause"));
+    QTRY_VERIFY(frame->text().toInt() > 2);
+    QVERIFY(!Child<QLabel>(dialog, "picPreview")->pixmap().isNull());
+    Click(dialog, "Command3");
+    QCOMPARE(play->toolTip(), QString("Resume play"));
+    Click(dialog, "Command4");
+    QCOMPARE(frame->text(), QString("0"));
+    QCOMPARE(play->toolTip(), QString("Play"));
+    Type(dialog, "txtStartFrame", "37", Qt::ControlModifier);
+    QCOMPARE(frame->text(), QString("37"));
+    QCOMPARE(Child<QLabel>(dialog, "lblTime")->text(), QString("0:00:01"));
+    QCOMPARE(Child<QPushButton>(dialog, "Command6")->toolTip(), QString("Move forward 30 frames"));
+    Click(dialog, "Command6");
+    QCOMPARE(frame->text(), QString("67"));
+    QCOMPARE(Child<QSlider>(dialog, "Slider1")->value(), 67);
 
     // Enter adds; Shift+Enter moves the end to the frame before the next key frame.
     Type(dialog, "txtStartFrame", "0");
@@ -202,6 +225,11 @@ void TitleDialogsTest::chapterDialogCountsAndTakesAHandMadeList()
     Click(dialog, "cmdDelete");
     QCOMPARE(list->topLevelItemCount(), 2);
     QVERIFY(w.prompt.Texts().empty());
+
+    // Leaving the dialog closes the movie.
+    dialog.reject();
+    QVERIFY(!play->isEnabled());
+    QCOMPARE(Child<QLabel>(dialog, "lblMovieInfo")->text(), QString());
 }
 
 void TitleDialogsTest::applyCreatesAtOnceAndClosingAddsNoMore()

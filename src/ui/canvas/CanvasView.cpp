@@ -5,6 +5,7 @@
 #include "document/Project.h"
 #include "menus/Buttons.h"
 #include "menus/CanvasCommands.h"
+#include "menus/MenuForms.h"
 #include "menus/OverlayAttributes.h"
 #include "menus/OverlayDialogs.h"
 #include "menus/OverlayMenu.h"
@@ -23,6 +24,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QToolBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -58,7 +60,7 @@ const std::array kToolbarPic{
 };
 
 // The buttons whose commands come with the preview and the help viewer.
-constexpr std::array<const char*, 4> kLaterTools = {"play", "stop", "closemovie", "help"};
+constexpr std::array<const char*, 1> kLaterTools = {"help"};
 
 // The swatch of a colour button: the colour in a frame of colour 0.
 QIcon Swatch(std::uint32_t c)
@@ -100,6 +102,10 @@ CanvasView::CanvasView(Project& project, Hooks hooks, QWidget* parent)
       scroll_(new QScrollArea), picture_(new MenuPicture(project, *this))
 {
     setObjectName("CanvasView");
+    timer_ = new QTimer(this);
+    timer_->setObjectName("Timer1");
+    timer_->setInterval(40);
+    movie_.ShowMovieInfo = [this](const std::string& text) { project_.Ask().Progress({"lblMovieInfo"}, text); };
     MenuCanvas& canvas = project_.Canvas;
     const auto linesChanged = [this] {
         picture_->update();
@@ -190,6 +196,48 @@ void CanvasView::BuildToolbar()
         button->setContextMenuPolicy(Qt::CustomContextMenu);
         connect(button, &QWidget::customContextMenuRequested, this, [this] { AskFrame(); });
     }
+    connect(tools_.at("play"), &QAction::triggered, this, &CanvasView::PlayMovie);
+    connect(tools_.at("stop"), &QAction::triggered, this, [this] {
+        PreviewStopClick(movie_);
+        ShowMovie();
+    });
+    connect(tools_.at("closemovie"), &QAction::triggered, this, &CanvasView::CloseMovie);
+    connect(timer_, &QTimer::timeout, this, [this] {
+        PreviewTimerTick(movie_);
+        ShowMovie();
+    });
+}
+
+void CanvasView::PlayMovie()
+{
+    if (!movie_.Opened) {
+        const std::string file = GetFileNameForMenu(project_, project_.Canvas.CurrentMenuID);
+        if (file.empty() || !OpenPreview(movie_, file, picture_->width(), picture_->height()))
+            return;
+    }
+    PreviewPlayClick(movie_);
+    ShowMovie();
+}
+
+void CanvasView::CloseMovie()
+{
+    if (!movie_.Opened)
+        return;
+    ClosePreview(movie_);
+    ShowMovie();
+    ShowFrame();
+}
+
+void CanvasView::ShowMovie()
+{
+    tools_.at("play")->setToolTip(QString::fromStdString(movie_.PlayToolTip));
+    tools_.at("closemovie")->setEnabled(movie_.Opened);
+    if (movie_.TimerEnabled != timer_->isActive())
+        movie_.TimerEnabled ? timer_->start() : timer_->stop();
+    const auto picture = movie_.Opened ? mm_.Picture(movie_.Alias) : nullptr;
+    if (picture && picture != movieFrame_)
+        picture_->SetFrame(picture->ToImage());
+    movieFrame_ = picture;
 }
 
 void CanvasView::BuildButtonMenu()
@@ -312,6 +360,7 @@ void CanvasView::ShowNode(DocNode* node)
     if (menu) {
         const std::string id = GetPropertyInNode(*menu, "objectid");
         if (id != shownMenu_) {
+            CloseMovie();
             shownMenu_ = id;
             ParceMenu(project_, project_.Doc.Tree.Item(menu->Key()));
             ShowFrame();
@@ -329,6 +378,8 @@ void CanvasView::ShowNode(DocNode* node)
 
 void CanvasView::ForgetShownMenu()
 {
+    ClosePreview(movie_);
+    ShowMovie();
     shownMenu_.clear();
     picture_->SetFrame({});
 }
@@ -451,8 +502,9 @@ void CanvasView::Refresh()
 {
     const MenuCanvas& canvas = project_.Canvas;
     const bool shown = project_.ItemsEnabled && !canvas.CurrentMenuID.empty();
-    for (const char* key : {"buttonAdd", "color1", "color2", "color3", "lock", "previous", "next"})
+    for (const char* key : {"buttonAdd", "color1", "color2", "color3", "lock", "previous", "next", "play", "stop"})
         tools_.at(key)->setEnabled(shown);
+    tools_.at("closemovie")->setEnabled(movie_.Opened);
     tools_.at("buttonDel")->setEnabled(shown && canvas.buttonDel);
     tools_.at("shapeSelect")->setEnabled(shown && canvas.shapeSelect);
     tools_.at("shapeName")->setEnabled(shown && canvas.shapeName);

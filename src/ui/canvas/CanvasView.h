@@ -2,6 +2,8 @@
 
 #include "document/DocTree.h"
 #include "document/TreeQueries.h"
+#include "media/ModuleMultimedia.h"
+#include "media/MoviePreview.h"
 
 #include <QWidget>
 
@@ -12,6 +14,7 @@
 class QAction;
 class QMenu;
 class QScrollArea;
+class QTimer;
 class QToolBar;
 
 namespace mw {
@@ -61,6 +64,10 @@ private:
     void StepFrame(long step);
     void AskFrame();
     void ShowFrame();
+    // play, stop and closemovie: the menu's background video over the canvas.
+    void PlayMovie();
+    void CloseMovie();
+    void ShowMovie();
     int SelectionCount() const;
 
     Project& project_;
@@ -77,6 +84,10 @@ private:
     std::map<std::string, QAction*> entries_;
     QMenu* overlayMenu_;
     QMenu* widthMenu_;
+    ModuleMultimedia mm_;
+    MoviePreview movie_{mm_};
+    std::shared_ptr<const cDIB> movieFrame_;
+    QTimer* timer_;
 };
 
 } // namespace mw

@@ -1,10 +1,17 @@
 #pragma once
 
+#include "media/ModuleMultimedia.h"
+#include "media/MoviePreview.h"
 #include "media/TrackRow.h"
+
+#include <QGroupBox>
+
+#include <memory>
 
 class QDialog;
 class QHBoxLayout;
-class QGroupBox;
+class QSlider;
+class QTimer;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -24,8 +31,35 @@ QHBoxLayout* OkCancelRow(QDialog& dialog, QPushButton* ok, QPushButton* cancel, 
 QTreeWidget* TrackList();
 void FillTrackList(QTreeWidget& list, const TrackRows& rows);
 
-// The movie preview of a dialog: its controls are here, the player comes later. A dialog that
-// steps through the movie gives its step field.
-QGroupBox* PreviewBox(QLineEdit* txtStepFrames = nullptr);
+// The movie preview of a dialog: the picture, the slider, play, stop, the step buttons and the
+// labels, over the core's preview. A dialog that steps through the movie gives its step field.
+class PreviewBox : public QGroupBox {
+public:
+    explicit PreviewBox(QLineEdit* txtStepFrames = nullptr, QWidget* parent = nullptr);
+
+    // A file that is open already stays where it is.
+    bool Open(const std::string& file);
+    void Close();
+    // Ctrl+Enter in a frame field.
+    void SeekTo(const QString& frame);
+
+private:
+    void Show();
+    void Step(long direction);
+
+    ModuleMultimedia mm_;
+    MoviePreview preview_{mm_};
+    std::string file_;
+    std::shared_ptr<const cDIB> shown_;
+    QLineEdit* txtStepFrames_;
+    QLabel* picture_;
+    QSlider* slider_;
+    QPushButton* play_;
+    QLabel* lblFrame_;
+    QLabel* lblTime_;
+    QLabel* lblMovieInfo_;
+    QTimer* timer_;
+    std::vector<QWidget*> controls_; // enabled while a movie is open
+};
 
 } // namespace mw

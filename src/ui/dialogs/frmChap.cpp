@@ -57,7 +57,7 @@ frmChap::frmChap(ChapForm& form, Project& project, QWidget* parent)
       ListView1_(new QTreeWidget), txtStartFrame_(NamedEdit("txtStartFrame", form.txtStartFrame)),
       txtEndFrame_(NamedEdit("txtEndFrame", form.txtEndFrame)),
       txtStepFrames_(NamedEdit("txtStepFrames", form.txtStepFrames)),
-      chkAll_(new QCheckBox("Create chapters for all tiltles"))
+      chkAll_(new QCheckBox("Create chapters for all tiltles")), preview_(new PreviewBox(txtStepFrames_))
 {
     setObjectName("frmChap");
     setWindowTitle("Create Chapters for Title");
@@ -119,7 +119,7 @@ frmChap::frmChap(ChapForm& form, Project& project, QWidget* parent)
     buttons->addWidget(Command10);
     auto* columns = new QHBoxLayout;
     columns->addLayout(grid, 3);
-    columns->addWidget(PreviewBox(txtStepFrames_), 2);
+    columns->addWidget(preview_, 2);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(columns);
     layout->addLayout(buttons);
@@ -154,6 +154,7 @@ frmChap::frmChap(ChapForm& form, Project& project, QWidget* parent)
     connect(Command2, &QPushButton::clicked, this, [this] { Accept(false); });
     connect(Command10, &QPushButton::clicked, this, [this] { Accept(true); });
     connect(this, &QDialog::rejected, this, [this] { form_.Accepted = false; });
+    connect(this, &QDialog::finished, preview_, &PreviewBox::Close);
 
     form_.Accepted = false;
     ShowTitle();
@@ -174,8 +175,9 @@ bool frmChap::eventFilter(QObject* watched, QEvent* event)
         std::string frame = field->text().toStdString();
         NextKeyFrameEnd(form_, frame, project_.Ask());
         field->setText(QString::fromStdString(frame));
-    } else if (!(key->modifiers() & Qt::ControlModifier)) {
-        // Ctrl+Enter seeks the preview, which this window does not play yet.
+    } else if (key->modifiers() & Qt::ControlModifier) {
+        preview_->SeekTo(field->text());
+    } else {
         EditList([this] { AddChapterRow(form_, project_.Ask()); });
     }
     return true;
@@ -188,6 +190,7 @@ void frmChap::Combo1_Click()
         CalcChapters(form_, project_.Ask());
     ShowTitle();
     ShowCounts();
+    OpenPreview();
 }
 
 void frmChap::ModeChanged()
@@ -200,6 +203,17 @@ void frmChap::ModeChanged()
         control->setEnabled(manual);
     txtMinutes_->setEnabled(form_.Mode == ChapMode::PerMinutes);
     txtChapters_->setEnabled(form_.Mode == ChapMode::Count);
+    OpenPreview();
+}
+
+void frmChap::OpenPreview()
+{
+    // Only the hand-made list steps through the movie.
+    const std::string file = form_.Mode == ChapMode::Manual ? ChosenTitleFile(form_) : "";
+    if (file.empty())
+        preview_->Close();
+    else
+        preview_->Open(file);
 }
 
 void frmChap::ShowTitle()

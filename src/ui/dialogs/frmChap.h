@@ -14,6 +14,7 @@ class QTreeWidget;
 
 namespace mw {
 
+class PreviewBox;
 class Project;
 struct ChapForm;
 
@@ -30,6 +31,8 @@ protected:
 private:
     void Combo1_Click();
     void ModeChanged();
+    // The chosen title in the preview while the list is made by hand.
+    void OpenPreview();
     void ShowTitle();
     void ShowCounts();
     void ShowChapters();
@@ -58,6 +61,7 @@ private:
     QLineEdit* txtEndFrame_;
     QLineEdit* txtStepFrames_;
     QCheckBox* chkAll_;
+    PreviewBox* preview_;
     std::vector<QWidget*> manual_; // the hand-made list and its controls
 };
 

@@ -47,7 +47,8 @@ frmNewMenu::frmNewMenu(NewMenuForm& form, Project& project, QWidget* parent)
       Combo3_(ComboBoxView(form.Combo3, "Combo3", this)), cmbfps_(ComboBoxView(form.cmbfps, "cmbfps", this)),
       txtMenuName_(NamedEdit("txtMenuName")), lblVideo_(NamedLabel("lblVideo", "")),
       txtStartFrame_(NamedEdit("txtStartFrame")), txtEndFrame_(NamedEdit("txtEndFrame")),
-      cmdOK_(NamedButton("cmdOK", "Ok")), Command10_(NamedButton("Command10", "Next key frame"))
+      cmdOK_(NamedButton("cmdOK", "Ok")), Command10_(NamedButton("Command10", "Next key frame")),
+      Command7_(NamedButton("Command7", "Load menu's movie")), preview_(new PreviewBox)
 {
     setObjectName("frmNewMenu");
     setWindowTitle(Q(form.Caption));
@@ -55,6 +56,8 @@ frmNewMenu::frmNewMenu(NewMenuForm& form, Project& project, QWidget* parent)
     cmbfps_->setEditable(true);
     cmbfps_->setToolTip("Frames per second for the menu created from a picture");
     cmbfps_->installEventFilter(this);
+    txtStartFrame_->installEventFilter(this);
+    txtEndFrame_->installEventFilter(this);
     lblVideo_->setFrameShape(QFrame::Panel);
     lblVideo_->setMinimumWidth(260);
 
@@ -62,8 +65,6 @@ frmNewMenu::frmNewMenu(NewMenuForm& form, Project& project, QWidget* parent)
     auto* fromPicture = NamedButton("Command2", "from picture");
     auto* Command8 = NamedButton("Command8", "from menu");
     auto* Command9 = NamedButton("Command9", "?");
-    auto* Command7 = NamedButton("Command7", "Load menu's movie");
-    Command7->setEnabled(false); // the preview comes later
     auto* cancel = NamedButton("cmdCancel", "Cancel");
 
     auto* grid = new QGridLayout;
@@ -78,7 +79,7 @@ frmNewMenu::frmNewMenu(NewMenuForm& form, Project& project, QWidget* parent)
     grid->addWidget(NamedLabel("Label5", "Background video"), 4, 0);
     grid->addWidget(lblVideo_, 4, 1, 1, 3);
     auto* sources = new QHBoxLayout;
-    for (QPushButton* button : {fromAvi, fromPicture, Command8, Command9, Command7})
+    for (QPushButton* button : {fromAvi, fromPicture, Command8, Command9, Command7_})
         sources->addWidget(button);
     grid->addLayout(sources, 5, 0, 1, 4);
     grid->addWidget(NamedLabel("Label6", "fps"), 6, 0);
@@ -99,7 +100,7 @@ frmNewMenu::frmNewMenu(NewMenuForm& form, Project& project, QWidget* parent)
     buttons->addWidget(cancel);
     auto* columns = new QHBoxLayout;
     columns->addLayout(grid, 3);
-    columns->addWidget(PreviewBox(), 2);
+    columns->addWidget(preview_, 2);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(columns);
     layout->addLayout(buttons);
@@ -118,7 +119,9 @@ frmNewMenu::frmNewMenu(NewMenuForm& form, Project& project, QWidget* parent)
         if (accepted)
             accept();
     });
+    connect(Command7_, &QPushButton::clicked, this, &frmNewMenu::Command7_Click);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(this, &QDialog::finished, preview_, &PreviewBox::Close);
     connect(this, &QDialog::rejected, this, [this] { form_.Accepted = false; });
 
     form_.Accepted = false;
@@ -128,6 +131,13 @@ frmNewMenu::frmNewMenu(NewMenuForm& form, Project& project, QWidget* parent)
 
 bool frmNewMenu::eventFilter(QObject* watched, QEvent* event)
 {
+    if ((watched == txtStartFrame_ || watched == txtEndFrame_) && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && (key->modifiers() & Qt::ControlModifier)) {
+            preview_->SeekTo(static_cast<QLineEdit*>(watched)->text());
+            return true;
+        }
+    }
     if (watched == cmbfps_ && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
@@ -152,8 +162,24 @@ void frmNewMenu::Apply(const std::function<void()>& rule)
     ShowForm();
 }
 
+void frmNewMenu::Command7_Click()
+{
+    // A "<Menu" reference plays that menu's background video.
+    const std::string file = form_.lblVideo.starts_with("<Menu")
+                                 ? GetFileNameForMenu(project_, MenuIdOfRow(form_.lblVideo))
+                                 : ResolveLocation(project_.Doc.ProjectFile, form_.lblVideo);
+    if (!file.empty())
+        preview_->Open(file);
+}
+
 void frmNewMenu::ShowForm()
 {
+    // A new background video or a cleared one leaves the old movie behind.
+    if (form_.lblVideo != shownVideo_) {
+        preview_->Close();
+        shownVideo_ = form_.lblVideo;
+    }
+    Command7_->setEnabled(!form_.lblVideo.empty());
     RefillComboBox(*Combo3_, form_.Combo3);
     Combo3_->setToolTip(Q(Combo3ToolTip(form_)));
     cmbfps_->setEditText(Q(form_.cmbfpsText));

@@ -2,6 +2,8 @@
 
 #include <QDialog>
 
+#include <string>
+
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -9,11 +11,12 @@ class QPushButton;
 
 namespace mw {
 
+class PreviewBox;
 class Project;
 struct NewMenuForm;
 
 // "New Menu": a view of the new-menu form. The rules are the form's; the window shows the form
-// after each of them. The preview controls are here, disabled: the player comes later.
+// after each of them.
 class frmNewMenu : public QDialog {
     Q_OBJECT
 public:
@@ -27,6 +30,8 @@ private:
     void Apply(const std::function<void()>& rule);
     void ShowForm();
     void FromPictures();
+    // "Load menu's movie": the background video in the preview.
+    void Command7_Click();
 
     NewMenuForm& form_;
     Project& project_;
@@ -39,6 +44,9 @@ private:
     QLineEdit* txtEndFrame_;
     QPushButton* cmdOK_;
     QPushButton* Command10_;
+    QPushButton* Command7_;
+    PreviewBox* preview_;
+    std::string shownVideo_; // lblVideo when the preview last followed it
 };
 
 } // namespace mw
