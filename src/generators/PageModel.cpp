@@ -1,7 +1,6 @@
 #include "generators/PageModel.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace mw {
 
@@ -85,35 +84,6 @@ bool SetPageHeight(MenuPage& page, long height)
         return false;
     page.Height = static_cast<int>(height);
     return true;
-}
-
-void GuideRuler::Press(int position)
-{
-    const auto near = std::find_if(lines_.begin(), lines_.end(),
-                                   [position](int line) { return std::abs(position + 2 - line) < 4; });
-    if (near != lines_.end()) {
-        active_ = static_cast<std::size_t>(near - lines_.begin());
-        return;
-    }
-    lines_.push_back(position);
-    active_ = lines_.size() - 1;
-}
-
-void GuideRuler::Drag(int position)
-{
-    if (active_)
-        lines_[*active_] = position;
-}
-
-void GuideRuler::Release(int position, int extent)
-{
-    if (!active_)
-        return;
-    if (position < 0 || position > extent)
-        lines_.erase(lines_.begin() + static_cast<std::ptrdiff_t>(*active_));
-    else
-        lines_[*active_] = position;
-    active_.reset();
 }
 
 } // namespace mw

@@ -113,6 +113,10 @@ struct MenuPage {
     std::vector<FreeItem> FreeItems{};
     // The setup label was hidden by paging, not by the user, and comes back on page 1.
     bool SetupHiddenByPaging = false;
+    // Guide lines of the rulers, picked up and dropped as on the canvas (PickGuideLine,
+    // DropGuideLine). Nothing snaps to them here and they are never saved.
+    std::vector<long> LinesH{};
+    std::vector<long> LinesV{};
 };
 
 // Pages needed for `count` items at `perPage` a page; a full last page adds none.
@@ -126,23 +130,5 @@ void PlacePictures(MenuPage& page, bool recalculate);
 // A page side must be a multiple of 4 and at least 100; anything else changes nothing.
 bool SetPageWidth(MenuPage& page, long width);
 bool SetPageHeight(MenuPage& page, long height);
-
-// The guide lines of one ruler. They help the eye only: nothing snaps to them and they are
-// never saved.
-class GuideRuler {
-public:
-    // A press picks up a line lying near the pointer, or lays a new one there; the picked line
-    // is active until release.
-    void Press(int position);
-    void Drag(int position);
-    // A line released beyond the page (0 to `extent`) goes away.
-    void Release(int position, int extent);
-    void Clear() { lines_.clear(); active_.reset(); }
-    const std::vector<int>& Lines() const { return lines_; }
-
-private:
-    std::vector<int> lines_;
-    std::optional<std::size_t> active_;
-};
 
 } // namespace mw

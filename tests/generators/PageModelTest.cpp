@@ -110,24 +110,5 @@ TEST(PageModel, PageSidesAreMultiplesOfFourFromAHundred)
     EXPECT_EQ(page.Height, 100);
 }
 
-TEST(PageModel, GuideLinesArePickedUpNearAndDroppedOffThePage)
-{
-    GuideRuler ruler;
-    ruler.Press(50);
-    ruler.Release(50, 576);
-    ruler.Press(49); // 49 + 2 lies within 4 of 50: the same line
-    ruler.Drag(80);
-    ruler.Release(80, 576);
-    EXPECT_EQ(ruler.Lines(), std::vector<int>{80});
-    ruler.Press(200);
-    ruler.Release(200, 576);
-    EXPECT_EQ(ruler.Lines(), (std::vector<int>{80, 200}));
-    ruler.Press(198);
-    ruler.Release(600, 576);
-    EXPECT_EQ(ruler.Lines(), std::vector<int>{80});
-    ruler.Clear();
-    EXPECT_TRUE(ruler.Lines().empty());
-}
-
 } // namespace
 } // namespace mw
