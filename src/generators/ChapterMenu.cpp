@@ -6,6 +6,7 @@
 #include "document/TreeQueries.h"
 #include "generators/Navigation.h"
 #include "generators/PageComposer.h"
+#include "generators/PageSettings.h"
 #include "media/FrameGrabber.h"
 #include "media/LoadTitlesInForm.h"
 #include "menus/Actions.h"
@@ -164,6 +165,28 @@ bool LoadChapterItems(Project& project, const std::string& titleID, MenuPage& pa
     }
     PlacePictures(page, true);
     project.Ask().Progress(kMessage, "");
+    return true;
+}
+
+bool OpenChapterPage(Project& project, const std::string& titleID, int perPage, MenuPage& page)
+{
+    page = MenuPage{};
+    page.PerPage = perPage;
+    if (!LoadChapterItems(project, titleID, page))
+        return false;
+    // A page side is a multiple of 4 and at least 100.
+    const auto side = [](int movie, int fallback) {
+        return movie >= kMinPageSide ? movie - movie % 4 : fallback;
+    };
+    const QImage& first = page.Items.front().Picture;
+    page.Width = side(first.width(), page.Width);
+    page.Height = side(first.height(), page.Height);
+    // Thumbnails keep the proportion that 120 x 90 has on a page of 720 x 576.
+    page.ItemWidth = static_cast<float>(page.Width / 6);
+    page.ItemHeight = static_cast<float>(page.Height * 90 / 576);
+    page.Design = LoadDefValues(GeneratorKind::ChaptersMenu, SettingsFilePath(project.ProgramFolder()),
+                                project.ProgramFolder(), "Chapters ", page.Width, page.Height);
+    PlacePictures(page, true);
     return true;
 }
 

@@ -19,6 +19,11 @@ std::string PageFileName(const std::string& fileName, int page);
 // identifier names no title of the project.
 bool LoadChapterItems(Project& project, const std::string& titleID, MenuPage& page);
 
+// The chapter window as it opens for a title: the layout of the settings section ChaptersMenu
+// on a page of the movie's size, the chapters loaded and laid out at `perPage` a page. False
+// when the identifier names no title.
+bool OpenChapterPage(Project& project, const std::string& titleID, int perPage, MenuPage& page);
+
 struct ChapterMenuRequest {
     std::string TitleID{};
     std::string FileName{}; // the video of page 1; ".avi" is added when missing
