@@ -245,10 +245,11 @@ bool CreateChapterMenu(Project& project, MenuPage& page, const ChapterMenuReques
     }
 
     std::vector<PageButtons> pageButtons;
-    const std::string overlayBitmap = "frames\\" + fs::path(page.Design.ButtonPicture).stem().string() + ".bmp";
-    const bool bitmapOverlay =
-        page.Design.WhatOverlay == 0 &&
-        fs::is_regular_file(project.ProgramFolder() / "overlays" / "frames" / (fs::path(overlayBitmap).filename()), ec);
+    // The overlay of the thumbnails takes the border's shape when the library has it.
+    const std::string shapeFile = fs::path(page.Design.ButtonPicture).stem().string() + ".bmp";
+    const std::string overlayBitmap = "frames\\" + shapeFile;
+    const bool bitmapOverlay = page.Design.WhatOverlay == 0 &&
+                               fs::is_regular_file(project.ProgramFolder() / "overlays" / "frames" / shapeFile, ec);
     for (int p = 1; p <= pages; ++p) {
         page.Page = p;
         PlacePictures(page, false);

@@ -3,6 +3,8 @@
 #include "core/settings/clsIniFile.h"
 
 #include <cstdint>
+#include <initializer_list>
+#include <utility>
 #include <string>
 
 namespace mw {
@@ -33,32 +35,34 @@ void ForEachKey(GeneratorKind kind, PageDesign& d, Visit&& visit)
     visit("Picture", d.Picture);
     visit("UseThisSound", d.UseThisSound);
 
-    const auto label = [&visit](const std::string& name, PageLabel& l) {
-        visit(name + "Text", l.Caption);
-        visit(name + "Picture", l.Picture);
-        visit(name + "Left", l.Left);
-        visit(name + "Top", l.Top);
-        visit(name + "Width", l.Width);
-        visit(name + "Height", l.Height);
+    const auto labels = [&visit, &d](std::initializer_list<std::pair<const char*, PageLabel PageDesign::*>> list) {
+        for (const auto& [name, member] : list) {
+            PageLabel& l = d.*member;
+            const std::string n = name;
+            visit(n + "Text", l.Caption);
+            visit(n + "Picture", l.Picture);
+            visit(n + "Left", l.Left);
+            visit(n + "Top", l.Top);
+            visit(n + "Width", l.Width);
+            visit(n + "Height", l.Height);
+        }
     };
     if (kind == GeneratorKind::SetupMenu) {
         visit("AudioButtonLeft", d.AudioButtonLeft);
         visit("AudioButtonTop", d.AudioButtonTop);
-        label("Audio", d.Audio);
         visit("SubtitleButtonLeft", d.SubtitleButtonLeft);
         visit("SubtitleButtonTop", d.SubtitleButtonTop);
-        label("Subtitle", d.Subtitle);
-        label("Main", d.Main);
+        labels({{"Audio", &PageDesign::Audio}, {"Subtitle", &PageDesign::Subtitle}, {"Main", &PageDesign::Main}});
         return;
     }
     visit("WhatOverlay", d.WhatOverlay);
     visit("ButtonPicture", d.ButtonPicture);
-    label("Title", d.Title);
-    label("Main", d.Main);
-    label("Previous", d.Previous);
-    label("Next", d.Next);
+    labels({{"Title", &PageDesign::Title},
+            {"Main", &PageDesign::Main},
+            {"Previous", &PageDesign::Previous},
+            {"Next", &PageDesign::Next}});
     if (kind == GeneratorKind::ChaptersMenu) {
-        label("Setup", d.Setup);
+        labels({{"Setup", &PageDesign::Setup}});
         visit("Animation", d.Animation);
     }
 }

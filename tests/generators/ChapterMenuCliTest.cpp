@@ -47,7 +47,6 @@ TEST_F(ChapterMenuCli, RefusesWhatItCannotMakeAndLeavesTheProject)
 {
     const std::string before = ReadAll(Project());
     EXPECT_EQ(Run("chapter-menu " + Quoted(Project()) + " " + title + " -o m.avi --per-page 7").Exit, 2);
-    EXPECT_EQ(Run("chapter-menu " + Quoted(Project()) + " 99999 -o m.avi").Exit, 2);
     EXPECT_EQ(Run("chapter-menu " + Quoted(Project()) + " " + title + " -o m.avi --main " + title).Exit, 2);
     EXPECT_EQ(Run("chapter-menu " + Quoted(Project()) + " " + title + " -o m.avi --lang xx").Exit, 1);
     EXPECT_EQ(ReadAll(Project()), before);

@@ -17,6 +17,7 @@
 #include "media/TitleTestKit.h"
 #include "menus/Actions.h"
 #include "render/OverlayFont.h"
+#include "render/cDIB.h"
 
 #include <gtest/gtest.h>
 
@@ -65,7 +66,7 @@ protected:
     MenuPage page;
 };
 
-TEST_F(ChapterMenuFixture, ThumbnailsShowTheirChapterAtTheComputedRectangle)
+TEST_F(ChapterMenuFixture, StillMenuOfTwoPagesShowsItsChaptersIsWiredAndChecksClean)
 {
     ASSERT_EQ(page.Items.size(), 9u);
     EXPECT_EQ(page.Items[0].Caption, "Chapter 1");
@@ -83,11 +84,14 @@ TEST_F(ChapterMenuFixture, ThumbnailsShowTheirChapterAtTheComputedRectangle)
         for (const QPoint corner : {QPoint(0, 0), QPoint(59, 0), QPoint(0, 43), QPoint(59, 43)})
             EXPECT_EQ(composed.pixel(rect.topLeft() + corner), expected.pixel(corner)) << i << " at " << corner.x() << "," << corner.y();
     }
-}
 
-TEST_F(ChapterMenuFixture, StillMenuOfTwoPagesIsWiredAndChecksClean)
-{
     const std::string name = (made.Path() / "chapters").string();
+    // The library has an overlay of the border's shape: the chapter buttons take it.
+    cDIB shape;
+    ASSERT_TRUE(shape.Create(8, 8, 4));
+    fs::create_directories(home.Path() / "overlays" / "frames");
+    ASSERT_TRUE(shape.Save((home.Path() / "overlays" / "frames" / "DVD_Button_2.bmp").string()));
+    page.Design.ButtonPicture = (home.Path() / "frames" / "DVD_Button_2.gif").string();
     ChapterMenuResult result;
     const std::string mainMenu = LoadTitlesInForm(project.Doc).lstMenus.front().Key.substr(1);
     ASSERT_TRUE(CreateChapterMenu(project, page, {.TitleID = titleID, .FileName = name, .MainMenuID = mainMenu}, result))
@@ -111,6 +115,9 @@ TEST_F(ChapterMenuFixture, StillMenuOfTwoPagesIsWiredAndChecksClean)
     ASSERT_EQ(first.size(), 8u + 3u);  // chapters, next, main, setup
     ASSERT_EQ(second.size(), 1u + 2u); // chapter 9, previous, main
     EXPECT_EQ(GetPropertyInNode(*tree.ObjectNode(result.MenuIDs[1]), "menuName"), "Chapters 2");
+
+    EXPECT_NE(first[0]->Tag.find("frames\\DVD_Button_2.bmp"), std::string::npos) << first[0]->Tag;
+    EXPECT_NE(first[10]->Tag.find("*Oval"), std::string::npos) << first[10]->Tag;
 
     // Chapter 9 steps left and right to the previous button, down to main.
     const std::string id9 = GetPropertyInNode(*second[0], "objectid");

@@ -14,16 +14,7 @@ MenuPage PageOf(int count, GeneratorKind kind = GeneratorKind::ChaptersMenu)
     return page;
 }
 
-TEST(PageModel, PagesRoundUpWithoutAnEmptyLastPage)
-{
-    EXPECT_EQ(PageCount(0, 8), 0);
-    EXPECT_EQ(PageCount(8, 8), 1);
-    EXPECT_EQ(PageCount(9, 8), 2);
-    EXPECT_EQ(PageCount(16, 8), 2);
-    EXPECT_EQ(PageCount(7, 6), 2);
-}
-
-TEST(PageModel, GridRestartsOnEveryPage)
+TEST(PageModel, GridRestartsOnEveryPageAndKeepsDraggedItems)
 {
     // 720 x 576, 120 x 90 thumbnails, 4 columns: gaps of 48, first row at 132 - 5.
     MenuPage page = PageOf(9);
@@ -51,19 +42,13 @@ TEST(PageModel, GridRestartsOnEveryPage)
     EXPECT_EQ(titles.Items[1].Left, 90.f + 120.f + 90.f);
     EXPECT_EQ(titles.Items[3].Top, 137.f + 90.f + kRowGap);
     EXPECT_EQ(titles.Items[6].Left, 90.f);
-}
 
-TEST(PageModel, DraggedItemsKeepTheirPlaceUntilRecalculated)
-{
-    MenuPage page = PageOf(3);
-    PlacePictures(page, true);
-    page.Items[1].Left = 7;
-    page.Items[1].Top = 9;
-    PlacePictures(page, false);
-    EXPECT_EQ(page.Items[1].Left, 7.f);
-    EXPECT_EQ(page.Items[1].Top, 9.f);
-    PlacePictures(page, true);
-    EXPECT_EQ(page.Items[1].Left, 216.f);
+    // Dragged items keep their place until a recalculation is asked for.
+    titles.Items[1].Left = 7;
+    PlacePictures(titles, false);
+    EXPECT_EQ(titles.Items[1].Left, 7.f);
+    PlacePictures(titles, true);
+    EXPECT_EQ(titles.Items[1].Left, 300.f);
 }
 
 TEST(PageModel, FewerPagesBringTheCurrentPageBack)

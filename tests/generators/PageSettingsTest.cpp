@@ -23,6 +23,13 @@ TEST(PageSettings, MissingKeysGiveTheDefaults)
     EXPECT_EQ(d.Title.Caption, "Select chapter");
     EXPECT_EQ(d.Setup.Caption, "Setup");
     EXPECT_TRUE(LoadDefValues(GeneratorKind::SetupMenu, dir.Path() / "none.ini", "/prog", "", 720, 576).ButtonPicture.empty());
+
+    // Numbers are read by their leading digits; a text that is none reads as 0.
+    dir.Write("Menuwright.ini", "[TitleMenu]\r\nFontSize=14pt\r\nFontBold=yes\r\nTitleLeft=abc\r\n");
+    const PageDesign t = LoadDefValues(GeneratorKind::TitleMenu, dir.Path() / "Menuwright.ini", "/prog", "", 720, 576);
+    EXPECT_EQ(t.Captions.Size, 14);
+    EXPECT_FALSE(t.Captions.Bold);
+    EXPECT_EQ(t.Title.Left, 0);
 }
 
 TEST(PageSettings, EveryKeyRoundTripsInItsOwnSection)
@@ -69,17 +76,6 @@ TEST(PageSettings, EveryKeyRoundTripsInItsOwnSection)
     EXPECT_EQ(back.AudioButtonLeft, 77);
     EXPECT_EQ(back.Subtitle.Picture, "/sub.bmp");
     EXPECT_EQ(back.Main, s.Main);
-}
-
-TEST(PageSettings, NumbersAreReadByTheirLeadingDigits)
-{
-    ScratchFolder dir;
-    const auto ini = dir.Path().string() + "/Menuwright.ini";
-    dir.Write("Menuwright.ini", "[TitleMenu]\r\nFontSize=14pt\r\nFontBold=yes\r\nTitleLeft=abc\r\n");
-    const PageDesign d = LoadDefValues(GeneratorKind::TitleMenu, ini, "/prog", "", 720, 576);
-    EXPECT_EQ(d.Captions.Size, 14);
-    EXPECT_FALSE(d.Captions.Bold); // not a number: 0
-    EXPECT_EQ(d.Title.Left, 0);
 }
 
 } // namespace
