@@ -4,6 +4,7 @@
 #include "core/Text.h"
 #include "document/Project.h"
 #include "document/TreeQueries.h"
+#include "document/UndoHistory.h"
 #include "generators/Navigation.h"
 #include "generators/PageComposer.h"
 #include "generators/PageSettings.h"
@@ -13,6 +14,7 @@
 #include "menus/AddNewMenu.h"
 #include "menus/Buttons.h"
 #include "menus/CanvasCommands.h"
+#include "menus/MenuCommands.h"
 #include "menus/MenuForms.h"
 #include "menus/OverlayAttributes.h"
 #include "render/cDIB.h"
@@ -60,17 +62,47 @@ void RemoveFiles(const std::vector<PageVideo>& videos)
         fs::remove(video.Work, ec);
 }
 
-bool PutInPlace(const PageVideo& video)
+// Puts every page's video in place, or none: a file of the user under a page's name is moved
+// aside first and comes back when any page fails. A folder under a page's name fails the run.
+bool PutAllInPlace(const std::vector<PageVideo>& videos)
 {
     std::error_code ec;
-    fs::rename(video.Work, video.Final, ec);
-    if (!ec)
-        return true;
-    // Another file system: copy, then drop the work file.
-    if (!fs::copy_file(video.Work, video.Final, fs::copy_options::overwrite_existing, ec))
-        return false;
-    fs::remove(video.Work, ec);
-    return true;
+    for (const PageVideo& video : videos) {
+        if (fs::is_directory(video.Final, ec))
+            return false;
+    }
+    std::vector<std::pair<fs::path, fs::path>> asides;
+    std::vector<fs::path> placed;
+    bool ok = true;
+    for (const PageVideo& video : videos) {
+        const fs::path final = video.Final;
+        if (fs::exists(final, ec)) {
+            const fs::path aside = final.string() + ".old";
+            fs::rename(final, aside, ec);
+            if (ec) {
+                ok = false;
+                break;
+            }
+            asides.emplace_back(final, aside);
+        }
+        fs::rename(video.Work, final, ec);
+        if (ec) // another file system
+            fs::copy_file(video.Work, final, fs::copy_options::overwrite_existing, ec);
+        placed.push_back(final); // whatever stands there now is ours
+        if (ec) {
+            ok = false;
+            break;
+        }
+    }
+    for (const fs::path& file : ok ? std::vector<fs::path>{} : placed)
+        fs::remove(file, ec);
+    for (const auto& [final, aside] : asides) {
+        if (ok)
+            fs::remove(aside, ec);
+        else
+            fs::rename(aside, final, ec);
+    }
+    return ok;
 }
 
 // The new-menu form as it opens, at the language set of the code (the selected one when empty).
@@ -100,6 +132,46 @@ std::string AddPageMenu(Project& project, const std::string& video, const std::s
     form.txtMenuName = name;
     return AddNewMenu(project, form, false);
 }
+
+// The language set as it was before the menus are added: one undo step for the whole run when
+// it succeeds, and the way back when it fails part way.
+class LanguageSetGuard {
+public:
+    LanguageSetGuard(Project& project, const DocNode* languageSet)
+        : project_(project), undo_(project.Undo), nextID_(project.Doc.NextObjectID), dirty_(project.FileIsDirty)
+    {
+        kept_ = languageSet && TakeUndoSnapshot(project.Doc, GetPropertyInNode(*languageSet, "objectid"),
+                                                project.Canvas.CurrentMenuID, before_, KeptTracks::None);
+    }
+    ~LanguageSetGuard()
+    {
+        // The steps the menu commands recorded on the way give way to the one of the run.
+        project_.Undo = std::move(undo_);
+        if (kept_)
+            project_.Undo.Push(std::move(before_));
+        if (!done_ && kept_) {
+            project_.UndoDo();
+            project_.Doc.NextObjectID = nextID_;
+            project_.FileIsDirty = dirty_;
+            if (DocNode* shown = project_.Doc.Tree.ObjectNode(project_.Canvas.CurrentMenuID))
+                ParceMenu(project_, *shown);
+        }
+        project_.Commands.mnuUndo = !project_.Undo.Empty();
+    }
+    LanguageSetGuard(const LanguageSetGuard&) = delete;
+    LanguageSetGuard& operator=(const LanguageSetGuard&) = delete;
+
+    void Done() { done_ = true; }
+
+private:
+    Project& project_;
+    UndoHistory undo_;
+    UndoSnapshot before_;
+    long nextID_;
+    bool dirty_;
+    bool kept_ = false;
+    bool done_ = false;
+};
 
 ButtonShape ShapeOf(const PageLabel& label) { return ButtonShape{"", label.Left, label.Top, label.Width, label.Height}; }
 
@@ -234,16 +306,16 @@ bool CreateChapterMenu(Project& project, MenuPage& page, const ChapterMenuReques
             return false;
         }
     }
-    for (const PageVideo& video : videos) {
-        if (!PutInPlace(video)) {
-            prompt.Message("There was an error working with the file:\n" + video.Final, "", PromptIcon::Critical);
-            RemoveFiles(videos);
-            page.Page = shownPage;
-            PlacePictures(page, false);
-            return false;
-        }
+    const bool placed = PutAllInPlace(videos);
+    RemoveFiles(videos);
+    if (!placed) {
+        prompt.Message("There was an error working with the file:\n" + fileName, "", PromptIcon::Critical);
+        page.Page = shownPage;
+        PlacePictures(page, false);
+        return false;
     }
 
+    LanguageSetGuard guard(project, IsLanguageMenusThere(project.Doc.Tree, ComboText(form.Combo2)));
     std::vector<PageButtons> pageButtons;
     // The overlay of the thumbnails takes the border's shape when the library has it.
     const std::string shapeFile = fs::path(page.Design.ButtonPicture).stem().string() + ".bmp";
@@ -303,9 +375,10 @@ bool CreateChapterMenu(Project& project, MenuPage& page, const ChapterMenuReques
             ActionRow row;
             if (!AcceptActionChoice(prompt, play, row))
                 return false;
-            const auto index = static_cast<int>(std::distance(buttons.IDs.begin(), button));
-            Label1_Click(project, index);
-            ApplyActionList(project, "selectAction", true, {row});
+            Label1_Click(project, static_cast<int>(std::distance(buttons.IDs.begin(), button)));
+            const std::string list = UpdateOrAddActionNode(project, "", true, {row});
+            if (DocNode* node = project.Doc.Tree.ObjectNode(button->second))
+                UpdatePropertyInNode(project.Doc.Tree, *node, "selectAction", list, true);
         }
         WireNavigation(project, page, buttons);
         if (!request.MainMenuID.empty() && !buttons.Main.empty())
@@ -320,6 +393,7 @@ bool CreateChapterMenu(Project& project, MenuPage& page, const ChapterMenuReques
     PlacePictures(page, false);
     prompt.Progress(kMessage, "");
     project.MarkDirty();
+    guard.Done();
     return true;
 }
 

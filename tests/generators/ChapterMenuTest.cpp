@@ -23,6 +23,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <regex>
 
 namespace fs = std::filesystem;
 
@@ -92,6 +93,7 @@ TEST_F(ChapterMenuFixture, StillMenuOfTwoPagesShowsItsChaptersIsWiredAndChecksCl
     fs::create_directories(home.Path() / "overlays" / "frames");
     ASSERT_TRUE(shape.Save((home.Path() / "overlays" / "frames" / "DVD_Button_2.bmp").string()));
     page.Design.ButtonPicture = (home.Path() / "frames" / "DVD_Button_2.gif").string();
+    const std::string before = Everything(project.Doc.Tree);
     ChapterMenuResult result;
     const std::string mainMenu = LoadTitlesInForm(project.Doc).lstMenus.front().Key.substr(1);
     ASSERT_TRUE(CreateChapterMenu(project, page, {.TitleID = titleID, .FileName = name, .MainMenuID = mainMenu}, result))
@@ -145,6 +147,15 @@ TEST_F(ChapterMenuFixture, StillMenuOfTwoPagesShowsItsChaptersIsWiredAndChecksCl
     ActionFromButtonToMenu(project, result.SetupButtonID, mainMenu);
     prompt.Answers = {PromptAnswer::No};
     EXPECT_TRUE(CheckForErrors(project.Doc, project.Lang(), prompt, false)) << ::testing::PrintToString(prompt.Texts());
+
+    // The run is one step back, before the setup button got its action. Undo does not bring
+    // back the comment nodes before the menus, so they are left out of the comparison.
+    project.UndoDo();
+    project.UndoDo();
+    const auto withoutComments = [](const std::string& all) {
+        return std::regex_replace(all, std::regex("(^|\n)c\\d+\\|[^\n]*"), "");
+    };
+    EXPECT_EQ(withoutComments(Everything(project.Doc.Tree)), withoutComments(before));
 }
 
 TEST_F(ChapterMenuFixture, FailedRunLeavesProjectAndFilesAlone)
@@ -158,6 +169,13 @@ TEST_F(ChapterMenuFixture, FailedRunLeavesProjectAndFilesAlone)
     EXPECT_EQ(ReadAll(name), "mine");
     EXPECT_FALSE(fs::exists(made.Path() / "chapters_2.avi"));
     EXPECT_TRUE(result.MenuIDs.empty());
+
+    // A page whose name is taken by a folder: no page is put in place, not even the first.
+    fs::create_directories(made.Path() / "chapters_2.avi" / "inside");
+    EXPECT_FALSE(CreateChapterMenu(project, page, {.TitleID = titleID, .FileName = name}, result));
+    EXPECT_EQ(Everything(project.Doc.Tree), before);
+    EXPECT_EQ(ReadAll(name), "mine");
+    EXPECT_TRUE(fs::is_empty(home.Path() / "tmp"));
 }
 
 } // namespace
