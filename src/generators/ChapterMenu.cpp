@@ -344,8 +344,20 @@ bool CreateChapterMenu(Project& project, MenuPage& page, const ChapterMenuReques
             const std::string id =
                 AddButtonToMenu(project, ButtonShape{"", rect.left(), rect.top(), rect.width(), rect.height()}, "");
             buttons.IDs[NavButton{NavButton::Kind::Item, static_cast<int>(i + 1)}] = id;
-            if (bitmapOverlay)
+            if (bitmapOverlay) {
                 SetThisOverlay(project, overlayBitmap);
+            } else {
+                // A text overlay over the caption, in the caption's font.
+                const FontGroup& font = page.Design.Captions;
+                TextOverlayForm& text = project.Overlays.TextPanel;
+                text.Text = item.Caption;
+                text.Font = FontChoice{font.Name, double(font.Size), font.Bold, font.Italic};
+                text.Charset = font.CharSet;
+                UpdateTextOverlay(project);
+                const QRect caption = CaptionRect(page, item);
+                PlaceShapeToPos(project, static_cast<int>(project.Canvas.Buttons.size()) - 1,
+                                ButtonShape{"", caption.left(), caption.top(), caption.width(), caption.height()});
+            }
         }
         const auto addLabel = [&](const PageLabel& label, NavButton::Kind kind, bool oval) {
             if (!label.Visible)

@@ -100,10 +100,12 @@ QImage Stretched(const QImage& picture, QSize size)
     return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::FastTransformation).convertToFormat(QImage::Format_RGB32);
 }
 
-void SetFont(QPainter& painter, const FontGroup& group)
+QFont FontOf(const FontGroup& group)
 {
-    painter.setFont(OverlayFont(FontChoice{group.Name, double(group.Size), group.Bold, group.Italic}));
+    return OverlayFont(FontChoice{group.Name, double(group.Size), group.Bold, group.Italic});
 }
+
+void SetFont(QPainter& painter, const FontGroup& group) { painter.setFont(FontOf(group)); }
 
 // A caption centred across the rectangle, its shadow first.
 void PrintLabel(QPainter& painter, const QString& text, const QRect& rect, const FontGroup& group)
@@ -152,6 +154,16 @@ QRect ItemRect(const MenuPage& page, const PageItem& item)
     return QRect(int(item.Left), int(item.Top), int(page.ItemWidth), int(page.ItemHeight));
 }
 
+QRect CaptionRect(const MenuPage& page, const PageItem& item)
+{
+    NeedFontApplication();
+    const FontGroup& group = page.Design.Captions;
+    const QFontMetrics metrics(FontOf(group));
+    const QRect rect = ItemRect(page, item);
+    const int width = metrics.horizontalAdvance(QString::fromStdString(item.Caption));
+    return QRect(rect.left() + (rect.width() - width) / 2, rect.bottom() + 2, width, metrics.height());
+}
+
 QImage ComposePage(const MenuPage& page, const PageArt& art)
 {
     NeedFontApplication();
@@ -177,10 +189,9 @@ QImage ComposePage(const MenuPage& page, const PageArt& art)
         QPainter painter(&image);
         SetFont(painter, page.Design.Captions);
         painter.setPen(ToColor(page.Design.Captions.Color));
-        const QString caption = QString::fromStdString(item.Caption);
-        const QFontMetrics metrics(painter.font());
-        const int x = rect.left() + (rect.width() - metrics.horizontalAdvance(caption)) / 2;
-        painter.drawText(QPoint(x, rect.bottom() + 2 + metrics.ascent()), caption);
+        const QRect caption = CaptionRect(page, item);
+        painter.drawText(QPoint(caption.left(), caption.top() + painter.fontMetrics().ascent()),
+                         QString::fromStdString(item.Caption));
     }
 
     const PageDesign& d = page.Design;

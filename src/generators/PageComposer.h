@@ -28,6 +28,9 @@ PageArt LoadPageArt(const MenuPage& page);
 // Where a thumbnail stands on the page, in whole pixels.
 QRect ItemRect(const MenuPage& page, const PageItem& item);
 
+// Where a thumbnail's caption prints in font group 1: centred under it, one pixel below.
+QRect CaptionRect(const MenuPage& page, const PageItem& item);
+
 // The current page as a 24-bit picture of the page's size: the background picture stretched
 // to the page or the gradient, each visible thumbnail in its border with its caption under it,
 // the visible navigation labels and the free items.

@@ -39,6 +39,9 @@ TEST_F(ChapterMenuCli, MakesAMenuPerPagePrintsThemAndTheProjectChecksClean)
     EXPECT_TRUE(std::regex_search(made.Out, std::regex(R"((^|\n)\d+\n\d+\n$)"))) << made.Out;
     EXPECT_TRUE(std::filesystem::is_regular_file(folder.Path() / "menu.avi"));
     EXPECT_TRUE(std::filesystem::is_regular_file(folder.Path() / "menu_2.avi"));
+    // Without the border's shape in the overlay library, each chapter's overlay is its caption.
+    EXPECT_NE(ReadAll(Project()).find("Shape='*Text'"), std::string::npos);
+    EXPECT_NE(ReadAll(Project()).find("Text='Chapter 9'"), std::string::npos);
     const CommandResult checked = Run("check " + Quoted(Project()));
     EXPECT_EQ(checked.Exit, 0) << checked.Out;
 }
