@@ -140,6 +140,7 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
         {"--overlay", "add-button", &menu.Overlay}, {"--reset-position", "set-overlay", nullptr},
         {"--from-picture", "set-overlay", &menu.FromPicture},
         {"--prepare-only", "build", nullptr},
+        {"--per-page", "chapter-menu", &menu.PerPage}, {"--main", "chapter-menu", &menu.Main},
     };
     bool prepareOnly = false;
     std::vector<std::string> rest;
@@ -231,6 +232,11 @@ std::string CliUsage()
            "                                    write a menu as a template file\n"
            "  insert-template PROJECT.xml TEMPLATE.xml [--lang CODE]\n"
            "                                    insert a template as a new menu, print its identifier\n"
+           "  chapter-menu PROJECT.xml TITLE_ID -o MENU.avi [--per-page 6|8] [--main MENU_ID]\n"
+           "      [--lang CODE]                   still chapter menus, a page of thumbnails each,\n"
+           "                                    with the layout of section ChaptersMenu of the\n"
+           "                                    settings; later pages add _2, _3... to the name;\n"
+           "                                    prints the new menus' identifiers\n"
            "  pic2avi PICTURE... -o OUT.avi --fps F [--audio FILE]\n"
            "                                    a menu video: five seconds of one picture, or one\n"
            "                                    frame per picture, MPEG-4 by our own encoder\n"
@@ -254,7 +260,8 @@ std::string CliUsage()
            "  --next                     keyframe: the first key frame at or after FRAME\n"
            "  --default-audio N|none     new: the default audio track, by stream number\n"
            "  --default-subtitle N|none  new: the default subtitle track, by stream number\n"
-           "  --lang CODE                new: the menu language instead of the setting defLang\n"
+           "  --lang CODE                new: the menu language instead of the setting defLang;\n"
+           "                             chapter-menu: the language set of the new menus\n"
            "  --fps F                    pic2avi: frames per second, such as 25 or 29.97\n"
            "  --audio FILE               pic2avi: an audio file to add as a second stream\n"
            "  --count N                  chapters: N chapters of equal length\n"

@@ -9,7 +9,7 @@
 
 namespace mw {
 
-// The options that only add-menu, add-button or set-overlay take.
+// The options that only one command takes.
 struct MenuCliOptions {
     std::optional<std::string> Video;    // --video FILE
     std::vector<std::string> Pictures;   // --picture PIC...
@@ -22,6 +22,8 @@ struct MenuCliOptions {
     std::optional<std::string> Overlay;  // --overlay SHAPE, of add-button
     bool ResetPosition = false;          // --reset-position, of set-overlay
     std::optional<std::string> FromPicture; // --from-picture PICTURE, of set-overlay
+    std::optional<std::string> PerPage;  // --per-page 6|8, of chapter-menu
+    std::optional<std::string> Main;     // --main MENU_ID, of chapter-menu
 };
 
 // The command line, taken apart: a command word, its plain arguments and the options.

@@ -1,5 +1,6 @@
 #include "cli/CliBuildCommands.h"
 #include "cli/CliCommands.h"
+#include "cli/CliGeneratorCommands.h"
 #include "cli/CliMenuCommands.h"
 #include "cli/CliOptions.h"
 #include "cli/CliOverlayCommands.h"
@@ -57,6 +58,7 @@ const std::map<std::string, CommandRunner, std::less<>>& Commands()
         {"export-template", RunExportTemplate},
         {"insert-template", RunInsertTemplate},
         {"build", RunBuild},
+        {"chapter-menu", RunChapterMenu},
     };
     return commands;
 }

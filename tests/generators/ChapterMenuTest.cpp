@@ -1,0 +1,182 @@
+#include "generators/ChapterMenu.h"
+
+#include "build/BuildTestFiles.h"
+#include "build/DemoProject.h"
+#include "core/ScratchFolder.h"
+#include "core/ScriptedPrompt.h"
+#include "core/Text.h"
+#include "document/CheckForErrors.h"
+#include "document/ProgramStart.h"
+#include "document/Project.h"
+#include "document/TreeQueries.h"
+#include "generators/PageComposer.h"
+#include "generators/PageSettings.h"
+#include "media/ChapterNodes.h"
+#include "media/LoadTitlesInForm.h"
+#include "media/TitleNodes.h"
+#include "media/TitleTestKit.h"
+#include "menus/Actions.h"
+#include "render/OverlayFont.h"
+#include "render/cDIB.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <regex>
+
+namespace fs = std::filesystem;
+
+namespace mw::test {
+namespace {
+
+TEST(ChapterMenu, LaterPagesGetTheirNumberBeforeTheExtension)
+{
+    EXPECT_EQ(PageFileName("/m/menu.avi", 1), "/m/menu.avi");
+    EXPECT_EQ(PageFileName("/m/menu.avi", 2), "/m/menu_2.avi");
+    EXPECT_EQ(PageFileName("/m/Menu.AVI", 13), "/m/Menu_13.avi");
+}
+
+// The demo project with nine chapters: two pages at eight a page.
+class ChapterMenuFixture : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        NeedFontApplication();
+        ASSERT_TRUE(MakeDemoProject(made.Path(), {{176, 144, 25, 90}, 9}, prompt)) << ::testing::PrintToString(prompt.Texts());
+        ASSERT_TRUE(project.OpenFile((made.Path() / "Demo" / "Demo.xml").string()));
+        prompt.Log.clear();
+        titleID = ObjectIdOf(*TitleNodes(project.Doc).front());
+        page.Width = 320;
+        page.Height = 240;
+        page.ItemWidth = 60;
+        page.ItemHeight = 44;
+        page.Design = StartDesign(GeneratorKind::ChaptersMenu, page.Width, page.Height);
+        page.Design.MenuName = "Chapters ";
+        page.Gradient = GradientColors{.TopLeft = 0x808080, .TopRight = 0x808080, .BottomLeft = 0x808080, .BottomRight = 0x808080};
+        ASSERT_TRUE(LoadChapterItems(project, titleID, page));
+    }
+
+    ScratchFolder made;
+    ScratchFolder home;
+    ScriptedPrompt prompt;
+    ProgramState program{home.Path()};
+    ScriptedForms forms;
+    Project project{program, prompt, forms};
+    std::string titleID;
+    MenuPage page;
+};
+
+TEST_F(ChapterMenuFixture, StillMenuOfTwoPagesShowsItsChaptersIsWiredAndChecksClean)
+{
+    ASSERT_EQ(page.Items.size(), 9u);
+    EXPECT_EQ(page.Items[0].Caption, "Chapter 1");
+    EXPECT_EQ(page.Items[8].Caption, "Chapter 9");
+    EXPECT_GT(page.Items[1].Frame, page.Items[0].Frame);
+    // The demo's frames differ, so each thumbnail must be its own chapter's frame.
+    EXPECT_NE(page.Items[0].Picture, page.Items[1].Picture);
+
+    const QImage composed = ComposePage(page, LoadPageArt(page));
+    for (const std::size_t i : {std::size_t(0), std::size_t(5)}) {
+        const QRect rect = ItemRect(page, page.Items[i]);
+        EXPECT_EQ(rect.topLeft(), QPoint(int(page.Items[i].Left), int(page.Items[i].Top)));
+        const QImage expected = page.Items[i].Picture.scaled(rect.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                                    .convertToFormat(QImage::Format_RGB888);
+        for (const QPoint corner : {QPoint(0, 0), QPoint(59, 0), QPoint(0, 43), QPoint(59, 43)})
+            EXPECT_EQ(composed.pixel(rect.topLeft() + corner), expected.pixel(corner)) << i << " at " << corner.x() << "," << corner.y();
+    }
+
+    const std::string name = (made.Path() / "chapters").string();
+    // The library has an overlay of the border's shape: the chapter buttons take it.
+    cDIB shape;
+    ASSERT_TRUE(shape.Create(8, 8, 4));
+    fs::create_directories(home.Path() / "overlays" / "frames");
+    ASSERT_TRUE(shape.Save((home.Path() / "overlays" / "frames" / "DVD_Button_2.bmp").string()));
+    page.Design.ButtonPicture = (home.Path() / "frames" / "DVD_Button_2.gif").string();
+    const std::string before = Everything(project.Doc.Tree);
+    ChapterMenuResult result;
+    const std::string mainMenu = LoadTitlesInForm(project.Doc).lstMenus.front().Key.substr(1);
+    ASSERT_TRUE(CreateChapterMenu(project, page, {.TitleID = titleID, .FileName = name, .MainMenuID = mainMenu}, result))
+        << ::testing::PrintToString(prompt.Texts());
+    ASSERT_EQ(result.MenuIDs.size(), 2u);
+    EXPECT_TRUE(fs::is_regular_file(name + ".avi"));
+    EXPECT_TRUE(fs::is_regular_file(name + "_2.avi"));
+    EXPECT_FALSE(result.SetupButtonID.empty());
+    EXPECT_EQ(page.Page, 1);
+
+    DocTree& tree = project.Doc.Tree;
+    const auto buttons = [&tree](const std::string& menuID) {
+        std::vector<DocNode*> found;
+        for (const auto& child : *tree.ObjectNode(menuID))
+            if (EqualsNoCase(child->Text, "ButtonMenu"))
+                found.push_back(child.get());
+        return found;
+    };
+    const std::vector<DocNode*> first = buttons(result.MenuIDs[0]);
+    const std::vector<DocNode*> second = buttons(result.MenuIDs[1]);
+    ASSERT_EQ(first.size(), 8u + 3u);  // chapters, next, main, setup
+    ASSERT_EQ(second.size(), 1u + 2u); // chapter 9, previous, main
+    EXPECT_EQ(GetPropertyInNode(*tree.ObjectNode(result.MenuIDs[1]), "menuName"), "Chapters 2");
+
+    EXPECT_NE(first[0]->Tag.find("frames\\DVD_Button_2.bmp"), std::string::npos) << first[0]->Tag;
+    EXPECT_NE(first[10]->Tag.find("*Oval"), std::string::npos) << first[10]->Tag;
+
+    // Chapter 9 steps left and right to the previous button, down to main.
+    const std::string id9 = GetPropertyInNode(*second[0], "objectid");
+    const std::string prev = GetPropertyInNode(*second[1], "objectid");
+    const std::string main = GetPropertyInNode(*second[2], "objectid");
+    EXPECT_EQ(GetPropertyInNode(*second[0], "leftAction"), prev);
+    EXPECT_EQ(GetPropertyInNode(*second[0], "rightAction"), prev);
+    EXPECT_EQ(GetPropertyInNode(*second[0], "downAction"), main);
+    EXPECT_EQ(GetPropertyInNode(*second[1], "leftAction"), id9);
+
+    // Chapter 9 plays the ninth chapter; the page buttons lead to the other page.
+    const auto actions = [&tree](const DocNode* button) { return LoadActionRows(tree, GetPropertyInNode(*button, "selectAction")); };
+    ASSERT_EQ(actions(second[0]).size(), 1u);
+    EXPECT_EQ(actions(second[0])[0].Type, "PlayAction");
+    const std::vector<DocNode*> chapters = ChapterNodesOf(*tree.ObjectNode(titleID));
+    EXPECT_EQ(actions(second[0])[0].Target2, GetPropertyInNode(*chapters[8], "objectid"));
+    ASSERT_EQ(actions(first[8]).size(), 1u);
+    EXPECT_EQ(actions(first[8])[0].Type, "MenuTransitionAction");
+    EXPECT_EQ(actions(first[8])[0].Target1, result.MenuIDs[1]);
+    EXPECT_EQ(actions(second[1])[0].Target1, result.MenuIDs[0]);
+
+    EXPECT_EQ(actions(second[2])[0].Target1, mainMenu);
+
+    // The setup button's action is the caller's to give.
+    ActionFromButtonToMenu(project, result.SetupButtonID, mainMenu);
+    prompt.Answers = {PromptAnswer::No};
+    EXPECT_TRUE(CheckForErrors(project.Doc, project.Lang(), prompt, false)) << ::testing::PrintToString(prompt.Texts());
+
+    // The run is one step back, before the setup button got its action. Undo does not bring
+    // back the comment nodes before the menus, so they are left out of the comparison.
+    project.UndoDo();
+    project.UndoDo();
+    const auto withoutComments = [](const std::string& all) {
+        return std::regex_replace(all, std::regex("(^|\n)c\\d+\\|[^\n]*"), "");
+    };
+    EXPECT_EQ(withoutComments(Everything(project.Doc.Tree)), withoutComments(before));
+}
+
+TEST_F(ChapterMenuFixture, FailedRunLeavesProjectAndFilesAlone)
+{
+    const std::string name = (made.Path() / "chapters.avi").string();
+    std::ofstream(name) << "mine";
+    const std::string before = Everything(project.Doc.Tree);
+    ChapterMenuResult result;
+    EXPECT_FALSE(CreateChapterMenu(project, page, {.TitleID = titleID, .FileName = name, .Language = "xx"}, result));
+    EXPECT_EQ(Everything(project.Doc.Tree), before);
+    EXPECT_EQ(ReadAll(name), "mine");
+    EXPECT_FALSE(fs::exists(made.Path() / "chapters_2.avi"));
+    EXPECT_TRUE(result.MenuIDs.empty());
+
+    // A page whose name is taken by a folder: no page is put in place, not even the first.
+    fs::create_directories(made.Path() / "chapters_2.avi" / "inside");
+    EXPECT_FALSE(CreateChapterMenu(project, page, {.TitleID = titleID, .FileName = name}, result));
+    EXPECT_EQ(Everything(project.Doc.Tree), before);
+    EXPECT_EQ(ReadAll(name), "mine");
+    EXPECT_TRUE(fs::is_empty(home.Path() / "tmp"));
+}
+
+} // namespace
+} // namespace mw::test
