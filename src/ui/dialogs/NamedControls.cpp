@@ -48,6 +48,16 @@ QHBoxLayout* OkCancelRow(QDialog& dialog, QPushButton* ok, QPushButton* cancel, 
     return row;
 }
 
+void LayOutBesidePreview(QDialog& dialog, QLayout* fields, QWidget* preview, QLayout* buttons)
+{
+    auto* columns = new QHBoxLayout;
+    columns->addLayout(fields, 3);
+    columns->addWidget(preview, 2);
+    auto* layout = new QVBoxLayout(&dialog);
+    layout->addLayout(columns);
+    layout->addLayout(buttons);
+}
+
 QTreeWidget* TrackList()
 {
     auto* list = new QTreeWidget;

@@ -13,6 +13,7 @@ class QHBoxLayout;
 class QSlider;
 class QTimer;
 class QLabel;
+class QLayout;
 class QLineEdit;
 class QPushButton;
 class QTreeWidget;
@@ -26,6 +27,9 @@ QPushButton* NamedButton(const char* name, const char* text);
 // The OK and Cancel buttons of a form's dialog, in a row at the right; accepted says how the
 // dialog closed.
 QHBoxLayout* OkCancelRow(QDialog& dialog, QPushButton* ok, QPushButton* cancel, bool& accepted);
+
+// A dialog with a movie preview: its fields beside the preview, its buttons in a row below.
+void LayOutBesidePreview(QDialog& dialog, QLayout* fields, QWidget* preview, QLayout* buttons);
 
 // lstTracks: the columns of a track list, one row per stream.
 QTreeWidget* TrackList();

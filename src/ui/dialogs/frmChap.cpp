@@ -117,12 +117,7 @@ frmChap::frmChap(ChapForm& form, Project& project, QWidget* parent)
     buttons->addStretch();
     buttons->addWidget(Command2);
     buttons->addWidget(Command10);
-    auto* columns = new QHBoxLayout;
-    columns->addLayout(grid, 3);
-    columns->addWidget(preview_, 2);
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(columns);
-    layout->addLayout(buttons);
+    LayOutBesidePreview(*this, grid, preview_, buttons);
 
     connect(Combo1_, &QComboBox::currentIndexChanged, this, &frmChap::Combo1_Click);
     for (QRadioButton* option : {optPerMin_, optChapters_, Option1_})

@@ -98,12 +98,7 @@ frmNewMenu::frmNewMenu(NewMenuForm& form, Project& project, QWidget* parent)
     buttons->addStretch();
     buttons->addWidget(cmdOK_);
     buttons->addWidget(cancel);
-    auto* columns = new QHBoxLayout;
-    columns->addLayout(grid, 3);
-    columns->addWidget(preview_, 2);
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(columns);
-    layout->addLayout(buttons);
+    LayOutBesidePreview(*this, grid, preview_, buttons);
 
     connect(Combo2_, &QComboBox::currentIndexChanged, this,
             [this] { Apply([this] { Combo2_Click(form_, project_.Doc.Tree); }); });
