@@ -44,6 +44,28 @@ inline std::filesystem::path FfmpegOnce(const std::filesystem::path& file, const
     return file;
 }
 
+// 720x576 MPEG-4 (DX50), a key frame every 250 frames, 90,000 frames. A flat colour encodes
+// quickly; still the first run takes some minutes, so the file is kept for the next.
+inline const std::filesystem::path& HourMovie()
+{
+    static const std::filesystem::path file =
+        FfmpegOnce(BenchFolder("menuwright-bench-media") / "hour.avi",
+                   "-f lavfi -i color=c=blue:s=720x576:r=25:d=3600 -c:v mpeg4 -vtag DX50 -g 250");
+    return file;
+}
+
+// The same hour with a moving test picture and grain at 1.2 Mbit/s, so that decoding costs what
+// a real film's would; key frames only every 250 frames, never at a scene change. The first run
+// takes some minutes and some 540 MB.
+inline const std::filesystem::path& BusyHourMovie()
+{
+    static const std::filesystem::path file =
+        FfmpegOnce(BenchFolder("menuwright-bench-media") / "busy-hour.avi",
+                   "-f lavfi -i testsrc2=size=720x576:rate=25:duration=3600,noise=alls=12:allf=t "
+                   "-c:v mpeg4 -vtag DX50 -g 250 -sc_threshold 1000000000 -b:v 1200k");
+    return file;
+}
+
 // Whole processes, so that start-up counts on both sides alike.
 inline void TimeCommand(benchmark::State& state, const std::string& command)
 {

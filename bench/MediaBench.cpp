@@ -15,18 +15,9 @@
 namespace {
 
 namespace fs = std::filesystem;
+using mw::bench::HourMovie;
 using mw::bench::Quoted;
 using mw::bench::TimeCommand;
-
-// 720x576 MPEG-4 (DX50), a key frame every 250 frames, 90,000 frames. A flat colour encodes
-// quickly; still the first run takes some minutes, so the file is kept for the next.
-const fs::path& HourMovie()
-{
-    static const fs::path file =
-        mw::bench::FfmpegOnce(mw::bench::BenchFolder("menuwright-bench-media") / "hour.avi",
-                              "-f lavfi -i color=c=blue:s=720x576:r=25:d=3600 -c:v mpeg4 -vtag DX50 -g 250");
-    return file;
-}
 
 constexpr long kMiddleFrame = 45125;                 // half a key interval after the key frame 45000
 constexpr const char* kMiddleSeconds = "1805";       // the same frame at 25 fps
