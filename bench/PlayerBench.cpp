@@ -69,12 +69,19 @@ void BM_Player_SeekNonKeyFrame(benchmark::State& state)
     std::size_t next = 0;
     for (auto _ : state) {
         const long frame = SeekFrames()[next++ % SeekFrames().size()];
+        // A frame that fails to decode keeps the picture before it.
+        const auto before = player->Picture();
         player->Seek(frame);
-        if (player->Position() != frame || !player->Picture()) {
+        if (player->Position() != frame || !player->Picture() || player->Picture() == before) {
             state.SkipWithError(("no picture at frame " + std::to_string(frame)).c_str());
             break;
         }
     }
+    // How many frames a seek decodes past its key frame, on average.
+    double afterKey = 0;
+    for (const long frame : SeekFrames())
+        afterKey += static_cast<double>(frame % kKeyInterval);
+    state.counters["frames_after_key"] = afterKey / static_cast<double>(SeekFrames().size());
 }
 
 void BM_Player_Process_FfmpegSeekNonKeyFrame(benchmark::State& state)
