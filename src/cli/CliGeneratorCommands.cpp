@@ -3,48 +3,85 @@
 #include "core/Text.h"
 #include "document/Project.h"
 #include "generators/ChapterMenu.h"
+#include "generators/TitleMenu.h"
 
 #include <filesystem>
+#include <functional>
 #include <iostream>
 
 namespace mw {
 
-int RunChapterMenu(const CliOptions& options, CliContext& context)
+namespace {
+
+// Runs a generator on the project with the options both commands share: -o names the page 1
+// video (the project is saved where it was read), --per-page 6 or 8 and --lang. `make` opens the
+// page at the number a page and makes the menus, or refuses with an exit status of its own.
+int RunPageMenus(const CliOptions& options, CliContext& context, std::size_t arguments, const char* usage,
+                 const std::function<int(Project&, int perPage, const std::string& fileName, PageMenuResult&)>& make)
 {
-    if (options.Arguments.size() != 2 || !options.Output)
-        return Refuse(context, options, "expected a project file, a title id and -o MENU.avi");
+    if (options.Arguments.size() != arguments || !options.Output)
+        return Refuse(context, options, usage);
     const std::string perPageText = options.Menu.PerPage.value_or("8");
     if (perPageText != "6" && perPageText != "8")
         return Refuse(context, options, "--per-page takes 6 or 8");
-    ChapterMenuRequest request;
-    request.TitleID = options.Arguments[1];
     std::error_code ec;
-    request.FileName = std::filesystem::absolute(*options.Output, ec).string();
-    request.MainMenuID = options.Menu.Main.value_or("");
-    request.Language = options.DefLang.value_or("");
-
-    // -o names the menu's video here; the project is saved where it was read.
+    const std::string fileName = std::filesystem::absolute(*options.Output, ec).string();
     CliOptions inPlace = options;
     inPlace.Output.reset();
     return RunOnProject(inPlace, context, [&](Project& project) {
-        if (!request.MainMenuID.empty()) {
-            const DocNode* menu = project.Doc.Tree.ObjectNode(request.MainMenuID);
-            if (!menu || !EqualsNoCase(menu->Text, "DivXMediaMenu"))
-                return Refuse(context, options, request.MainMenuID + " is not a menu of the project");
-        }
-        MenuPage page;
-        if (!OpenChapterPage(project, request.TitleID, std::stoi(perPageText), page))
-            return Refuse(context, options, request.TitleID + " is not a title of the project");
-        // Without a menu to lead to, the main and setup buttons would be dead ends. The setup
-        // menu is made by a command of its own, so the setup button is left out here.
-        page.Design.Main.Visible = !request.MainMenuID.empty();
-        page.Design.Setup.Visible = false;
-        ChapterMenuResult result;
-        if (!CreateChapterMenu(project, page, request, result))
-            return static_cast<int>(kExitFaults);
+        PageMenuResult result;
+        const int status = make(project, std::stoi(perPageText), fileName, result);
+        if (status != static_cast<int>(kExitOk))
+            return status;
         for (const std::string& id : result.MenuIDs)
             std::cout << id << '\n';
         return static_cast<int>(kExitOk);
+    });
+}
+
+} // namespace
+
+int RunChapterMenu(const CliOptions& options, CliContext& context)
+{
+    ChapterMenuRequest request;
+    request.TitleID = options.Arguments.size() > 1 ? options.Arguments[1] : "";
+    request.Menus.MainMenuID = options.Menu.Main.value_or("");
+    request.Menus.Language = options.DefLang.value_or("");
+    return RunPageMenus(options, context, 2, "expected a project file, a title id and -o MENU.avi",
+                        [&](Project& project, int perPage, const std::string& fileName, PageMenuResult& result) {
+        request.Menus.FileName = fileName;
+        const std::string& mainMenu = request.Menus.MainMenuID;
+        if (!mainMenu.empty()) {
+            const DocNode* menu = project.Doc.Tree.ObjectNode(mainMenu);
+            if (!menu || !EqualsNoCase(menu->Text, "DivXMediaMenu"))
+                return Refuse(context, options, mainMenu + " is not a menu of the project");
+        }
+        MenuPage page;
+        if (!OpenChapterPage(project, request.TitleID, perPage, page))
+            return Refuse(context, options, request.TitleID + " is not a title of the project");
+        // Without a menu to lead to, the main and setup buttons would be dead ends. The setup
+        // menu is made by a command of its own, so the setup button is left out here.
+        page.Design.Main.Visible = !mainMenu.empty();
+        page.Design.Setup.Visible = false;
+        return CreateChapterMenu(project, page, request, result) ? static_cast<int>(kExitOk)
+                                                                 : static_cast<int>(kExitFaults);
+    });
+}
+
+int RunTitleMenu(const CliOptions& options, CliContext& context)
+{
+    PageMenuRequest request;
+    request.Language = options.DefLang.value_or("");
+    return RunPageMenus(options, context, 1, "expected a project file and -o MENU.avi",
+                        [&](Project& project, int perPage, const std::string& fileName, PageMenuResult& result) {
+        request.FileName = fileName;
+        MenuPage page;
+        if (!OpenTitlePage(project, perPage, page))
+            return Refuse(context, options, "the project has no title");
+        // The title menu is the top menu: there is no menu above it to lead to.
+        page.Design.Main.Visible = false;
+        return CreateTitleMenu(project, page, request, result) ? static_cast<int>(kExitOk)
+                                                               : static_cast<int>(kExitFaults);
     });
 }
 

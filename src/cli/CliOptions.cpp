@@ -3,7 +3,10 @@
 #include "cli/CliOverlayCommands.h"
 #include "core/Text.h"
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
+#include <string_view>
 
 namespace mw {
 
@@ -141,6 +144,7 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
         {"--from-picture", "set-overlay", &menu.FromPicture},
         {"--prepare-only", "build", nullptr},
         {"--per-page", "chapter-menu", &menu.PerPage}, {"--main", "chapter-menu", &menu.Main},
+        {"--per-page", "title-menu", &menu.PerPage},
     };
     bool prepareOnly = false;
     std::vector<std::string> rest;
@@ -150,7 +154,7 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
         const std::string& a = args[i];
         const Option* option = nullptr;
         for (const Option& o : table) {
-            if (a == o.Name)
+            if (a == o.Name && !option)
                 option = &o;
         }
         if (!option) {
@@ -178,8 +182,14 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
     parsed.Options.PrepareOnly = prepareOnly;
     if (parsed.Error.empty() && !error.empty())
         parsed.Error = error;
+    // An option some commands share is listed once for each of them.
+    const auto takes = [&](const Option* option) {
+        return std::any_of(std::begin(table), std::end(table), [&](const Option& o) {
+            return std::string_view(o.Name) == option->Name && parsed.Options.Command == o.Command;
+        });
+    };
     for (const Option* option : given) {
-        if (parsed.Error.empty() && parsed.Options.Command != option->Command)
+        if (parsed.Error.empty() && !takes(option))
             parsed.Error = std::string("the option ") + option->Name + " belongs to " + option->Command;
     }
     return parsed;
@@ -237,6 +247,10 @@ std::string CliUsage()
            "                                    with the layout of section ChaptersMenu of the\n"
            "                                    settings; later pages add _2, _3... to the name;\n"
            "                                    prints the new menus' identifiers\n"
+           "  title-menu PROJECT.xml -o MENU.avi [--per-page 6|8] [--lang CODE]\n"
+           "                                    still title menus, a page of thumbnails each, with\n"
+           "                                    the layout of section TitleMenu of the settings;\n"
+           "                                    prints the new menus' identifiers\n"
            "  pic2avi PICTURE... -o OUT.avi --fps F [--audio FILE]\n"
            "                                    a menu video: five seconds of one picture, or one\n"
            "                                    frame per picture, MPEG-4 by our own encoder\n"
@@ -261,7 +275,7 @@ std::string CliUsage()
            "  --default-audio N|none     new: the default audio track, by stream number\n"
            "  --default-subtitle N|none  new: the default subtitle track, by stream number\n"
            "  --lang CODE                new: the menu language instead of the setting defLang;\n"
-           "                             chapter-menu: the language set of the new menus\n"
+           "                             chapter-menu, title-menu: the language set of the new menus\n"
            "  --fps F                    pic2avi: frames per second, such as 25 or 29.97\n"
            "  --audio FILE               pic2avi: an audio file to add as a second stream\n"
            "  --count N                  chapters: N chapters of equal length\n"

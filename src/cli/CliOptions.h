@@ -22,7 +22,7 @@ struct MenuCliOptions {
     std::optional<std::string> Overlay;  // --overlay SHAPE, of add-button
     bool ResetPosition = false;          // --reset-position, of set-overlay
     std::optional<std::string> FromPicture; // --from-picture PICTURE, of set-overlay
-    std::optional<std::string> PerPage;  // --per-page 6|8, of chapter-menu
+    std::optional<std::string> PerPage;  // --per-page 6|8, of chapter-menu and title-menu
     std::optional<std::string> Main;     // --main MENU_ID, of chapter-menu
 };
 

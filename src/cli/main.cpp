@@ -59,6 +59,7 @@ const std::map<std::string, CommandRunner, std::less<>>& Commands()
         {"insert-template", RunInsertTemplate},
         {"build", RunBuild},
         {"chapter-menu", RunChapterMenu},
+        {"title-menu", RunTitleMenu},
     };
     return commands;
 }

@@ -23,16 +23,6 @@ SimpleRow Prop(const std::string& text)
     return {"", text, "prop", {}};
 }
 
-// The value of the first translation behind a lookup identifier.
-std::string TranslationOf(const DocTree& tree, const std::string& lookupId)
-{
-    const DocNode* lookup = tree.ObjectNode(lookupId);
-    if (!lookup)
-        return {};
-    const auto translations = ChildrenNamed(*lookup, "Translation");
-    return translations.empty() ? std::string() : GetPropertyInNode(*translations.front(), "value");
-}
-
 // Audio and subtitle rows of the tracks right under a title or chapter, each type counted on
 // its own; a chapter's video track gives its frames.
 void AddTrackRows(const DocNode& owner, SimpleRow& row, bool withFrames)
@@ -88,6 +78,15 @@ SimpleRow LanguageSetRow(const DocNode& set)
 }
 
 } // namespace
+
+std::string TranslationOf(const DocTree& tree, const std::string& lookupId)
+{
+    const DocNode* lookup = tree.ObjectNode(lookupId);
+    if (!lookup)
+        return {};
+    const auto translations = ChildrenNamed(*lookup, "Translation");
+    return translations.empty() ? std::string() : GetPropertyInNode(*translations.front(), "value");
+}
 
 std::vector<SimpleRow> LoadToSimple(const DocTree& tree)
 {

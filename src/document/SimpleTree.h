@@ -17,6 +17,9 @@ struct SimpleRow {
     bool operator==(const SimpleRow&) const = default;
 };
 
+// The value of the first translation behind a lookup identifier; empty when there is none.
+std::string TranslationOf(const DocTree& tree, const std::string& lookupId);
+
 // The simple tree of a document: "Titles" with the titles of the media branch, then one
 // "Menus (code)" row per language set.
 std::vector<SimpleRow> LoadToSimple(const DocTree& tree);

@@ -94,9 +94,9 @@ TEST_F(ChapterMenuFixture, StillMenuOfTwoPagesShowsItsChaptersIsWiredAndChecksCl
     ASSERT_TRUE(shape.Save((home.Path() / "overlays" / "frames" / "DVD_Button_2.bmp").string()));
     page.Design.ButtonPicture = (home.Path() / "frames" / "DVD_Button_2.gif").string();
     const std::string before = Everything(project.Doc.Tree);
-    ChapterMenuResult result;
+    PageMenuResult result;
     const std::string mainMenu = LoadTitlesInForm(project.Doc).lstMenus.front().Key.substr(1);
-    ASSERT_TRUE(CreateChapterMenu(project, page, {.TitleID = titleID, .FileName = name, .MainMenuID = mainMenu}, result))
+    ASSERT_TRUE(CreateChapterMenu(project, page, {.TitleID = titleID, .Menus = {.FileName = name, .MainMenuID = mainMenu}}, result))
         << ::testing::PrintToString(prompt.Texts());
     ASSERT_EQ(result.MenuIDs.size(), 2u);
     EXPECT_TRUE(fs::is_regular_file(name + ".avi"));
@@ -163,8 +163,8 @@ TEST_F(ChapterMenuFixture, FailedRunLeavesProjectAndFilesAlone)
     const std::string name = (made.Path() / "chapters.avi").string();
     std::ofstream(name) << "mine";
     const std::string before = Everything(project.Doc.Tree);
-    ChapterMenuResult result;
-    EXPECT_FALSE(CreateChapterMenu(project, page, {.TitleID = titleID, .FileName = name, .Language = "xx"}, result));
+    PageMenuResult result;
+    EXPECT_FALSE(CreateChapterMenu(project, page, {.TitleID = titleID, .Menus = {.FileName = name, .Language = "xx"}}, result));
     EXPECT_EQ(Everything(project.Doc.Tree), before);
     EXPECT_EQ(ReadAll(name), "mine");
     EXPECT_FALSE(fs::exists(made.Path() / "chapters_2.avi"));
@@ -172,7 +172,7 @@ TEST_F(ChapterMenuFixture, FailedRunLeavesProjectAndFilesAlone)
 
     // A page whose name is taken by a folder: no page is put in place, not even the first.
     fs::create_directories(made.Path() / "chapters_2.avi" / "inside");
-    EXPECT_FALSE(CreateChapterMenu(project, page, {.TitleID = titleID, .FileName = name}, result));
+    EXPECT_FALSE(CreateChapterMenu(project, page, {.TitleID = titleID, .Menus = {.FileName = name}}, result));
     EXPECT_EQ(Everything(project.Doc.Tree), before);
     EXPECT_EQ(ReadAll(name), "mine");
     EXPECT_TRUE(fs::is_empty(home.Path() / "tmp"));

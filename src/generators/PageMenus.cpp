@@ -1,0 +1,383 @@
+#include "generators/PageMenus.h"
+
+#include "build/PicturesToMenuVideo.h"
+#include "core/Text.h"
+#include "document/Project.h"
+#include "document/TreeQueries.h"
+#include "document/UndoHistory.h"
+#include "generators/Navigation.h"
+#include "generators/PageComposer.h"
+#include "generators/PageSettings.h"
+#include "media/FrameGrabber.h"
+#include "menus/Actions.h"
+#include "menus/AddNewMenu.h"
+#include "menus/Buttons.h"
+#include "menus/CanvasCommands.h"
+#include "menus/MenuCommands.h"
+#include "menus/MenuForms.h"
+#include "menus/OverlayAttributes.h"
+#include "render/cDIB.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+namespace mw {
+
+namespace {
+
+std::string WithAviExtension(std::string name)
+{
+    if (!EndsWithNoCase(name, ".avi"))
+        name += ".avi";
+    return name;
+}
+
+// The page videos are made under names of the program's tmp folder first and only put in
+// place once every page has one.
+struct PageVideo {
+    std::string Work;
+    std::string Final;
+};
+
+void RemoveFiles(const std::vector<PageVideo>& videos)
+{
+    std::error_code ec;
+    for (const PageVideo& video : videos)
+        fs::remove(video.Work, ec);
+}
+
+// Puts every page's video in place, or none: a file of the user under a page's name is moved
+// aside first and comes back when any page fails. A folder under a page's name fails the run.
+bool PutAllInPlace(const std::vector<PageVideo>& videos)
+{
+    std::error_code ec;
+    for (const PageVideo& video : videos) {
+        if (fs::is_directory(video.Final, ec))
+            return false;
+    }
+    std::vector<std::pair<fs::path, fs::path>> asides;
+    std::vector<fs::path> placed;
+    bool ok = true;
+    for (const PageVideo& video : videos) {
+        const fs::path final = video.Final;
+        if (fs::exists(final, ec)) {
+            const fs::path aside = final.string() + ".old";
+            fs::rename(final, aside, ec);
+            if (ec) {
+                ok = false;
+                break;
+            }
+            asides.emplace_back(final, aside);
+        }
+        fs::rename(video.Work, final, ec);
+        if (ec) // another file system
+            fs::copy_file(video.Work, final, fs::copy_options::overwrite_existing, ec);
+        placed.push_back(final); // whatever stands there now is ours
+        if (ec) {
+            ok = false;
+            break;
+        }
+    }
+    for (const fs::path& file : ok ? std::vector<fs::path>{} : placed)
+        fs::remove(file, ec);
+    for (const auto& [final, aside] : asides) {
+        if (ok)
+            fs::remove(aside, ec);
+        else
+            fs::rename(aside, final, ec);
+    }
+    return ok;
+}
+
+// The new-menu form as it opens, at the language set of the code (the selected one when empty).
+// False when the project has no such set.
+bool OpenNewMenuForm(Project& project, NewMenuForm& form, const std::string& language)
+{
+    LoadNewMenuForm(form, clsIniFile(SettingsFilePath(project.ProgramFolder()).string()));
+    FillLanguageCombo(form, project.Doc.Tree);
+    if (!language.empty()) {
+        const auto& items = form.Combo2.Items;
+        const auto found = std::find_if(items.begin(), items.end(), [&](const ComboItem& i) { return i.Text == language; });
+        if (found == items.end())
+            return false;
+        form.Combo2.ListIndex = static_cast<int>(found - items.begin());
+    }
+    Combo2_Click(form, project.Doc.Tree);
+    return true;
+}
+
+// The new-menu form filled as the user fills it for one page.
+std::string AddPageMenu(Project& project, const std::string& video, const std::string& name,
+                        const std::string& language)
+{
+    NewMenuForm form;
+    if (!OpenNewMenuForm(project, form, language) || !LoadMovieForMenu(project, form, video))
+        return "";
+    form.txtMenuName = name;
+    return AddNewMenu(project, form, false);
+}
+
+// The language set as it was before the menus are added: one undo step for the whole run when
+// it succeeds, and the way back when it fails part way.
+class LanguageSetGuard {
+public:
+    LanguageSetGuard(Project& project, const DocNode* languageSet)
+        : project_(project), undo_(project.Undo), nextID_(project.Doc.NextObjectID), dirty_(project.FileIsDirty)
+    {
+        kept_ = languageSet && TakeUndoSnapshot(project.Doc, GetPropertyInNode(*languageSet, "objectid"),
+                                                project.Canvas.CurrentMenuID, before_, KeptTracks::None);
+    }
+    ~LanguageSetGuard()
+    {
+        // The steps the menu commands recorded on the way give way to the one of the run.
+        project_.Undo = std::move(undo_);
+        if (kept_)
+            project_.Undo.Push(std::move(before_));
+        if (!done_ && kept_) {
+            project_.UndoDo();
+            project_.Doc.NextObjectID = nextID_;
+            project_.FileIsDirty = dirty_;
+            if (DocNode* shown = project_.Doc.Tree.ObjectNode(project_.Canvas.CurrentMenuID))
+                ParceMenu(project_, *shown);
+        }
+        project_.Commands.mnuUndo = !project_.Undo.Empty();
+    }
+    LanguageSetGuard(const LanguageSetGuard&) = delete;
+    LanguageSetGuard& operator=(const LanguageSetGuard&) = delete;
+
+    void Done() { done_ = true; }
+
+private:
+    Project& project_;
+    UndoHistory undo_;
+    UndoSnapshot before_;
+    long nextID_;
+    bool dirty_;
+    bool kept_ = false;
+    bool done_ = false;
+};
+
+ButtonShape ShapeOf(const PageLabel& label) { return ButtonShape{"", label.Left, label.Top, label.Width, label.Height}; }
+
+// The buttons of one page, by their place in the navigation.
+struct PageButtons {
+    std::map<NavButton, std::string> IDs;
+    std::string Previous;
+    std::string Next;
+    std::string Main;
+    std::string Setup;
+};
+
+void WireNavigation(Project& project, const MenuPage& page, const PageButtons& buttons)
+{
+    const NavPage nav{.Page = page.Page, .HasMain = !buttons.Main.empty(), .HasSetup = !buttons.Setup.empty()};
+    DocTree& tree = project.Doc.Tree;
+    for (const auto& [button, links] : NavigationRule(static_cast<int>(page.Items.size()), page.PerPage, nav)) {
+        DocNode* node = tree.ObjectNode(buttons.IDs.at(button));
+        if (!node)
+            continue;
+        const auto set = [&](const char* key, const std::optional<NavButton>& to) {
+            if (to)
+                UpdatePropertyInNode(tree, *node, key, buttons.IDs.at(*to), true);
+        };
+        set("leftAction", links.Left);
+        set("rightAction", links.Right);
+        set("downAction", links.Down);
+    }
+}
+
+} // namespace
+
+std::string PageFileName(const std::string& fileName, int page)
+{
+    if (page <= 1)
+        return fileName;
+    return fileName.substr(0, fileName.size() - std::min<std::size_t>(4, fileName.size())) + "_" +
+           std::to_string(page) + ".avi";
+}
+
+ActionChoice PlayChoice(const std::string& titleID, const std::string& chapterID)
+{
+    ActionChoice play;
+    play.Type = "PlayAction";
+    play.TitleID = titleID;
+    play.ChapterID = chapterID;
+    return play;
+}
+
+void LoadItemPictures(Project& project, MenuPage& page, const std::vector<std::string>& movies)
+{
+    project.Ask().Progress(kPageMessage, "Loading frames... Please wait");
+    for (std::size_t i = 0; i < page.Items.size() && i < movies.size(); ++i) {
+        cDIB frame;
+        if (GrabFrameToPicture(movies[i], frame, page.Items[i].Frame, true, project.Ask(), project.Lang()))
+            page.Items[i].Picture = frame.ToImage();
+    }
+    PlacePictures(page, true);
+    project.Ask().Progress(kPageMessage, "");
+}
+
+void FitPageToItems(Project& project, const std::string& menuName, MenuPage& page)
+{
+    // A page side is a multiple of 4 and at least 100.
+    const auto side = [](int movie, int fallback) {
+        return movie >= kMinPageSide ? movie - movie % 4 : fallback;
+    };
+    const QImage& first = page.Items.front().Picture;
+    page.Width = side(first.width(), page.Width);
+    page.Height = side(first.height(), page.Height);
+    // Thumbnails keep the proportion that 120 x 90 has on a page of 720 x 576.
+    page.ItemWidth = static_cast<float>(page.Width / 6);
+    page.ItemHeight = static_cast<float>(page.Height * 90 / 576);
+    page.Design = LoadDefValues(page.Kind, SettingsFilePath(project.ProgramFolder()), project.ProgramFolder(), menuName,
+                                page.Width, page.Height);
+    PlacePictures(page, true);
+}
+
+bool CreatePageMenus(Project& project, MenuPage& page, const PageMenuJob& job, PageMenuResult& result)
+{
+    result = {};
+    Prompt& prompt = project.Ask();
+    if (page.Items.empty() || job.Request.FileName.empty() || job.Plays.size() != page.Items.size())
+        return false;
+    const fs::path tmp = project.ProgramFolder() / "tmp";
+    std::error_code ec;
+    fs::create_directories(tmp, ec);
+    fs::create_directories(job.PictureFolder, ec);
+    const std::string fileName = WithAviExtension(job.Request.FileName);
+    const int pages = PageCount(static_cast<int>(page.Items.size()), page.PerPage);
+    const int shownPage = page.Page;
+
+    NewMenuForm form;
+    if (!OpenNewMenuForm(project, form, job.Request.Language)) {
+        prompt.Message("The project has no language set " + job.Request.Language, "", PromptIcon::Critical);
+        return false;
+    }
+    const double fps = std::strtod(form.cmbfpsText.c_str(), nullptr);
+
+    prompt.Progress(kPageMessage, "Creating picture...");
+    const PageArt art = LoadPageArt(page);
+    const std::string picture = (job.PictureFolder / "picformenu.bmp").string();
+    std::vector<PageVideo> videos;
+    for (int p = 1; p <= pages; ++p) {
+        page.Page = p;
+        PlacePictures(page, false);
+        const PageVideo video{(tmp / (job.WorkName + std::to_string(p) + ".avi")).string(), PageFileName(fileName, p)};
+        cDIB composed;
+        fs::remove(picture, ec);
+        prompt.Progress(kPageMessage, job.CreatingMessage + std::to_string(p));
+        const bool made = composed.CreateFromImage(ComposePage(page, art)) && composed.Save(picture) &&
+                          CreateAviFromaPic(picture, video.Work, fps, page.Design.UseThisSound, kPicToMenuBuiltIn,
+                                            project.Values(), project.Lang(), prompt);
+        fs::remove(picture, ec);
+        videos.push_back(video);
+        if (!made) {
+            RemoveFiles(videos);
+            page.Page = shownPage;
+            PlacePictures(page, false);
+            return false;
+        }
+    }
+    const bool placed = PutAllInPlace(videos);
+    RemoveFiles(videos);
+    if (!placed) {
+        prompt.Message("There was an error working with the file:\n" + fileName, "", PromptIcon::Critical);
+        page.Page = shownPage;
+        PlacePictures(page, false);
+        return false;
+    }
+
+    LanguageSetGuard guard(project, IsLanguageMenusThere(project.Doc.Tree, ComboText(form.Combo2)));
+    std::vector<PageButtons> pageButtons;
+    // The overlay of the thumbnails takes the border's shape when the library has it.
+    const std::string shapeFile = fs::path(page.Design.ButtonPicture).stem().string() + ".bmp";
+    const std::string overlayBitmap = "frames\\" + shapeFile;
+    const bool bitmapOverlay = page.Design.WhatOverlay == 0 &&
+                               fs::is_regular_file(project.ProgramFolder() / "overlays" / "frames" / shapeFile, ec);
+    for (int p = 1; p <= pages; ++p) {
+        page.Page = p;
+        PlacePictures(page, false);
+        prompt.Progress(kPageMessage, "Adding menu...");
+        const std::string menuID =
+            AddPageMenu(project, videos[static_cast<std::size_t>(p - 1)].Final, page.Design.MenuName + std::to_string(p),
+                        job.Request.Language);
+        if (menuID.empty())
+            return false;
+        result.MenuIDs.push_back(menuID);
+        prompt.Progress(kPageMessage, "Setting menu properties...");
+        ParceMenu(project, project.Doc.Tree.Item("k" + menuID));
+
+        PageButtons buttons;
+        for (std::size_t i = 0; i < page.Items.size(); ++i) {
+            const PageItem& item = page.Items[i];
+            if (!item.Visible)
+                continue;
+            const QRect rect = ItemRect(page, item);
+            const std::string id =
+                AddButtonToMenu(project, ButtonShape{"", rect.left(), rect.top(), rect.width(), rect.height()}, "");
+            buttons.IDs[NavButton{NavButton::Kind::Item, static_cast<int>(i + 1)}] = id;
+            if (bitmapOverlay) {
+                SetThisOverlay(project, overlayBitmap);
+            } else {
+                // A text overlay over the caption, in the caption's font.
+                const FontGroup& font = page.Design.Captions;
+                TextOverlayForm& text = project.Overlays.TextPanel;
+                text.Text = item.Caption;
+                text.Font = FontChoice{font.Name, double(font.Size), font.Bold, font.Italic};
+                text.Charset = font.CharSet;
+                UpdateTextOverlay(project);
+                const QRect caption = CaptionRect(page, item);
+                PlaceShapeToPos(project, static_cast<int>(project.Canvas.Buttons.size()) - 1,
+                                ButtonShape{"", caption.left(), caption.top(), caption.width(), caption.height()});
+            }
+        }
+        const auto addLabel = [&](const PageLabel& label, NavButton::Kind kind, bool oval) {
+            if (!label.Visible)
+                return std::string();
+            const std::string id = AddButtonToMenu(project, ShapeOf(label), "");
+            if (oval)
+                SetSpecialOverlay(project, "*Oval");
+            buttons.IDs[NavButton{kind}] = id;
+            return id;
+        };
+        buttons.Previous = addLabel(page.Design.Previous, NavButton::Kind::Previous, false);
+        buttons.Next = addLabel(page.Design.Next, NavButton::Kind::Next, false);
+        buttons.Main = addLabel(page.Design.Main, NavButton::Kind::Main, true);
+        buttons.Setup = addLabel(page.Design.Setup, NavButton::Kind::Setup, true);
+        if (!buttons.Setup.empty())
+            result.SetupButtonID = buttons.Setup;
+
+        for (std::size_t i = 0; i < page.Items.size(); ++i) {
+            const auto button = buttons.IDs.find(NavButton{NavButton::Kind::Item, static_cast<int>(i + 1)});
+            if (button == buttons.IDs.end())
+                continue;
+            ActionRow row;
+            if (!AcceptActionChoice(prompt, job.Plays[i], row))
+                return false;
+            Label1_Click(project, static_cast<int>(std::distance(buttons.IDs.begin(), button)));
+            const std::string list = UpdateOrAddActionNode(project, "", true, {row});
+            if (DocNode* node = project.Doc.Tree.ObjectNode(button->second))
+                UpdatePropertyInNode(project.Doc.Tree, *node, "selectAction", list, true);
+        }
+        WireNavigation(project, page, buttons);
+        if (!job.Request.MainMenuID.empty() && !buttons.Main.empty())
+            ActionFromButtonToMenu(project, buttons.Main, job.Request.MainMenuID);
+        pageButtons.push_back(std::move(buttons));
+    }
+    for (int p = 1; p < pages; ++p) {
+        ActionFromButtonToMenu(project, pageButtons[static_cast<std::size_t>(p - 1)].Next, result.MenuIDs[static_cast<std::size_t>(p)]);
+        ActionFromButtonToMenu(project, pageButtons[static_cast<std::size_t>(p)].Previous, result.MenuIDs[static_cast<std::size_t>(p - 1)]);
+    }
+    page.Page = shownPage;
+    PlacePictures(page, false);
+    prompt.Progress(kPageMessage, job.DoneMessage);
+    project.MarkDirty();
+    guard.Done();
+    return true;
+}
+
+} // namespace mw

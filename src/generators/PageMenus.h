@@ -1,0 +1,61 @@
+#pragma once
+
+#include "core/Prompt.h"
+#include "generators/PageModel.h"
+#include "menus/Actions.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace mw {
+
+class Project;
+
+// The message line of the generator windows.
+inline const ProgressChannel kPageMessage{"lblMsg"};
+
+// The file of page `page`: page 1 keeps the chosen name, a later page gets "_" and its number
+// before the last four characters (".avi").
+std::string PageFileName(const std::string& fileName, int page);
+
+// Grabs each item's frame from its movie, one movie per item, and lays the page out again.
+void LoadItemPictures(Project& project, MenuPage& page, const std::vector<std::string>& movies);
+
+// The page as a generator window opens it once its items are loaded: the size of the first
+// item's movie and the layout of the settings section of the page's kind.
+void FitPageToItems(Project& project, const std::string& menuName, MenuPage& page);
+
+// The play action of an item's button: a chapter, or the title itself when the chapter is the
+// title's own identifier.
+ActionChoice PlayChoice(const std::string& titleID, const std::string& chapterID);
+
+// What the user asks of a generator's menus.
+struct PageMenuRequest {
+    std::string FileName{};   // the video of page 1; ".avi" is added when missing
+    std::string MainMenuID{}; // the menu the main buttons lead to; none when empty
+    std::string Language{};   // the language set's code; the selected one when empty
+};
+
+// What a generator adds to the request for the still pages it makes.
+struct PageMenuJob {
+    PageMenuRequest Request{};
+    std::string WorkName{};   // the page videos' names in tmp before the page number
+    std::string CreatingMessage{};         // shown before the page number while a page is made
+    std::string DoneMessage{};
+    std::filesystem::path PictureFolder{}; // where the composed picture is saved for the encoder
+    std::vector<ActionChoice> Plays{};     // what each item's button plays, one per item
+};
+
+struct PageMenuResult {
+    std::vector<std::string> MenuIDs; // one per page
+    std::string SetupButtonID;
+};
+
+// Makes a still menu of every page, each with its video made by the built-in encoder, a button
+// per item playing it, the page buttons and the navigation of the remote. All videos are made
+// before the project is touched: a run that fails leaves the project as it was, and no file of
+// the user is replaced until every page has its video.
+bool CreatePageMenus(Project& project, MenuPage& page, const PageMenuJob& job, PageMenuResult& result);
+
+} // namespace mw
