@@ -98,8 +98,9 @@ void BM_Generators_StillChapterMenu99(benchmark::State& state)
         // No other menus to lead to: the main and setup buttons would be dead ends.
         page.Design.Main.Visible = false;
         page.Design.Setup.Visible = false;
-        mw::ChapterMenuResult result;
-        if (!mw::CreateChapterMenu(open->project, page, {.TitleID = titleID, .FileName = output.string()}, result)) {
+        mw::PageMenuResult result;
+        if (!mw::CreateChapterMenu(open->project, page, {.TitleID = titleID, .Menus = {.FileName = output.string()}},
+                                   result)) {
             state.SkipWithError(open->prompt.Log.empty() ? "the menu failed" : open->prompt.Log.front().Text.c_str());
             break;
         }
