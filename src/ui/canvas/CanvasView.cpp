@@ -5,6 +5,7 @@
 #include "document/Project.h"
 #include "menus/Buttons.h"
 #include "menus/CanvasCommands.h"
+#include "menus/MenuBarCommands.h"
 #include "menus/MenuForms.h"
 #include "menus/OverlayAttributes.h"
 #include "menus/OverlayDialogs.h"
@@ -476,12 +477,7 @@ int CanvasView::SelectionCount() const
 
 void CanvasView::DeleteSelection()
 {
-    const MenuCanvas& canvas = project_.Canvas;
-    const bool marked = std::any_of(canvas.Buttons.begin(), canvas.Buttons.end(), [](const CanvasButton& b) { return b.Selected; });
-    if (!marked && canvas.Selected < 0)
-        return;
-    const int index = marked ? kSelectedButtons : canvas.Selected;
-    Run([this, index] { DeleteButton(project_, index); });
+    Run([this] { mnuRemoveButton(project_); });
 }
 
 void CanvasView::PopupButtonMenu(const QPoint& global)
