@@ -19,6 +19,15 @@ namespace fs = std::filesystem;
 
 namespace mw {
 
+std::optional<TitleListRow> FindTitle(const Project& project, const std::string& titleID)
+{
+    for (TitleListRow& row : LoadTitlesInForm(project.Doc).lstTitles) {
+        if (row.TitleID == titleID)
+            return row;
+    }
+    return std::nullopt;
+}
+
 std::string WithAviExtension(std::string name)
 {
     if (!EndsWithNoCase(name, ".avi"))

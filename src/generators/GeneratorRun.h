@@ -2,11 +2,13 @@
 
 #include "document/UndoHistory.h"
 #include "generators/PageModel.h"
+#include "media/LoadTitlesInForm.h"
 #include "menus/Buttons.h"
 
 #include <QImage>
 #include <QRect>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +21,9 @@ struct NewMenuForm;
 // The steps every generator's run shares: naming and placing the menu videos, encoding a still
 // page, adding a menu as the new-menu form would, the overlay of a button, and the way back
 // when a run fails part way.
+
+// The row of the title list of the identifier, with its movie's full path.
+std::optional<TitleListRow> FindTitle(const Project& project, const std::string& titleID);
 
 std::string WithAviExtension(std::string name);
 
