@@ -6,7 +6,6 @@
 #include "core/ScriptedPrompt.h"
 #include "core/Text.h"
 #include "document/CheckForErrors.h"
-#include "document/ProgramStart.h"
 #include "document/Project.h"
 #include "document/TreeQueries.h"
 #include "media/AddTitle.h"
@@ -56,7 +55,8 @@ fs::path MovieWithStreams()
                          "-metadata:s:v:1 'title=Subtitle - fr-FR;02'");
 }
 
-// The demo project with the movie of several streams as a second title.
+// The demo project with the movie of several streams as a second title; the kit's folder is
+// the program folder.
 class SetupMenuFixture : public ::testing::Test {
 protected:
     void SetUp() override
@@ -73,11 +73,10 @@ protected:
 
     const fs::path movie = MovieWithStreams();
     ScratchFolder made;
-    ScratchFolder home;
-    ScriptedPrompt prompt;
-    ProgramState program{home.Path()};
-    ScriptedForms forms;
-    Project project{program, prompt, forms};
+    TitleProject kit;
+    const fs::path& home = kit.folder.Path();
+    ScriptedPrompt& prompt = kit.prompt;
+    Project& project = kit.project;
     std::string titleID;
     std::string mainMenu;
 };
@@ -100,7 +99,7 @@ TEST_F(SetupMenuFixture, ButtonsSelectTheirStreamsEveryButtonIsReachableAndThePr
     ASSERT_TRUE(CreateSetupMenu(project, setup, {.Menus = {.FileName = name, .MainMenuID = mainMenu}}, result))
         << ::testing::PrintToString(prompt.Texts());
     EXPECT_TRUE(fs::is_regular_file(name + ".avi"));
-    EXPECT_TRUE(fs::is_empty(home.Path() / "tmp"));
+    EXPECT_TRUE(fs::is_empty(home / "tmp"));
 
     DocTree& tree = project.Doc.Tree;
     std::vector<DocNode*> buttons;
@@ -175,7 +174,7 @@ TEST_F(SetupMenuFixture, RefusedRunChangesNothing)
     EXPECT_EQ(Everything(project.Doc.Tree), before);
     EXPECT_EQ(ReadAll(name), "mine");
     EXPECT_TRUE(result.MenuID.empty());
-    EXPECT_TRUE(fs::is_empty(home.Path() / "tmp"));
+    EXPECT_TRUE(fs::is_empty(home / "tmp"));
 }
 
 // The command line makes the same menu from the saved project, with the program folder's layout.
@@ -183,7 +182,7 @@ TEST_F(SetupMenuFixture, CommandLinePrintsTheMenuAndTheProjectChecksClean)
 {
     const std::string file = (made.Path() / "Demo" / "Demo.xml").string();
     ASSERT_TRUE(project.SaveFile(false, false));
-    const std::string cli = "MENUWRIGHT_HOME='" + home.Path().string() + "' '" MENUWRIGHT_CLI_PATH "' ";
+    const std::string cli = "MENUWRIGHT_HOME='" + home.string() + "' '" MENUWRIGHT_CLI_PATH "' ";
     const std::string setupMenu = cli + "setup-menu '" + file + "' ";
     const std::string out = " -o '" + (made.Path() / "setup").string() + "' 2>/dev/null";
     EXPECT_EQ(RunCommand(setupMenu + "99999" + out).Exit, 2);
