@@ -157,6 +157,28 @@ TEST_F(Preview, SeekingLandsOnTheAskedFrameNotOnTheKeyFrameBefore)
     EXPECT_EQ(mm.MMPositionFrames("video1"), 60);
 }
 
+// The decoder gives B-frames back in the order they are shown, not the order of the chunks, and
+// B-frames shown before their key frame need the key frame before that.
+TEST_F(Preview, BFramesAreShownInTheirOwnOrder)
+{
+    const auto movie = BFramesMovie();
+    ASSERT_FALSE(movie.empty());
+    ASSERT_EQ(mm.MMOpen(movie.string(), "MPEGVideo", "video1"), "Success");
+    const auto grey = [this](long frame) { return (Grey(*mm.Picture("video1")) - 16 + 2) / 5 == frame; };
+    EXPECT_TRUE(grey(0));
+    for (long frame : {25L, 24L, 12L, 11L, 13L, 1L, 39L, 38L, 2L, 3L}) {
+        ASSERT_EQ(mm.MMSeek("video1", std::to_string(frame)), "Success");
+        EXPECT_TRUE(grey(frame)) << frame;
+        EXPECT_TRUE(*mm.Picture("video1") == Grab(movie, frame)) << frame;
+    }
+    ASSERT_EQ(mm.MMPlay("video1", "5"), "Success");
+    for (long frame = 6; frame < 40; ++frame) {
+        Advance(1);
+        ASSERT_TRUE(WaitForPosition(frame));
+        EXPECT_TRUE(grey(frame)) << frame;
+    }
+}
+
 TEST_F(Preview, PlayShowsEachFrameOnTimeAndStopsAtTo)
 {
     const auto movie = DroppedFramesMovie(); // 25 frames, 10 to 14 dropped
