@@ -60,7 +60,7 @@ std::array<long, 20> SeekFrames(const Movie& movie)
 std::unique_ptr<mw::MoviePlayer> OpenMovie(benchmark::State& state, const Movie& movie, mw::PlayerClock clock)
 {
     mw::PlayerOpen result = mw::PlayerOpen::NotFound;
-    auto player = mw::MoviePlayer::Open(movie.File().string(), std::move(clock), result);
+    auto player = mw::MoviePlayer::Open(movie.File().string(), std::move(clock), {}, result);
     if (result != mw::PlayerOpen::Opened || !player)
         state.SkipWithError("the movie does not open in the player");
     else if (player->LengthFrames() < movie.Frames - 1)
