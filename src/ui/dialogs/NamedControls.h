@@ -3,7 +3,7 @@
 #include "media/ModuleMultimedia.h"
 #include "media/MoviePreview.h"
 #include "media/TrackRow.h"
-#include "ui/dialogs/DeviceSound.h"
+#include "ui/QtAudioSinks.h"
 
 #include <QGroupBox>
 

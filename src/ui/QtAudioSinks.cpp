@@ -1,4 +1,4 @@
-#include "ui/dialogs/DeviceSound.h"
+#include "ui/QtAudioSinks.h"
 
 #include <QAudioDevice>
 #include <QAudioFormat>
