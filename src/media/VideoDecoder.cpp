@@ -94,7 +94,7 @@ bool VideoDecoder::Decode(const AviStream& stream, long chunk, long key, cDIB& o
 {
     State& s = *state_;
     const std::vector<AviChunk>& chunks = stream.Chunks;
-    if (!s.Codec || chunk < 0 || static_cast<std::size_t>(chunk) >= chunks.size())
+    if (!s.Codec || !s.Last || chunk < 0 || static_cast<std::size_t>(chunk) >= chunks.size())
         return false;
     const auto at = [&](long n) -> const AviChunk& { return chunks[static_cast<std::size_t>(n)]; };
     // A dropped frame shows the picture before it.
@@ -103,71 +103,95 @@ bool VideoDecoder::Decode(const AviStream& stream, long chunk, long key, cDIB& o
         --target;
     if (at(target).Size == 0)
         return false;
-    key = std::clamp(key, 0L, target);
-    while (key > 0 && !(at(key).KeyFrame && at(key).Size > 0))
-        --key;
-    if (!s.Last)
-        return false;
-    const bool haveLast = s.Next >= 0 && s.Last->buf[0];
-    if (haveLast && s.Last->pts == target)
+    const auto keyAtOrBefore = [&](long n) {
+        while (n > 0 && !(at(n).KeyFrame && at(n).Size > 0))
+            --n;
+        return n;
+    };
+    key = keyAtOrBefore(std::clamp(key, 0L, target));
+    if (s.Next >= 0 && s.Last->buf[0] && s.Last->pts == target)
         return ToBitmap(*s.Last, out);
-    long first = key;
-    if (haveLast && s.Last->pts < target && key <= s.Next)
-        first = s.Next;
-    else
+    if (s.Next >= 0 && s.Last->buf[0] && s.Last->pts < target && key <= s.Next) {
+        const Sent result = SendFrom(stream, s.Next, target, out, decoded);
+        if (result != Sent::Missed)
+            return result == Sent::Found;
+    }
+    // B-frames coded just after a key frame may be shown before it and lean on the picture before
+    // the key frame too: the decoder leaves them out, and the key frame before gives them.
+    for (int tries = 0;; ++tries) {
         avcodec_flush_buffers(s.Codec);
-    s.Next = -1;
+        const Sent result = SendFrom(stream, key, target, out, decoded);
+        if (result != Sent::Missed || key == 0 || tries > 0 || s.Codec->has_b_frames == 0)
+            return result == Sent::Found;
+        key = keyAtOrBefore(key - 1);
+    }
+}
 
+VideoDecoder::Sent VideoDecoder::SendFrom(const AviStream& stream, long first, long target, cDIB& out, int& decoded)
+{
+    State& s = *state_;
+    const std::vector<AviChunk>& chunks = stream.Chunks;
+    const long count = static_cast<long>(chunks.size());
     std::unique_ptr<AVPacket, PacketFree> packet(av_packet_alloc());
     if (!packet)
-        return false;
+        return Sent::Failed;
     AVFrame& frame = *s.Last;
+    s.Next = -1;
 
-    // The decoder gives back the chunk number we put on each packet as the frame's time stamp,
-    // in display order.
-    auto takeFrames = [&]() -> int {
+    // Each packet carries its chunk number. A decoder that holds pictures back for B-frames gives
+    // the picture shown at n when chunk n + delay goes in, so the number of the chunk in the
+    // decoder at the time, less the delay, is the frame shown; draining goes on from there.
+    long drained = -1;
+    auto takeFrames = [&]() -> Sent {
         while (avcodec_receive_frame(s.Codec, &frame) >= 0) {
             ++decoded;
+            frame.pts = drained >= 0 ? drained++ : frame.pkt_dts - s.Codec->has_b_frames;
             if (frame.pts == target)
-                return ToBitmap(frame, out) ? 1 : -1;
+                return ToBitmap(frame, out) ? Sent::Found : Sent::Failed;
             if (frame.pts > target)
-                return -1;
+                return Sent::Missed;
         }
-        return 0;
+        return Sent::More;
     };
 
     const std::uint64_t fileSize = s.File.Size();
-    for (long n = first; n <= target; ++n) {
-        const AviChunk& c = at(n);
+    long n = first;
+    for (; n < count && n <= target + s.Codec->has_b_frames; ++n) {
+        const AviChunk& c = chunks[static_cast<std::size_t>(n)];
         // An entry pointing past the end of the file is no frame. That is checked before the
         // packet is made, so a hostile size cannot make us allocate more than the file holds.
         if (c.Size == 0 || c.Size > kMaxPacket || c.Offset > fileSize || fileSize - c.Offset < c.Size)
             continue;
         if (av_new_packet(packet.get(), static_cast<int>(c.Size)) < 0)
-            return false;
+            return Sent::Failed;
         if (!s.File.Read(c.Offset, packet->data, c.Size)) {
             av_packet_unref(packet.get());
             continue;
         }
         packet->pts = n;
+        packet->dts = n;
         if (c.KeyFrame)
             packet->flags |= AV_PKT_FLAG_KEY;
         int sent = 0;
-        int result = 0;
-        while ((sent = avcodec_send_packet(s.Codec, packet.get())) == AVERROR(EAGAIN) && result == 0)
+        Sent result = Sent::More;
+        while ((sent = avcodec_send_packet(s.Codec, packet.get())) == AVERROR(EAGAIN) && result == Sent::More)
             result = takeFrames();
         av_packet_unref(packet.get());
         // A damaged frame is left out; the decoder conceals it in the next.
-        if (result == 0 && sent >= 0)
+        if (result == Sent::More && sent >= 0)
             result = takeFrames();
-        if (result > 0)
+        if (result == Sent::Found)
             s.Next = n + 1;
-        if (result != 0)
-            return result > 0;
+        if (result != Sent::More)
+            return result;
     }
+    if (n < count)
+        return Sent::Missed;
     // Draining ends what the decoder can go on with.
+    drained = count - s.Codec->has_b_frames;
     avcodec_send_packet(s.Codec, nullptr);
-    return takeFrames() > 0;
+    const Sent result = takeFrames();
+    return result == Sent::More ? Sent::Failed : result;
 }
 
 } // namespace mw

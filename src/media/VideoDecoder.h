@@ -33,6 +33,11 @@ public:
     bool Decode(const AviStream& stream, long chunk, long key, cDIB& out, int& decoded);
 
 private:
+    enum class Sent { Found, Missed, More, Failed };
+    // Sends the chunks from `first` on until the picture shown at `target` comes out: Missed when
+    // a later one comes first.
+    Sent SendFrom(const AviStream& stream, long first, long target, cDIB& out, int& decoded);
+
     struct State;
     std::unique_ptr<State> state_;
 };
