@@ -1,5 +1,6 @@
 #include "menuplayer/MenuGraph.h"
 
+#include "core/Paths.h"
 #include "core/Text.h"
 #include "document/ObjectIds.h"
 #include "document/TreeQueries.h"
@@ -118,6 +119,19 @@ std::string MenuGraph::MenuLabel(const std::string& id) const
 bool MenuGraph::Background(const DocNode& menu, FrameRange& frames) const
 {
     return RangeOf(Element(doc_.Tree, GetPropertyInNode(menu, "backgroundVideoID"), "MediaTrack"), frames);
+}
+
+std::string MenuGraph::BackgroundFile(const DocNode& menu) const
+{
+    const DocNode* track = Element(doc_.Tree, GetPropertyInNode(menu, "backgroundVideoID"), "MediaTrack");
+    const DocNode* source = track ? Element(doc_.Tree, GetPropertyInNode(*track, "mediaSourceID"), "MediaSource") : nullptr;
+    return source ? ResolveLocation(doc_.ProjectFile, GetPropertyInNode(*source, "location")) : std::string();
+}
+
+std::string MenuGraph::TitleMovie(const std::string& titleID) const
+{
+    const DocNode* title = Element(doc_.Tree, titleID, "Title");
+    return title ? TitleFile(doc_, *title) : std::string();
 }
 
 std::string MenuGraph::StartButton(const DocNode& menu, std::vector<std::string>& deadEnds) const

@@ -60,6 +60,11 @@ public:
     // The frames of the menu's background video; false when its track is gone.
     bool Background(const DocNode& menu, FrameRange& frames) const;
 
+    // The movie of the menu's background and the movie of a title, made absolute against the
+    // project file; empty when a link on the way is gone.
+    std::string BackgroundFile(const DocNode& menu) const;
+    std::string TitleMovie(const std::string& titleID) const;
+
     // The button a menu starts on: startingMenuItemID, else its first button; empty for a
     // menu without buttons. A starting button that is not one of the menu's is a dead end.
     std::string StartButton(const DocNode& menu, std::vector<std::string>& deadEnds) const;

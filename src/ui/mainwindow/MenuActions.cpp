@@ -6,6 +6,7 @@
 #include "menus/MenuBarCommands.h"
 #include "menus/MenuTemplates.h"
 #include "ui/mainwindow/MenuBar.h"
+#include "ui/menuplayer/MenuPlayerWindow.h"
 
 #include <array>
 
@@ -26,6 +27,7 @@ const std::array kActions{
     MenuAction{"mnuPasteSize2", &mnuPasteSize},
     MenuAction{"mnuExportToTemplate", [](Project& project) { mnuExportToTemplate(project); }},
     MenuAction{"mnuInsertTemplate", [](Project& project) { mnuInsertTemplate(project); }},
+    MenuAction{"mnuMenuPlayer", &ShowMenuPlayer},
 };
 
 } // namespace
