@@ -69,18 +69,20 @@ const char* DirectionName(Direction direction)
     return names[std::size_t(direction)];
 }
 
-const DocNode* MenuGraph::LanguageSet(const std::string& code) const
+const DocNode* MenuGraph::LanguageSet(const std::string& code, std::string* error) const
 {
     const DocNode* root = doc_.Tree.Root();
-    if (!root)
-        return nullptr;
-    const std::vector<const DocNode*> sets = LanguageSets(*root);
-    const std::string wanted = code.empty() ? GetPropertyInNode(*root, "defaultMenuLanguage") : code;
+    const std::vector<const DocNode*> sets = root ? LanguageSets(*root) : std::vector<const DocNode*>();
+    const std::string wanted = code.empty() && root ? GetPropertyInNode(*root, "defaultMenuLanguage") : code;
     for (const DocNode* set : sets) {
         if (EqualsNoCase(GetPropertyInNode(*set, "languageCode"), wanted))
             return set;
     }
-    return code.empty() && !sets.empty() ? sets.front() : nullptr;
+    if (code.empty() && !sets.empty())
+        return sets.front();
+    if (error)
+        *error = code.empty() ? "the project has no language set" : "the project has no language set \"" + code + "\"";
+    return nullptr;
 }
 
 std::vector<const DocNode*> MenuGraph::LanguageSets(const DocNode& root) const
@@ -267,13 +269,31 @@ bool MenuGraph::PlayRange(const std::string& titleID, const std::string& mediaOb
     return chapter && chapter->Parent() == title && RangeOf(VideoTrackIn(*chapter), frames);
 }
 
-std::string MenuGraph::TitleMenu(const DocNode& languageSet) const
+std::string MenuGraph::StartMenu(const DocNode& languageSet, std::vector<std::string>& deadEnds) const
 {
-    for (const DocNode* menu : Menus(languageSet)) {
-        if (EqualsNoCase(GetPropertyInNode(*menu, "menuType"), "title"))
-            return ObjectIdOf(*menu);
+    const std::string start = GetPropertyInNode(languageSet, "startingMenuID");
+    const std::string root = GetPropertyInNode(languageSet, "rootMenuID");
+    if (Menu(start))
+        return Trim(start);
+    if (IsReferenceValue(start) || !Menu(root))
+        deadEnds.push_back("the " + GetPropertyInNode(languageSet, "languageCode") + " language set's startingMenuID " +
+                           (start.empty() ? "none" : start) + " names no menu");
+    return Menu(root) ? Trim(root) : std::string();
+}
+
+std::string MenuGraph::KeyMenu(const DocNode& languageSet, const std::string& key, std::string& deadEnd) const
+{
+    std::string target = GetPropertyInNode(languageSet, "rootMenuID");
+    if (key == "title") {
+        for (const DocNode* menu : Menus(languageSet)) {
+            if (EqualsNoCase(GetPropertyInNode(*menu, "menuType"), "title"))
+                return ObjectIdOf(*menu);
+        }
     }
-    return Trim(GetPropertyInNode(languageSet, "rootMenuID"));
+    if (Menu(target))
+        return Trim(target);
+    deadEnd = "the " + key + " key leads nowhere: " + (target.empty() ? "none" : target) + " names no menu";
+    return {};
 }
 
 } // namespace mw

@@ -43,8 +43,8 @@ public:
     const Document& Doc() const { return doc_; }
 
     // The language set of the code, case ignored; without a code the set of the document's
-    // defaultMenuLanguage, else the first set. Null when there is none.
-    const DocNode* LanguageSet(const std::string& code) const;
+    // defaultMenuLanguage, else the first set. Null, with the reason in error, when there is none.
+    const DocNode* LanguageSet(const std::string& code, std::string* error = nullptr) const;
 
     std::vector<const DocNode*> LanguageSets(const DocNode& root) const;
 
@@ -86,8 +86,13 @@ public:
     // The frames of a title's own video, or of one of its chapters.
     bool PlayRange(const std::string& titleID, const std::string& mediaObjectID, FrameRange& frames) const;
 
-    // The first menu of the set whose menuType is "title", else its root menu.
-    std::string TitleMenu(const DocNode& languageSet) const;
+    // The menu a player starts the set with: startingMenuID, else rootMenuID; empty when
+    // neither names a menu. A starting menu that is set but gone is a dead end, and so is one
+    // left unset without a root menu to stand in.
+    std::string StartMenu(const DocNode& languageSet, std::vector<std::string>& deadEnds) const;
+    // Where the menu key ("menu": rootMenuID) and the title key ("title": the first menu of
+    // type "title", else the root menu) lead; empty, with the dead end said, when nowhere.
+    std::string KeyMenu(const DocNode& languageSet, const std::string& key, std::string& deadEnd) const;
 
 private:
     std::string OwnerLabel(const DocNode& menu, const DocNode& owner) const;

@@ -68,23 +68,20 @@ void MenuSession::DeadEnd(const std::string& text) const
 
 bool MenuSession::Start()
 {
-    const DocNode* set = graph_.LanguageSet(language_);
+    std::string error;
+    const DocNode* set = graph_.LanguageSet(language_, &error);
     if (!set) {
-        DeadEnd(language_.empty() ? "the project has no language set"
-                                  : "the project has no language set \"" + language_ + "\"");
+        DeadEnd(error);
         return false;
     }
-    const std::string code = GetPropertyInNode(*set, "languageCode");
-    for (const char* row : {"startingMenuID", "rootMenuID"}) {
-        const std::string id = GetPropertyInNode(*set, row);
-        if (graph_.Menu(id)) {
-            ShowMenu(id, {});
-            return true;
-        }
-        DeadEnd("the " + code + " language set's " + row + " " + (id.empty() ? "none" : id) +
-                " names no menu");
-    }
-    return false;
+    std::vector<std::string> deadEnds;
+    const std::string start = graph_.StartMenu(*set, deadEnds);
+    for (const std::string& text : deadEnds)
+        DeadEnd(text);
+    if (start.empty())
+        return false;
+    ShowMenu(start, {});
+    return true;
 }
 
 void MenuSession::ShowMenu(const std::string& menuID, const std::string& buttonID)
@@ -193,13 +190,11 @@ void MenuSession::PlayTitle(const ActionStep& step)
 
 void MenuSession::Press(RemoteKey key)
 {
-    const DocNode* set = graph_.LanguageSet(language_);
     switch (key) {
     case RemoteKey::Menu:
-        JumpTo(set ? GetPropertyInNode(*set, "rootMenuID") : std::string(), "menu");
-        return;
     case RemoteKey::Title:
-        JumpTo(set ? graph_.TitleMenu(*set) : std::string(), "title");
+        if (const DocNode* set = graph_.LanguageSet(language_))
+            JumpTo(*set, key == RemoteKey::Menu ? "menu" : "title");
         return;
     case RemoteKey::Ok:
         Select();
@@ -213,15 +208,17 @@ void MenuSession::Press(RemoteKey key)
     }
 }
 
-void MenuSession::JumpTo(const std::string& menuID, const std::string& key)
+void MenuSession::JumpTo(const DocNode& languageSet, const std::string& key)
 {
-    if (!graph_.Menu(menuID)) {
-        DeadEnd("the " + key + " key leads nowhere: " + (menuID.empty() ? "none" : menuID) + " names no menu");
+    std::string deadEnd;
+    const std::string menu = graph_.KeyMenu(languageSet, key, deadEnd);
+    if (menu.empty()) {
+        DeadEnd(deadEnd);
         return;
     }
     if (playing_)
         resumeAt_[titleID_] = position_;
-    ShowMenu(menuID, {});
+    ShowMenu(menu, {});
 }
 
 void MenuSession::Move(Direction direction)

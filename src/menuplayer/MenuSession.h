@@ -71,7 +71,7 @@ private:
     void ShowMenu(const std::string& menuID, const std::string& buttonID);
     void SelectButton(const std::string& buttonID);
     // The menu and title keys: leave what plays for the menu, when there is one to go to.
-    void JumpTo(const std::string& menuID, const std::string& key);
+    void JumpTo(const DocNode& languageSet, const std::string& key);
     void Move(Direction direction);
     void Select();
     // Runs a list of the shown menu; true when it left the menu, for another or for a title.

@@ -1,8 +1,6 @@
 #include "menuplayer/MenuWalk.h"
 
 #include "core/AtomicFile.h"
-#include "core/Text.h"
-#include "document/ObjectIds.h"
 #include "document/TreeQueries.h"
 #include "media/TitleNodes.h"
 #include "menuplayer/MenuGraph.h"
@@ -99,31 +97,24 @@ std::string Quoted(const std::string& text)
 bool WalkMenus(const Document& doc, const std::string& languageCode, WalkReport& report, std::string& error)
 {
     const MenuGraph graph(doc);
-    const DocNode* set = graph.LanguageSet(languageCode);
-    if (!set) {
-        error = languageCode.empty() ? "the project has no language set"
-                                     : "the project has no language set \"" + languageCode + "\"";
+    const DocNode* set = graph.LanguageSet(languageCode, &error);
+    if (!set)
         return false;
-    }
     report = {};
     report.LanguageCode = GetPropertyInNode(*set, "languageCode");
 
     // Work items: a menu to enter (no button) or a button of a menu to select.
     std::deque<std::pair<std::string, std::string>> work;
-    const std::string start = GetPropertyInNode(*set, "startingMenuID");
-    const std::string root = GetPropertyInNode(*set, "rootMenuID");
-    if (graph.Menu(start))
-        work.push_back({Trim(start), {}});
-    else if (IsReferenceValue(start) || !graph.Menu(root))
-        report.DeadEnds.push_back("the " + report.LanguageCode + " language set's startingMenuID " +
-                                  (start.empty() ? "none" : start) + " names no menu");
-    if (graph.Menu(root))
-        work.push_back({Trim(root), {}});
-    else
-        report.DeadEnds.push_back("the menu key leads nowhere: " + (root.empty() ? "none" : root) + " names no menu");
+    const std::string start = graph.StartMenu(*set, report.DeadEnds);
+    std::string deadEnd;
+    const std::string root = graph.KeyMenu(*set, "menu", deadEnd);
+    if (!deadEnd.empty())
+        report.DeadEnds.push_back(deadEnd);
     // The title key falls back on the root menu, so it is no dead end of its own.
-    if (const std::string title = graph.TitleMenu(*set); graph.Menu(title))
-        work.push_back({title, {}});
+    for (const std::string& menu : {start, root, graph.KeyMenu(*set, "title", deadEnd)}) {
+        if (!menu.empty())
+            work.push_back({menu, {}});
+    }
 
     std::set<std::string> menusSeen;
     std::set<std::string> buttonsSeen;
@@ -222,9 +213,9 @@ std::string MenuMapDot(const Document& doc)
         dot += "  subgraph cluster_" + setID + " {\n    label=" +
                Quoted("language " + GetPropertyInNode(*set, "languageCode")) + ";\n";
         dot += "    s" + setID + " [shape=circle, label=\"start\"];\n";
-        const std::string start = GetPropertyInNode(*set, "startingMenuID");
-        if (graph.Menu(start))
-            edges += "  s" + setID + " -> m" + Trim(start) + ";\n";
+        std::vector<std::string> unused;
+        if (const std::string start = graph.StartMenu(*set, unused); !start.empty())
+            edges += "  s" + setID + " -> m" + start + ";\n";
         for (const DocNode* menu : graph.Menus(*set)) {
             const std::string id = ObjectIdOf(*menu);
             std::string first;

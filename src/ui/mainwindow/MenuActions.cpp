@@ -6,7 +6,6 @@
 #include "menus/MenuBarCommands.h"
 #include "menus/MenuTemplates.h"
 #include "ui/mainwindow/MenuBar.h"
-#include "ui/menuplayer/MenuPlayerWindow.h"
 
 #include <array>
 
@@ -27,7 +26,6 @@ const std::array kActions{
     MenuAction{"mnuPasteSize2", &mnuPasteSize},
     MenuAction{"mnuExportToTemplate", [](Project& project) { mnuExportToTemplate(project); }},
     MenuAction{"mnuInsertTemplate", [](Project& project) { mnuInsertTemplate(project); }},
-    MenuAction{"mnuMenuPlayer", &ShowMenuPlayer},
 };
 
 } // namespace
