@@ -118,9 +118,12 @@ std::string MenuGraph::MenuLabel(const std::string& id) const
     return "menu " + id + (name.empty() ? "" : " \"" + name + "\"");
 }
 
-bool MenuGraph::Background(const DocNode& menu, FrameRange& frames) const
+FrameRange MenuGraph::Background(const DocNode& menu, std::vector<std::string>& deadEnds) const
 {
-    return RangeOf(Element(doc_.Tree, GetPropertyInNode(menu, "backgroundVideoID"), "MediaTrack"), frames);
+    FrameRange frames;
+    if (!RangeOf(Element(doc_.Tree, GetPropertyInNode(menu, "backgroundVideoID"), "MediaTrack"), frames))
+        deadEnds.push_back(MenuLabel(ObjectIdOf(menu)) + ": its background video is gone");
+    return frames;
 }
 
 std::string MenuGraph::BackgroundFile(const DocNode& menu) const

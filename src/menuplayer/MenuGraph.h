@@ -57,8 +57,9 @@ public:
     // "menu 9 "Main"", or without the name when it has none: how texts name a menu.
     std::string MenuLabel(const std::string& id) const;
 
-    // The frames of the menu's background video; false when its track is gone.
-    bool Background(const DocNode& menu, FrameRange& frames) const;
+    // The frames of the menu's background video; when its track is gone, none, and the dead
+    // end is added to deadEnds.
+    FrameRange Background(const DocNode& menu, std::vector<std::string>& deadEnds) const;
 
     // The movie of the menu's background and the movie of a title, made absolute against the
     // project file; empty when a link on the way is gone.

@@ -92,15 +92,12 @@ void MenuSession::ShowMenu(const std::string& menuID, const std::string& buttonI
     playing_ = false;
     menu_ = menuID;
     button_.clear();
-    if (!graph_.Background(*menu, frames_)) {
-        frames_ = {};
-        DeadEnd(graph_.MenuLabel(menuID) + ": its background video is gone");
-    }
+    std::vector<std::string> deadEnds;
+    frames_ = graph_.Background(*menu, deadEnds);
     position_ = frames_.Start;
     Emit(PlayerEvent::Kind::MenuShown);
     RunList(graph_.Actions(*menu, *menu, "enterAction"), true);
 
-    std::vector<std::string> deadEnds;
     const std::string start = graph_.StartButton(*menu, deadEnds);
     for (const std::string& text : deadEnds)
         DeadEnd(text);

@@ -71,9 +71,7 @@ std::vector<std::string> ButtonDeadEnds(const MenuGraph& graph, const DocNode& m
 std::vector<std::string> MenuDeadEnds(const MenuGraph& graph, const DocNode& menu, std::string& startButton)
 {
     std::vector<std::string> deadEnds;
-    FrameRange frames;
-    if (!graph.Background(menu, frames))
-        deadEnds.push_back(graph.MenuLabel(ObjectIdOf(menu)) + ": its background video is gone");
+    graph.Background(menu, deadEnds);
     startButton = graph.StartButton(menu, deadEnds);
     Append(deadEnds, graph.Actions(menu, menu, "enterAction").DeadEnds);
     if (const std::string stuck = graph.Stuck(menu); !stuck.empty())

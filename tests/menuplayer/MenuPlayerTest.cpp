@@ -167,6 +167,11 @@ TEST(MenuSession, GoneTargetsAndMissingMenusAreDeadEnds)
     UpdatePropertyInNode(tree, *tree.ObjectNode("30"), "rootMenuID", "none", false);
     r.session.Press(RemoteKey::Menu);
     EXPECT_THAT(r.Take(), ElementsAre("dead end: the menu key leads nowhere: none names no menu"));
+    UpdatePropertyInNode(tree, *tree.ObjectNode("40"), "backgroundVideoID", "99", false);
+    Recorder again(doc);
+    ASSERT_TRUE(again.session.Start());
+    EXPECT_THAT(again.Take(), ElementsAre("menu 40 \"Intro\" frames 0..0",
+                                          "dead end: menu 40 \"Intro\": its background video is gone"));
     Recorder german(doc, "de");
     EXPECT_FALSE(german.session.Start());
     EXPECT_THAT(german.Take(), ElementsAre("dead end: the project has no language set \"de\""));
