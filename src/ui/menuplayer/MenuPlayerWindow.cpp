@@ -1,5 +1,7 @@
 #include "ui/menuplayer/MenuPlayerWindow.h"
 
+#include "ui/QtAudioSinks.h"
+
 #include "core/CommandGuard.h"
 #include "document/Project.h"
 #include "document/TreeQueries.h"
@@ -281,7 +283,7 @@ void MenuPlayerWindow::PlayMovie(const std::string& file, long from, long to)
         AviCacheScope movies;
         PlayerOpen opened = PlayerOpen::NotFound;
         if (!file.empty())
-            movie_ = MoviePlayer::Open(file, [] { return std::chrono::steady_clock::now(); }, opened);
+            movie_ = MoviePlayer::Open(file, [] { return std::chrono::steady_clock::now(); }, DeviceSinks(), opened);
         if (!movie_)
             ShowStatus(QString::fromStdString("the movie \"" + file + "\" cannot be played: its frames go by the clock"),
                        false);
