@@ -68,6 +68,7 @@ bool CreateChapterMenu(Project& project, MenuPage& page, const ChapterMenuReques
         // A title without chapters plays itself.
         job.Plays.push_back(
             PlayChoice(request.TitleID, i + 1 < targets.Chapters.size() ? targets.Chapters[i + 1].ID : request.TitleID));
+        job.Movies.push_back(title->Path);
     }
     return CreatePageMenus(project, page, job, result);
 }

@@ -1,5 +1,6 @@
 #include "generators/PageMenus.h"
 
+#include "build/OutsideMenuVideo.h"
 #include "build/PicturesToMenuVideo.h"
 #include "core/Text.h"
 #include "document/Project.h"
@@ -258,6 +259,9 @@ bool CreatePageMenus(Project& project, MenuPage& page, const PageMenuJob& job, P
         return false;
     }
     const double fps = std::strtod(form.cmbfpsText.c_str(), nullptr);
+    MenuVideoTools* tools = job.Request.Tools;
+    const int method = tools ? project.Values().MethodForPicToMenu : kPicToMenuBuiltIn;
+    const auto cancelled = [&] { return tools && tools->Runner.Cancelled(); };
 
     prompt.Progress(kPageMessage, "Creating picture...");
     const PageArt art = LoadPageArt(page);
@@ -270,9 +274,10 @@ bool CreatePageMenus(Project& project, MenuPage& page, const PageMenuJob& job, P
         cDIB composed;
         fs::remove(picture, ec);
         prompt.Progress(kPageMessage, job.CreatingMessage + std::to_string(p));
-        const bool made = composed.CreateFromImage(ComposePage(page, art)) && composed.Save(picture) &&
-                          CreateAviFromaPic(picture, video.Work, fps, page.Design.UseThisSound, kPicToMenuBuiltIn,
-                                            project.Values(), project.Lang(), prompt);
+        const bool made = !cancelled() && composed.CreateFromImage(ComposePage(page, art)) &&
+                          composed.Save(picture) &&
+                          CreateAviFromaPic(picture, video.Work, fps, page.Design.UseThisSound, method,
+                                            project.Values(), project.Lang(), prompt, tools);
         fs::remove(picture, ec);
         videos.push_back(video);
         if (!made) {

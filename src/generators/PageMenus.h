@@ -11,6 +11,7 @@
 namespace mw {
 
 class Project;
+struct MenuVideoTools;
 
 // The message line of the generator windows.
 inline const ProgressChannel kPageMessage{"lblMsg"};
@@ -35,6 +36,13 @@ struct PageMenuRequest {
     std::string FileName{};   // the video of page 1; ".avi" is added when missing
     std::string MainMenuID{}; // the menu the main buttons lead to; none when empty
     std::string Language{};   // the language set's code; the selected one when empty
+    // How long each thumbnail plays from its start, in seconds: Round(seconds) times the
+    // project's frames per second make a page. 0, or below, makes still pages.
+    double MotionSeconds = 0;
+    // When given, the page videos are made by the settings' MethodForPicToMenu with these tools,
+    // and Runner.Cancel() from any thread ends the run at the next frame as if it had failed.
+    // Without them the built-in encoder makes the videos and the run cannot be cancelled.
+    MenuVideoTools* Tools = nullptr;
 };
 
 // What a generator adds to the request for the still pages it makes.
@@ -45,6 +53,7 @@ struct PageMenuJob {
     std::string DoneMessage{};
     std::filesystem::path PictureFolder{}; // where the composed picture is saved for the encoder
     std::vector<ActionChoice> Plays{};     // what each item's button plays, one per item
+    std::vector<std::string> Movies{};     // the movie each item's thumbnail plays, one per item
 };
 
 struct PageMenuResult {
@@ -52,8 +61,10 @@ struct PageMenuResult {
     std::string SetupButtonID;
 };
 
-// Makes a still menu of every page, each with its video made by the built-in encoder, a button
-// per item playing it, the page buttons and the navigation of the remote. All videos are made
+// Makes a menu of every page, each with its video, a button per item playing it, the page
+// buttons and the navigation of the remote. A motion page is F frames, each visible thumbnail
+// showing its item's frame plus the frame's number, and says "Getting frames for motion chapter
+// menu " with the page and the frame on kPageMessage for every frame. All videos are made
 // before the project is touched: a run that fails leaves the project as it was, and no file of
 // the user is replaced until every page has its video.
 bool CreatePageMenus(Project& project, MenuPage& page, const PageMenuJob& job, PageMenuResult& result);

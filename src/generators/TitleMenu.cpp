@@ -51,8 +51,10 @@ bool CreateTitleMenu(Project& project, MenuPage& page, const PageMenuRequest& re
                     .CreatingMessage = "Creating menu movie... ",
                     .DoneMessage = "Creating menu for titles done.",
                     .PictureFolder = temp};
-    for (const TitleListRow& title : titles)
+    for (const TitleListRow& title : titles) {
         job.Plays.push_back(PlayChoice(title.TitleID, title.TitleID));
+        job.Movies.push_back(title.Path);
+    }
     return CreatePageMenus(project, page, job, result);
 }
 
