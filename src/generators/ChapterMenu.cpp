@@ -61,6 +61,7 @@ bool CreateChapterMenu(Project& project, MenuPage& page, const ChapterMenuReques
     PageMenuJob job{.Request = request.Menus,
                     .WorkName = "chaptermenu_",
                     .CreatingMessage = "Creating menu/movie for chapters... ",
+                    .MotionMessage = "Getting frames for motion chapter menu ",
                     .DoneMessage = "Creating menu for chapters done",
                     .PictureFolder = project.ProgramFolder() / "tmp"};
     const TitleTargets targets = LoadTitleTargets(project, *title);

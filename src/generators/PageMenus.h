@@ -27,6 +27,10 @@ void LoadItemPictures(Project& project, MenuPage& page, const std::vector<std::s
 // item's movie and the layout of the settings section of the page's kind.
 void FitPageToItems(Project& project, const std::string& menuName, MenuPage& page);
 
+// The frames of a motion page: the seconds rounded to whole seconds, times the frames per second,
+// rounded; 0, a still page, for no seconds or less.
+long MotionFrameCount(double seconds, double fps);
+
 // The play action of an item's button: a chapter, or the title itself when the chapter is the
 // title's own identifier.
 ActionChoice PlayChoice(const std::string& titleID, const std::string& chapterID);
@@ -37,7 +41,8 @@ struct PageMenuRequest {
     std::string MainMenuID{}; // the menu the main buttons lead to; none when empty
     std::string Language{};   // the language set's code; the selected one when empty
     // How long each thumbnail plays from its start, in seconds: Round(seconds) times the
-    // project's frames per second make a page. 0, or below, makes still pages.
+    // project's frames per second (MovieFps) make a page, played at that rate. 0, or below,
+    // makes still pages.
     double MotionSeconds = 0;
     // When given, the page videos are made by the settings' MethodForPicToMenu with these tools,
     // and Runner.Cancel() from any thread ends the run at the next frame as if it had failed.
@@ -50,6 +55,7 @@ struct PageMenuJob {
     PageMenuRequest Request{};
     std::string WorkName{};   // the page videos' names in tmp before the page number
     std::string CreatingMessage{};         // shown before the page number while a page is made
+    std::string MotionMessage{};           // shown before the page and frame numbers of a motion page
     std::string DoneMessage{};
     std::filesystem::path PictureFolder{}; // where the composed picture is saved for the encoder
     std::vector<ActionChoice> Plays{};     // what each item's button plays, one per item

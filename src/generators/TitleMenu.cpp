@@ -49,6 +49,7 @@ bool CreateTitleMenu(Project& project, MenuPage& page, const PageMenuRequest& re
     PageMenuJob job{.Request = request,
                     .WorkName = "titlemenu_",
                     .CreatingMessage = "Creating menu movie... ",
+                    .MotionMessage = "Getting frames for motion title menu ",
                     .DoneMessage = "Creating menu for titles done.",
                     .PictureFolder = temp};
     for (const TitleListRow& title : titles) {
