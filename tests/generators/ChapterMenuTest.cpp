@@ -268,6 +268,22 @@ TEST_F(ChapterMenuFixture, MotionMenuPlaysEachChapterFromItsStartAndACancelledRu
     for (const std::size_t i : {std::size_t(0), std::size_t(4)})
         EXPECT_GT(difference(first, later, ItemRect(page, page.Items[i]).adjusted(4, 4, -4, -4)), 4.0) << i;
     EXPECT_LT(difference(first, later, QRect(0, 0, 16, 16)), 2.0);
+
+    // cli.exe reads the frames from bitmaps of the page, which are gone after the run.
+    program.Values.MethodForPicToMenu = kPicToMenuCli;
+    program.Values.cliPath = (made.Path() / "cli.exe").string();
+    std::ofstream(program.Values.cliPath) << "MZ";
+    const fs::path seen = made.Path() / "seen";
+    test::FakeWine wine("ls '" + (home.Path() / "tmp").string() + "' | grep -c '^picformenu[0-9]*_2.bmp$' > '" +
+                        seen.string() + R"sh('; cp "$(printf %s "$3" | sed 's/^Z://' | tr '\\' /)" "$(printf %s "$5" | sed 's/^Z://' | tr '\\' /)")sh");
+    ToolRunner runner;
+    test::RecordingLog cliLog;
+    MenuVideoTools cli{runner, cliLog, home.Path(), {}};
+    ASSERT_TRUE(CreateChapterMenu(project, page, {.TitleID = titleID, .Menus = {.FileName = name, .MotionSeconds = 1, .Tools = &cli}}, result))
+        << ::testing::PrintToString(prompt.Texts());
+    EXPECT_EQ(ReadAll(seen), "25\n");
+    EXPECT_EQ(wine.Runs().size(), 2u);
+    EXPECT_TRUE(fs::is_empty(home.Path() / "tmp"));
 }
 
 } // namespace
