@@ -1,36 +1,84 @@
 #include "generators/MotionThumbnails.h"
 
 #include "core/Prompt.h"
+#include "generators/PageComposer.h"
 #include "media/AviCache.h"
 #include "media/FrameGrabber.h"
 #include "media/VideoDecoder.h"
 #include "render/cDIB.h"
 
+extern "C" {
+#include <libswscale/swscale.h>
+}
+
 #include <algorithm>
 
 namespace mw {
 
+namespace {
+
+struct ScalerFree {
+    void operator()(SwsContext* s) const { sws_freeContext(s); }
+};
+
+} // namespace
+
 struct MotionThumbnails::Player {
     std::size_t Item = 0;
     std::string Movie;
+    long First = 0; // the item's frame, counted from the stream's start
+    QSize Size;     // the thumbnail's
     std::shared_ptr<const AviFile> Avi;
     std::size_t Stream = 0;
     VideoDecoder Decoder;
     cDIB Frame;
+    std::unique_ptr<SwsContext, ScalerFree> Scaler;
+    QImage Last;
+
+    // The decoded frame at the thumbnail's size, averaged down as the still page's smooth
+    // scaling does, without a full-size picture on the way.
+    bool Scale()
+    {
+        Scaler.reset(sws_getCachedContext(Scaler.release(), Frame.Width(), Frame.Height(), AV_PIX_FMT_BGR24,
+                                          Size.width(), Size.height(), AV_PIX_FMT_RGB32, SWS_AREA, nullptr, nullptr,
+                                          nullptr));
+        if (!Scaler)
+            return false;
+        QImage picture(Size, QImage::Format_RGB32);
+        // The bitmap is bottom-up: start at its last row and step backwards.
+        const std::uint8_t* from[4] = {Frame.lpBits() + std::size_t(Frame.Height() - 1) * Frame.BytesPerScanLine()};
+        const int fromStrides[4] = {-Frame.BytesPerScanLine()};
+        std::uint8_t* to[4] = {picture.bits()};
+        const int toStrides[4] = {int(picture.bytesPerLine())};
+        if (sws_scale(Scaler.get(), from, fromStrides, 0, Frame.Height(), to, toStrides) != Size.height())
+            return false;
+        Last = std::move(picture);
+        return true;
+    }
 };
 
 MotionThumbnails::MotionThumbnails() = default;
-MotionThumbnails::~MotionThumbnails() = default;
+
+MotionThumbnails::~MotionThumbnails()
+{
+    if (next_.valid())
+        next_.wait();
+}
 
 bool MotionThumbnails::Open(const MenuPage& page, const std::vector<std::string>& movies, Prompt& prompt)
 {
+    if (next_.valid())
+        next_.wait();
+    next_ = {};
     players_.clear();
     for (std::size_t i = 0; i < page.Items.size() && i < movies.size(); ++i) {
-        if (!page.Items[i].Visible)
+        const PageItem& item = page.Items[i];
+        if (!item.Visible)
             continue;
         auto player = std::make_unique<Player>();
         player->Item = i;
         player->Movie = movies[i];
+        player->Size = ItemRect(page, item).size();
         player->Avi = OpenAvi(movies[i], AviRead::HeadersAndIndex);
         const auto video = player->Avi ? FirstVideoStream(*player->Avi) : std::nullopt;
         if (!video) {
@@ -38,6 +86,7 @@ bool MotionThumbnails::Open(const MenuPage& page, const std::vector<std::string>
             return false;
         }
         player->Stream = *video;
+        player->First = std::max(item.Frame, static_cast<long>(player->Avi->Stream(*video).Info.dwStart));
         if (!player->Decoder.Open(movies[i], *video)) {
             prompt.Message("No suitable decompressor found for this video stream!");
             return false;
@@ -47,25 +96,43 @@ bool MotionThumbnails::Open(const MenuPage& page, const std::vector<std::string>
     return true;
 }
 
-bool MotionThumbnails::Show(MenuPage& page, long k, Prompt& prompt)
+MotionThumbnails::Pictures MotionThumbnails::Decode(long k)
 {
+    Pictures pictures;
+    pictures.K = k;
     for (const std::unique_ptr<Player>& player : players_) {
         const AviStream& stream = player->Avi->Stream(player->Stream);
         const long start = static_cast<long>(stream.Info.dwStart);
         const long last = start + static_cast<long>(stream.Info.dwLength) - 1;
-        const long frame = std::max(page.Items[player->Item].Frame, start) + k;
-        if (frame > last && !player->Frame.Empty())
-            continue;
-        // Asked in order, the decoder goes on from the frame before instead of the key frame.
-        const long wanted = std::min(frame, last);
-        const long key = player->Avi->FindSample(player->Stream, wanted, KeySearch::PreviousKey);
-        int decoded = 0;
-        if (!player->Decoder.Decode(stream, wanted - start, key < 0 ? 0 : key - start, player->Frame, decoded)) {
-            prompt.Message("Can not get frame of file '" + player->Movie + "' (" + std::to_string(wanted) + ")");
-            return false;
+        const long frame = player->First + k;
+        if (frame <= last || player->Last.isNull()) {
+            // Asked in order, the decoder goes on from the frame before instead of the key frame.
+            const long wanted = std::min(frame, last);
+            const long key = player->Avi->FindSample(player->Stream, wanted, KeySearch::PreviousKey);
+            int decoded = 0;
+            if (!player->Decoder.Decode(stream, wanted - start, key < 0 ? 0 : key - start, player->Frame, decoded) ||
+                !player->Scale()) {
+                pictures.Failure = "Can not get frame of file '" + player->Movie + "' (" + std::to_string(wanted) + ")";
+                return pictures;
+            }
         }
-        page.Items[player->Item].Picture = player->Frame.ToImage();
+        pictures.Thumbnails.push_back(player->Last);
     }
+    return pictures;
+}
+
+bool MotionThumbnails::Show(MenuPage& page, long k, Prompt& prompt)
+{
+    Pictures pictures = next_.valid() ? next_.get() : Pictures{};
+    if (pictures.K != k)
+        pictures = Decode(k);
+    if (!pictures.Failure.empty()) {
+        prompt.Message(pictures.Failure);
+        return false;
+    }
+    next_ = std::async(std::launch::async, [this, k] { return Decode(k + 1); });
+    for (std::size_t i = 0; i < players_.size(); ++i)
+        page.Items[players_[i]->Item].Picture = pictures.Thumbnails[i];
     return true;
 }
 
