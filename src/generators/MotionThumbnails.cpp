@@ -7,21 +7,9 @@
 #include "media/VideoDecoder.h"
 #include "render/cDIB.h"
 
-extern "C" {
-#include <libswscale/swscale.h>
-}
-
 #include <algorithm>
 
 namespace mw {
-
-namespace {
-
-struct ScalerFree {
-    void operator()(SwsContext* s) const { sws_freeContext(s); }
-};
-
-} // namespace
 
 struct MotionThumbnails::Player {
     std::size_t Item = 0;
@@ -32,29 +20,7 @@ struct MotionThumbnails::Player {
     std::size_t Stream = 0;
     VideoDecoder Decoder;
     cDIB Frame;
-    std::unique_ptr<SwsContext, ScalerFree> Scaler;
     QImage Last;
-
-    // The decoded frame at the thumbnail's size, averaged down as the still page's smooth
-    // scaling does, without a full-size picture on the way.
-    bool Scale()
-    {
-        Scaler.reset(sws_getCachedContext(Scaler.release(), Frame.Width(), Frame.Height(), AV_PIX_FMT_BGR24,
-                                          Size.width(), Size.height(), AV_PIX_FMT_RGB32, SWS_AREA, nullptr, nullptr,
-                                          nullptr));
-        if (!Scaler)
-            return false;
-        QImage picture(Size, QImage::Format_RGB32);
-        // The bitmap is bottom-up: start at its last row and step backwards.
-        const std::uint8_t* from[4] = {Frame.lpBits() + std::size_t(Frame.Height() - 1) * Frame.BytesPerScanLine()};
-        const int fromStrides[4] = {-Frame.BytesPerScanLine()};
-        std::uint8_t* to[4] = {picture.bits()};
-        const int toStrides[4] = {int(picture.bytesPerLine())};
-        if (sws_scale(Scaler.get(), from, fromStrides, 0, Frame.Height(), to, toStrides) != Size.height())
-            return false;
-        Last = std::move(picture);
-        return true;
-    }
 };
 
 MotionThumbnails::MotionThumbnails() = default;
@@ -91,6 +57,7 @@ bool MotionThumbnails::Open(const MenuPage& page, const std::vector<std::string>
             prompt.Message("No suitable decompressor found for this video stream!");
             return false;
         }
+        player->Decoder.SetPictureSize(player->Size.width(), player->Size.height());
         players_.push_back(std::move(player));
     }
     return true;
@@ -110,11 +77,11 @@ MotionThumbnails::Pictures MotionThumbnails::Decode(long k)
             const long wanted = std::min(frame, last);
             const long key = player->Avi->FindSample(player->Stream, wanted, KeySearch::PreviousKey);
             int decoded = 0;
-            if (!player->Decoder.Decode(stream, wanted - start, key < 0 ? 0 : key - start, player->Frame, decoded) ||
-                !player->Scale()) {
+            if (!player->Decoder.Decode(stream, wanted - start, key < 0 ? 0 : key - start, player->Frame, decoded)) {
                 pictures.Failure = "Can not get frame of file '" + player->Movie + "' (" + std::to_string(wanted) + ")";
                 return pictures;
             }
+            player->Last = player->Frame.ToImage();
         }
         pictures.Thumbnails.push_back(player->Last);
     }
