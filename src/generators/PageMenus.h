@@ -50,14 +50,14 @@ struct PageMenuRequest {
     MenuVideoTools* Tools = nullptr;
 };
 
-// What a generator adds to the request for the still pages it makes.
+// What a generator adds to the request for the pages it makes.
 struct PageMenuJob {
     PageMenuRequest Request{};
     std::string WorkName{};   // the page videos' names in tmp before the page number
     std::string CreatingMessage{};         // shown before the page number while a page is made
     std::string MotionMessage{};           // shown before the page and frame numbers of a motion page
     std::string DoneMessage{};
-    std::filesystem::path PictureFolder{}; // where the composed picture is saved for the encoder
+    std::filesystem::path PictureFolder{}; // where composed pictures are saved for the encoder
     std::vector<ActionChoice> Plays{};     // what each item's button plays, one per item
     std::vector<std::string> Movies{};     // the movie each item's thumbnail plays, one per item
 };
@@ -68,9 +68,10 @@ struct PageMenuResult {
 };
 
 // Makes a menu of every page, each with its video, a button per item playing it, the page
-// buttons and the navigation of the remote. A motion page is F frames, each visible thumbnail
-// showing its item's frame plus the frame's number, and says "Getting frames for motion chapter
-// menu " with the page and the frame on kPageMessage for every frame. All videos are made
+// buttons and the navigation of the remote. A motion page is F frames, frame k showing each
+// visible item's frame plus k, and says MotionMessage with the page and "k/F-1" on kPageMessage
+// for every frame; the outside tools read them from picformenu<k>_<page>.bmp in the picture
+// folder, deleted after. The item pictures are as they were after the run. All videos are made
 // before the project is touched: a run that fails leaves the project as it was, and no file of
 // the user is replaced until every page has its video.
 bool CreatePageMenus(Project& project, MenuPage& page, const PageMenuJob& job, PageMenuResult& result);
