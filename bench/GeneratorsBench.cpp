@@ -206,7 +206,7 @@ std::string FfmpegMotionCommand()
                 << mw::bench::Quoted(mw::bench::BusyHourMovie());
         graph << "[" << i + 1 << ":v]scale=" << rect.width() << ":" << rect.height() << "[t" << i << "];[" << last
               << "][t" << i << "]overlay=" << rect.left() << ":" << rect.top() << "[o" << i << "];";
-        last = "o" + std::to_string(i);
+        last = std::string("o").append(std::to_string(i)); // GCC 12 warns falsely about "o" + string at -O2
     }
     std::string filter = graph.str();
     filter.pop_back();
