@@ -145,6 +145,7 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
         {"--prepare-only", "build", nullptr},
         {"--per-page", "chapter-menu", &menu.PerPage}, {"--main", "chapter-menu", &menu.Main},
         {"--per-page", "title-menu", &menu.PerPage}, {"--main", "setup-menu", &menu.Main},
+        {"--motion", "chapter-menu", &menu.Motion}, {"--motion", "title-menu", &menu.Motion},
     };
     bool prepareOnly = false;
     std::vector<std::string> rest;
@@ -242,15 +243,18 @@ std::string CliUsage()
            "                                    write a menu as a template file\n"
            "  insert-template PROJECT.xml TEMPLATE.xml [--lang CODE]\n"
            "                                    insert a template as a new menu, print its identifier\n"
-           "  chapter-menu PROJECT.xml TITLE_ID -o MENU.avi [--per-page 6|8] [--main MENU_ID]\n"
-           "      [--lang CODE]                   still chapter menus, a page of thumbnails each,\n"
-           "                                    with the layout of section ChaptersMenu of the\n"
+           "  chapter-menu PROJECT.xml TITLE_ID -o MENU.avi [--per-page 6|8] [--motion SECONDS]\n"
+           "      [--main MENU_ID] [--lang CODE]  chapter menus, a page of thumbnails each, with\n"
+           "                                    the layout of section ChaptersMenu of the\n"
            "                                    settings; later pages add _2, _3... to the name;\n"
-           "                                    prints the new menus' identifiers\n"
-           "  title-menu PROJECT.xml -o MENU.avi [--per-page 6|8] [--lang CODE]\n"
-           "                                    still title menus, a page of thumbnails each, with\n"
+           "                                    with --motion each thumbnail plays that many\n"
+           "                                    seconds of its chapter; prints the new menus'\n"
+           "                                    identifiers\n"
+           "  title-menu PROJECT.xml -o MENU.avi [--per-page 6|8] [--motion SECONDS] [--lang CODE]\n"
+           "                                    title menus, a page of thumbnails each, with\n"
            "                                    the layout of section TitleMenu of the settings;\n"
-           "                                    prints the new menus' identifiers\n"
+           "                                    --motion as for chapter-menu; prints the new\n"
+           "                                    menus' identifiers\n"
            "  setup-menu PROJECT.xml TITLE_ID -o MENU.avi [--main MENU_ID] [--lang CODE]\n"
            "                                    a still setup menu choosing the title's audio and\n"
            "                                    subtitle streams, with the layout of section\n"

@@ -32,21 +32,6 @@ struct ScalerFree {
 // What one packet of FFmpeg's can hold, its padding included.
 constexpr std::uint32_t kMaxPacket = INT32_MAX - AV_INPUT_BUFFER_PADDING_SIZE;
 
-bool ToBitmap(const AVFrame& frame, cDIB& out)
-{
-    if (!out.Create(frame.width, frame.height, 24))
-        return false;
-    std::unique_ptr<SwsContext, ScalerFree> scaler(
-        sws_getContext(frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), frame.width,
-                       frame.height, AV_PIX_FMT_BGR24, SWS_POINT, nullptr, nullptr, nullptr));
-    if (!scaler)
-        return false;
-    // The bitmap is bottom-up: start at its last row and step backwards.
-    std::uint8_t* rows[4] = {out.lpBits() + static_cast<std::size_t>(frame.height - 1) * out.BytesPerScanLine()};
-    int strides[4] = {-out.BytesPerScanLine()};
-    return sws_scale(scaler.get(), frame.data, frame.linesize, 0, frame.height, rows, strides) == frame.height;
-}
-
 } // namespace
 
 struct VideoDecoder::State {
@@ -56,8 +41,30 @@ struct VideoDecoder::State {
     // and the last picture given, kept for the dropped frames after it.
     long Next = -1;
     std::unique_ptr<AVFrame, FrameFree> Last{av_frame_alloc()};
+    int Width = 0; // of the pictures given; 0 for the decoded size
+    int Height = 0;
+    std::unique_ptr<SwsContext, ScalerFree> Scaler;
 
     ~State() { avcodec_free_context(&Codec); }
+
+    bool ToBitmap(const AVFrame& frame, cDIB& out)
+    {
+        const int width = Width > 0 ? Width : frame.width;
+        const int height = Height > 0 ? Height : frame.height;
+        if (!out.Create(width, height, 24))
+            return false;
+        // A smaller picture averages the pixels it covers; one of the decoded size copies them.
+        const int flags = width == frame.width && height == frame.height ? SWS_POINT : SWS_AREA;
+        Scaler.reset(sws_getCachedContext(Scaler.release(), frame.width, frame.height,
+                                          static_cast<AVPixelFormat>(frame.format), width, height, AV_PIX_FMT_BGR24,
+                                          flags, nullptr, nullptr, nullptr));
+        if (!Scaler)
+            return false;
+        // The bitmap is bottom-up: start at its last row and step backwards.
+        std::uint8_t* rows[4] = {out.lpBits() + static_cast<std::size_t>(height - 1) * out.BytesPerScanLine()};
+        int strides[4] = {-out.BytesPerScanLine()};
+        return sws_scale(Scaler.get(), frame.data, frame.linesize, 0, frame.height, rows, strides) == height;
+    }
 };
 
 VideoDecoder::VideoDecoder() : state_(std::make_unique<State>()) {}
@@ -90,6 +97,12 @@ bool VideoDecoder::Open(const std::string& path, std::size_t index)
            avcodec_open2(s.Codec, codec, nullptr) >= 0;
 }
 
+void VideoDecoder::SetPictureSize(int width, int height)
+{
+    state_->Width = std::max(width, 0);
+    state_->Height = std::max(height, 0);
+}
+
 bool VideoDecoder::Decode(const AviStream& stream, long chunk, long key, cDIB& out, int& decoded)
 {
     State& s = *state_;
@@ -110,7 +123,7 @@ bool VideoDecoder::Decode(const AviStream& stream, long chunk, long key, cDIB& o
     };
     key = keyAtOrBefore(std::clamp(key, 0L, target));
     if (s.Next >= 0 && s.Last->buf[0] && s.Last->pts == target)
-        return ToBitmap(*s.Last, out);
+        return s.ToBitmap(*s.Last, out);
     if (s.Next >= 0 && s.Last->buf[0] && s.Last->pts < target && key <= s.Next) {
         const Sent result = SendFrom(stream, s.Next, target, out, decoded);
         if (result != Sent::Missed)
@@ -147,7 +160,7 @@ VideoDecoder::Sent VideoDecoder::SendFrom(const AviStream& stream, long first, l
             ++decoded;
             frame.pts = drained >= 0 ? drained++ : frame.pkt_dts - s.Codec->has_b_frames;
             if (frame.pts == target)
-                return ToBitmap(frame, out) ? Sent::Found : Sent::Failed;
+                return s.ToBitmap(frame, out) ? Sent::Found : Sent::Failed;
             if (frame.pts > target)
                 return Sent::Missed;
         }
