@@ -1,7 +1,4 @@
-#include "build/BuildTestFiles.h"
-#include "build/CreateDivX.h"
 #include "build/DemoProject.h"
-#include "build/FakeWine.h"
 #include "core/ScratchFolder.h"
 #include "core/ScriptedPrompt.h"
 #include "document/ProgramStart.h"
@@ -111,34 +108,6 @@ TEST(DemoProject, FailsWithAMessageWhereNoFolderCanBeMade)
     EXPECT_FALSE(MakeDemoProject(scratch.Path(), {{176, 144, 25, 10}, 2}, prompt));
     EXPECT_EQ(prompt.Log.size(), 1u);
     EXPECT_EQ(ReadAll(blocker), "a file where the folder should go");
-}
-
-TEST(DemoProject, F12WithoutWineWritesEveryFileAndEndsWithTheMessage)
-{
-    NeedFontApplication();
-    ScratchFolder made;
-    ScriptedPrompt prompt;
-    ASSERT_TRUE(MakeDemoProject(made.Path(), {{176, 144, 25, 10}, 2}, prompt));
-    ScratchFolder home;
-    home.Write("DivXMux.exe", "MZ");
-    ProgramState program(home.Path());
-    ScriptedForms forms;
-    Project project(program, prompt, forms);
-    ASSERT_TRUE(project.OpenFile((made.Path() / "Demo" / "Demo.xml").string()));
-    const std::string before = Everything(project.Doc.Tree);
-    prompt.Log.clear();
-    prompt.Answers = {PromptAnswer::Yes}; // should the check find a fault
-
-    NoWine noWine;
-    ToolRunner runner;
-    RecordingLog log;
-    EXPECT_EQ(mnuCreateDivX_Click(BuildOfProject(project), prompt, runner, log), BuildEnd::Failed);
-    ASSERT_FALSE(prompt.Texts().empty());
-    EXPECT_EQ(prompt.Texts().back(), NoWineMessage());
-    for (const char* file : {"DivXMux.exe", "DoOverlays.bat", "FinalDivX.bat", "Demo.xml"})
-        EXPECT_TRUE(fs::exists(home.Path() / "tmp" / file)) << file;
-    EXPECT_EQ(Everything(project.Doc.Tree), before);
-    EXPECT_FALSE(project.FileIsDirty);
 }
 
 } // namespace mw::test

@@ -1,9 +1,11 @@
 #include "core/ScratchFolder.h"
 #include "document/ProgramStart.h"
+#include "document/RecentFiles.h"
 
 #include <gtest/gtest.h>
 
 namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
 
 namespace mw::test {
 
@@ -44,6 +46,32 @@ TEST(ProgramStart, FirstStartIsTheSettingsFileMissing)
     StartProgram(later);
     EXPECT_FALSE(later.FirstStart);
     EXPECT_EQ(later.Values.AutoSaveMin, 5);
+}
+
+TEST(RecentFilesTest, NewestFirstCaseIgnoredAtMostTen)
+{
+    struct Case {
+        const char* Name;
+        Texts Before;
+        const char* Added;
+        Texts After;
+    };
+    const Texts ten = {"f0", "f1", "f2", "f3", "f4", "f5", "f6", "f7", "f8", "f9"};
+    const std::vector<Case> cases = {
+        {"first", {}, "/p/a.xml", {"/p/a.xml"}},
+        {"new on top", {"/p/a.xml"}, "/p/b.xml", {"/p/b.xml", "/p/a.xml"}},
+        {"again moves up", {"/p/a.xml", "/p/b.xml", "/p/c.xml"}, "/p/c.xml", {"/p/c.xml", "/p/a.xml", "/p/b.xml"}},
+        {"other case counts as the same", {"/p/a.xml", "/P/B.XML"}, "/p/b.xml", {"/p/b.xml", "/p/a.xml"}},
+        {"eleventh pushes the oldest out", ten, "new",
+         {"new", "f0", "f1", "f2", "f3", "f4", "f5", "f6", "f7", "f8"}},
+        {"a known one of ten drops none", ten, "F9", {"F9", "f0", "f1", "f2", "f3", "f4", "f5", "f6", "f7", "f8"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.Name);
+        Texts files = c.Before;
+        AddFileToRecent(files, c.Added);
+        EXPECT_EQ(files, c.After);
+    }
 }
 
 } // namespace mw::test

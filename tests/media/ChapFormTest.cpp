@@ -84,6 +84,28 @@ TEST_F(ChapFormTest, ChoosingATitleLoadsItsMovieAndListsItsChapters)
     EXPECT_EQ(again.ListView1[1].Number, 2);
 }
 
+// Shift+Enter in a frame field steps to the frame before the next key frame (every 25 frames).
+TEST_F(ChapFormTest, ShiftEnterStepsToTheFrameBeforeTheNextKeyFrame)
+{
+    mw::ChapForm form = p.OpenChapForm();
+    const std::pair<const char*, const char*> cases[] = {
+        {"0", "24"}, {"10", "24"}, {"23", "24"}, {"", "24"},
+        {"24", "49"},     // standing before a key frame moves on to the next one
+        {"1499", "1499"}, // no key frame after the end: the field stays
+    };
+    for (const auto& [before, after] : cases) {
+        std::string field = before;
+        mw::NextKeyFrameEnd(form, field, p.prompt);
+        EXPECT_EQ(field, after) << before;
+    }
+    // Without a title there are no key frames to go by.
+    mw::ChapForm untitled;
+    std::string field = "12";
+    mw::NextKeyFrameEnd(untitled, field, p.prompt);
+    EXPECT_EQ(field, "12");
+    EXPECT_TRUE(p.prompt.Log.empty());
+}
+
 TEST(ChapFormDivision, RoundsAFractionOfAFrameUp)
 {
     const fs::path pal = mw::test::ChapterMovie();

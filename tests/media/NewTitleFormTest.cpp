@@ -1,4 +1,6 @@
-// The new title dialog: its stream lists and the renaming of a stream in the row and the file.
+// The new title dialog: its stream lists, the renaming of a stream in the row and the file, and
+// the frame rate read from the movie.
+#include "media/NewProject.h"
 #include "media/TitleTestKit.h"
 
 #include <gtest/gtest.h>
@@ -81,6 +83,20 @@ TEST(NewTitleFormTest, UpdateWritesTheNameIntoTheRowAndTheFile)
     form.Text1 = "Audio - it;02";
     EXPECT_FALSE(mw::UpdateTrackName(form, prompt));
     EXPECT_EQ(form.Tracks[1].NameLanguage, "Audio - it;02");
+}
+
+TEST(ReadMovieFps, TellsTheRateOrSaysWhyNot)
+{
+    mw::ScriptedPrompt prompt;
+    double fps = 23.976;
+    mw::ReadMovieFps(mw::test::ShortMovie().string(), fps, prompt);
+    EXPECT_EQ(fps, 25);
+    EXPECT_TRUE(prompt.Log.empty());
+
+    const mw::test::ScratchFolder scratch;
+    mw::ReadMovieFps(scratch.Write("broken.avi", "not a movie").string(), fps, prompt);
+    EXPECT_EQ(fps, 25);
+    EXPECT_EQ(prompt.Log.size(), 1u);
 }
 
 } // namespace

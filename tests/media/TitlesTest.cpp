@@ -298,15 +298,15 @@ TEST_F(Titles, RefreshOfAChapterWithoutFramesSaysSoAndUsesZero)
     EXPECT_EQ(GetPropertyInNode(*chapters[0]->Child(2), "endFrame"), "0");
 }
 
-TEST_F(Titles, RemoveWantsATitleAndAYes)
+TEST_F(Titles, RemoveWantsATitleAndAYesThenTakesTheFirstMenuPerLanguageThatPlaysIt)
 {
+    mw::Document& doc = p.project.Doc;
     const std::string before = p.Xml();
-    p.project.Doc.Tree.Select(&p.Node(2));
+    doc.Tree.Select(&p.Node(2));
     mw::mnuRemoveTitle(p.project);
-    p.project.Doc.Tree.Select(&p.Node(6));
+    doc.Tree.Select(&p.Node(6));
     p.prompt.Answers.push_back(mw::PromptAnswer::No);
     mw::mnuRemoveTitle(p.project);
-
     ASSERT_EQ(p.prompt.Log.size(), 2u);
     EXPECT_EQ(p.prompt.Log[0].Text, "Please select a Title node");
     EXPECT_EQ(p.prompt.Log[1].Kind, "ask");
@@ -314,11 +314,7 @@ TEST_F(Titles, RemoveWantsATitleAndAYes)
                                     "Also will be deleted any menu that is related to this title.");
     EXPECT_EQ(p.Xml(), before);
     EXPECT_FALSE(p.project.FileIsDirty);
-}
 
-TEST_F(Titles, RemoveDeletesTheTitleAndTheFirstMenuPerLanguageThatPlaysIt)
-{
-    mw::Document& doc = p.project.Doc;
     mw::DocNode& english = mw::CreateLanguageMenusNode(doc, "en");
     const std::string other = mw::ObjectIdOf(mw::test::AddPlayMenu(doc, english, "Other", "99", ""));
     const std::string first = mw::ObjectIdOf(mw::test::AddPlayMenu(doc, english, "First", "6", ""));

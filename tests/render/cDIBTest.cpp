@@ -14,19 +14,10 @@ using mw::Colour;
 using mw::Rgb;
 using mw::test::Blank;
 using mw::test::Patterned;
+using mw::test::ValuesIn;
 using mw::test::ScratchFolder;
 
 namespace {
-
-std::set<std::uint32_t> ValuesIn(const cDIB& dib)
-{
-    std::set<std::uint32_t> values;
-    for (int y = 0; y < dib.Height(); ++y) {
-        for (int x = 0; x < dib.Width(); ++x)
-            values.insert(dib.Pixel(x, y));
-    }
-    return values;
-}
 
 std::vector<std::uint32_t> RowOf(const cDIB& dib, int y)
 {

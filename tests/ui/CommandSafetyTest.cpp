@@ -1,6 +1,6 @@
 // The window outlives its commands: a dialog's event loop never paints a tree the command is
 // changing, and whatever a command throws is told while the window goes on.
-#include "../media/MediaFixtures.h"
+#include "../media/MovieFixtures.h"
 #include "MainWindowFixture.h"
 
 #include <QLineEdit>
@@ -52,8 +52,7 @@ private slots:
 
 void CommandSafetyTest::applyInTheChapterDialogNeverPaintsFreedNodes()
 {
-    const fs::path movie =
-        test::FfmpegFixture("safety.avi", "-f lavfi -i testsrc=size=64x48:rate=25 -t 4 -c:v mpeg4 -vtag DX50 -g 25");
+    const fs::path movie = test::TestMovie("safety.avi", 4);
     if (movie.empty())
         QSKIP("ffmpeg could not make the movie");
     test::MainWindow w;

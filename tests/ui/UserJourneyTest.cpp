@@ -1,4 +1,4 @@
-#include "../media/MediaFixtures.h"
+#include "../media/MovieFixtures.h"
 #include "MainWindowFixture.h"
 
 #include "media/ChapterNodes.h"
@@ -15,12 +15,6 @@ using namespace mw;
 namespace {
 
 namespace fs = std::filesystem;
-
-fs::path Movie()
-{
-    return test::FfmpegFixture("journey.avi", "-f lavfi -i testsrc=size=64x48:rate=25 -f lavfi -i sine=sample_rate=22050 "
-                                              "-t 4 -map 0 -map 1 -c:v mpeg4 -vtag DX50 -g 25 -c:a mp2");
-}
 
 // Presses a button of the next modal dialog once it shows, after `fill` had its go at it.
 void OnNextDialog(const char* button, const std::function<void(QDialog&)>& fill = {})
@@ -43,7 +37,7 @@ private slots:
 
 void UserJourneyTest::newProjectTitlesChaptersSaveReopenAndExit()
 {
-    const fs::path movie = Movie();
+    const fs::path movie = test::TestMovie("journey.avi", 4);
     test::MainWindow window;
     Form1& form = *window.form;
     ScriptedPrompt& prompt = window.prompt;
