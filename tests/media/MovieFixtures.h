@@ -4,7 +4,7 @@
 // command (spumux for the subtitles, mencoder and GStreamer for files of other muxers) once per
 // test run. Each gives an empty path when a tool is missing or fails; the tests then skip.
 
-#include "media/MediaFixtures.h"
+#include "MediaFixtures.h"
 
 #include <fstream>
 

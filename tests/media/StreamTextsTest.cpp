@@ -33,34 +33,6 @@ AviFileInfo File(std::uint32_t scale, std::uint32_t rate)
 
 const AviFileInfo kPal = File(1, 25);
 
-TEST(StreamLanguage, CodeIsTheTwoLettersBehindTheFirstDash)
-{
-    const struct {
-        const char* Strn;
-        const char* Code;
-    } cases[] = {
-        {"Audio - en-US;02", "en"},
-        {"Subtitle - el-GR;02", "el"},
-        {"Audio - fr;02", "fr"},
-        {"Audio -  de  ;02", "de"},
-        {"Audio - it", "it"},
-        {"Audio - eng;02", ""},
-        {"Audio;02", ""},
-        {"Audio - ;02", ""},
-        {"", ""},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(mw::StreamLanguageCode(c.Strn), c.Code) << c.Strn;
-}
-
-TEST(StreamLanguage, NewProjectCodeRunsToTheSemicolon)
-{
-    using mw::CodeEnd;
-    EXPECT_EQ(mw::StreamLanguageCode("Audio - en-US;02", CodeEnd::Semicolon), "");
-    EXPECT_EQ(mw::StreamLanguageCode("Audio -  fr ;02", CodeEnd::Semicolon), "fr");
-    EXPECT_EQ(mw::StreamLanguageCode("Audio - it", CodeEnd::Semicolon), "it");
-}
-
 } // namespace
 
 TEST(StreamTexts, KindAndInfoWordForWord)
@@ -147,4 +119,28 @@ TEST(StreamTexts, WizardHasItsOwnAudioTimeAndTheWholeNameField)
 
     EXPECT_FALSE(mw::WizardInfoOf(kPal, {Stream("auds", 1, 0, 100)}));
     EXPECT_FALSE(mw::WizardInfoOf(File(0, 0), {Stream("vids", 1, 25, 100)}));
+}
+
+// The language code of a stream name; a new project's reading runs to the ";" and so takes no country.
+TEST(StreamLanguage, CodeIsTheTwoLettersBehindTheFirstDash)
+{
+    const struct {
+        const char* Strn;
+        const char* Code;
+        const char* ToSemicolon;
+    } cases[] = {
+        {"Audio - en-US;02", "en", ""},
+        {"Subtitle - el-GR;02", "el", ""},
+        {"Audio - fr;02", "fr", "fr"},
+        {"Audio -  de  ;02", "de", "de"},
+        {"Audio - it", "it", "it"},
+        {"Audio - eng;02", "", ""},
+        {"Audio;02", "", ""},
+        {"Audio - ;02", "", ""},
+        {"", "", ""},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(mw::StreamLanguageCode(c.Strn), c.Code) << c.Strn;
+        EXPECT_EQ(mw::StreamLanguageCode(c.Strn, mw::CodeEnd::Semicolon), c.ToSemicolon) << c.Strn;
+    }
 }
