@@ -70,6 +70,11 @@ class ChapFormTest : public mw::test::StartedProjectTest<mw::test::ChapterMovie>
 TEST_F(Chapters, EachChapterHasItsNodesAndSharesTheAudioTranslation)
 {
     mw::ChapForm form = p.OpenChapForm();
+    EXPECT_EQ(form.lblRuntime, "00:01:00.000");
+    EXPECT_EQ(form.lblEndFrame, 1499);
+    EXPECT_DOUBLE_EQ(form.Fps, 25.0);
+    ASSERT_EQ(form.lstTracks.size(), 2u);
+    EXPECT_TRUE(form.ListView1.empty());
     form.Mode = ChapMode::Manual;
     form.ListView1 = {{1, 0, 100, "Intro"}, {2, 101, 2000, ""}};
 
@@ -96,6 +101,14 @@ TEST_F(Chapters, EachChapterHasItsNodesAndSharesTheAudioTranslation)
     EXPECT_EQ(p.project.Doc.NextObjectID, 24);
     EXPECT_TRUE(p.project.FileIsDirty);
     EXPECT_TRUE(p.prompt.Log.empty()); // a hand-made list does not ask
+
+    // Opened again on the title, the dialog lists the chapters with their names or numbers.
+    const mw::ChapForm again = p.OpenChapForm();
+    ASSERT_EQ(again.ListView1.size(), 2u);
+    EXPECT_EQ(again.ListView1[0].Name, "Intro");
+    EXPECT_EQ(again.ListView1[1].Name, "2");
+    EXPECT_EQ(again.ListView1[1].Number, 2);
+    EXPECT_EQ(Frames(again), (Pairs{{0, 100}, {101, 1499}}));
 }
 
 TEST(ChapterDivision, EachChapterEndsBeforeTheNearestKeyFrame)
@@ -283,26 +296,6 @@ TEST_F(ChapFormTest, OpeningListsTheTitlesAndAcceptingKeepsStepFrames)
     mw::LoadChapForm(form, p.project.Doc, ini, p.prompt);
     EXPECT_EQ(p.prompt.Texts(), (Texts{"Can not find \"Media\" node"}));
     EXPECT_TRUE(form.Combo1.Items.empty());
-}
-
-TEST_F(ChapFormTest, ChoosingATitleLoadsItsMovieAndListsItsChapters)
-{
-    mw::ChapForm form = p.OpenChapForm();
-    EXPECT_EQ(form.lblRuntime, "00:01:00.000");
-    EXPECT_EQ(form.lblEndFrame, 1499);
-    EXPECT_DOUBLE_EQ(form.Fps, 25.0);
-    ASSERT_EQ(form.lstTracks.size(), 2u);
-    EXPECT_TRUE(form.ListView1.empty());
-
-    form.Mode = ChapMode::Manual;
-    form.ListView1 = {{1, 0, 99, "Opening"}, {2, 100, 1499, ""}};
-    mw::CreateChaps(p.project, form, false);
-    mw::ChapForm again = p.OpenChapForm();
-    ASSERT_EQ(again.ListView1.size(), 2u);
-    EXPECT_EQ(again.ListView1[0].Name, "Opening");
-    EXPECT_EQ(again.ListView1[1].Name, "2");
-    EXPECT_EQ(Frames(again), (Pairs{{0, 99}, {100, 1499}}));
-    EXPECT_EQ(again.ListView1[1].Number, 2);
 }
 
 // Shift+Enter in a frame field steps to the frame before the next key frame (every 25 frames).
