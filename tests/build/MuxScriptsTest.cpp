@@ -8,6 +8,7 @@
 #include "build/BuildTestFiles.h"
 #include "build/CreateDivX.h"
 #include "build/CreateOverlays.h"
+#include "build/ProjectCopy.h"
 #include "render/OverlayFont.h"
 #include "render/OverlayPainters.h"
 
@@ -295,6 +296,35 @@ TEST_F(MuxScriptsTest, OutputNameFollowsTheOptions)
     EXPECT_TRUE(fs::exists(folder + "/chosen.x"));
     EXPECT_EQ(DivXOutputPath(project, options, lang, prompt), std::nullopt);
     EXPECT_TRUE(prompt.Texts().empty());
+}
+
+TEST_F(MuxScriptsTest, TheProjectCopyPointsAtTheBuildFilesAsTheToolsSeeThemAndTheProjectStaysAsItWas)
+{
+    DocNode& title = Element(doc.Tree, doc.Tree.ObjectNode("2"), 6, "Title");
+    Element(doc.Tree, &title, 7, "MediaSource", {"location = movie.avi"});
+    Element(doc.Tree, doc.Tree.ObjectNode("20"), 40, "MediaSource", {"location = "});
+    Element(doc.Tree, doc.Tree.ObjectNode("20"), 41, "MediaSource", {"location = C:\\menus\\x.avi"});
+    options.MethodForPicToMenu = kPicToMenuBuiltIn;
+    const std::string before = test::Everything(doc.Tree);
+    fs::remove_all(Tmp());
+    home.Write("tmp", "a file where the folder should be");
+    EXPECT_FALSE(ReplaceAviNamesForOverlaysSaveAndReverse(doc, home.Path(), 25, options, lang, prompt));
+    EXPECT_EQ(test::Everything(doc.Tree), before);
+    ASSERT_FALSE(prompt.Texts().empty());
+    EXPECT_NE(prompt.Texts().back().find("demo.xml"), std::string::npos);
+
+    prompt.Log.clear();
+    fs::remove(Tmp());
+    fs::create_directories(Tmp());
+    ASSERT_TRUE(ReplaceAviNamesForOverlaysSaveAndReverse(doc, home.Path(), 25, options, lang, prompt));
+    EXPECT_EQ(test::Everything(doc.Tree), before);
+    EXPECT_TRUE(prompt.Texts().empty()) << prompt.Texts().front();
+    const std::string copy = ReadAll(Tmp() / "demo.xml");
+    for (const std::string& location : {P() + "\\movie.avi", H() + "\\tmp\\21_menu.avi.divx",
+                                        H() + "\\tmp\\24_back.jpg.divx", H() + "\\tmp\\41_x.avi.divx", std::string()})
+        EXPECT_NE(copy.find("location=\"" + location + "\""), std::string::npos) << location << "\n" << copy;
+    // The picture's menu video, made by the method of the settings.
+    EXPECT_GT(fs::file_size(Tmp() / "24_back.jpg.avi"), 0u);
 }
 
 TEST_F(MuxScriptsTest, BuildRunsBothScriptsInOrderShowsAFailedMuxersLogAndCleans)

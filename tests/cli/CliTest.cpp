@@ -1,6 +1,9 @@
 // The command line's contract, which other tools script: texts on standard output, exit codes,
-// files written.
+// files written; the project commands and the movie commands.
 #include "CliFixture.h"
+#include "media/AviBytes.h"
+#include "media/MovieFixtures.h"
+#include "media/TitleTestKit.h"
 
 #include <gtest/gtest.h>
 
@@ -30,6 +33,11 @@ const char* kProject = R"(<DivXMediaManager menuVersion="1" objectID="1" default
 class Cli : public mw::test::CliFixture {
 protected:
     void SetUp() override { folder.Write("project.xml", kProject); }
+};
+
+class CliMedia : public mw::test::CliFixture {
+protected:
+    void SetUp() override { Require("ffmpeg"); }
 };
 
 TEST_F(Cli, HelpVersionAndBadCommandLines)
@@ -113,6 +121,113 @@ TEST_F(Cli, FailedSaveLeavesTheTargetAndExitsThree)
     EXPECT_EQ(Run("resave project.xml -o taken.xml").Exit, 3);
     EXPECT_EQ(ReadAll(folder.Path() / "taken.xml" / "keep.txt"), "old");
     EXPECT_EQ(Run("resave project.xml -o no/such/folder/out.xml").Exit, 3);
+}
+
+TEST_F(Cli, NewTakesTheDialogsDefaultsOrTheChosenOnes)
+{
+    const fs::path movie = CopyMovie(mw::test::ShortMovie(), "movie.avi");
+    REQUIRE_MEDIA(!movie.empty(), "ffmpeg is not available");
+    const CommandResult r = Run("new movie.avi -o made");
+    EXPECT_EQ(r.Exit, 0);
+    EXPECT_EQ(r.Out, "");
+    const std::string xml = ReadAll(folder.Path() / "made.xml"); // the name gets its extension
+    for (const std::string& part : {std::string("defaultMenuLanguage=\"en\""),
+                                    std::string("defaultAudioTrack=\"01wb\" defaultSubtitleTrack=\"none\""),
+                                    "location=\"" + movie.string() + "\"", std::string("strn=\"Audio - en-US;02\"")})
+        EXPECT_NE(xml.find(part), std::string::npos) << part;
+    EXPECT_EQ(Run("check made.xml").Exit, 0);
+
+    for (const auto& [options, expected] :
+         {std::pair{"--default-audio none --lang de", "defaultMenuLanguage=\"de\""},
+          std::pair{"--default-audio none", "defaultAudioTrack=\"none\""},
+          std::pair{"--default-audio 1 --default-subtitle none", "defaultAudioTrack=\"01wb\""}}) {
+        ASSERT_EQ(Run(std::string("new movie.avi -o chosen.xml ") + options).Exit, 0);
+        EXPECT_NE(ReadAll(folder.Path() / "chosen.xml").find(expected), std::string::npos) << options;
+    }
+    // --lang was for one run.
+    EXPECT_NE(ReadAll(folder.Path() / "chosen.xml").find("defaultMenuLanguage=\"en\""), std::string::npos);
+}
+
+TEST_F(Cli, NewRefusesWhatItCannotDo)
+{
+    REQUIRE_MEDIA(!CopyMovie(mw::test::ShortMovie(), "movie.avi").empty(), "ffmpeg is not available");
+    for (const char* arguments :
+         {"new movie.avi", "new -o x.xml", "new gone.avi -o x.xml", "new movie.avi -o x.xml --default-audio 0",
+          "new movie.avi -o x.xml --default-subtitle 1", "new movie.avi -o x.xml --default-audio one",
+          "new movie.avi -o x.xml --lang", "new movie.avi movie.avi -o x.xml"}) {
+        SCOPED_TRACE(arguments);
+        EXPECT_EQ(Run(arguments).Exit, 2);
+        EXPECT_FALSE(fs::exists(folder.Path() / "x.xml"));
+    }
+    const CommandResult unsaved = Run("new movie.avi -o no/such/folder/x.xml");
+    EXPECT_EQ(unsaved.Exit, 3);
+    EXPECT_NE(unsaved.Out.find("Could not save"), std::string::npos) << unsaved.Out;
+}
+
+TEST_F(CliMedia, TracksPrintsTheRowsThenTheFpsOrExitsOne)
+{
+    const auto movie = mw::test::PalMovieWithTwoMp3();
+    ASSERT_FALSE(movie.empty());
+    const CommandResult r = Run("tracks " + Quoted(movie));
+    EXPECT_EQ(r.Exit, 0);
+    EXPECT_EQ(r.Out, "Video\t\t320 x 240 - PAL - 25 fps, Length: 00:00:02.040\t00dc\t0\t50\n"
+                     "Audio\tAudio - en-US;02\tSamplesPerSec: 41.6666666666667, Length: 00:00:02.064\t01wb\t0\t85\n"
+                     "Audio\tAudio - de-DE;03\tSamplesPerSec: 38.28125, Length: 00:00:02.038\t02wb\t0\t77\n"
+                     "fps\t25\n");
+
+    const fs::path garbage = folder.Write("garbage.avi", "not a movie");
+    const CommandResult bad = Run("tracks " + Quoted(garbage));
+    EXPECT_EQ(bad.Exit, 1);
+    EXPECT_EQ(bad.Out, "Error geting info for file\n");
+    const CommandResult key = Run("keyframe " + Quoted(garbage) + " 3");
+    EXPECT_EQ(key.Exit, 1);
+    EXPECT_EQ(key.Out, "Error geting info for file '" + garbage.string() + "'\n");
+
+    EXPECT_EQ(Run("tracks").Exit, 2);
+    EXPECT_EQ(Run("keyframe " + Quoted(movie) + " three").Exit, 2);
+    EXPECT_EQ(Run("grab " + Quoted(movie) + " 3").Exit, 2); // no -o
+}
+
+TEST_F(CliMedia, KeyframeAndGrab)
+{
+    const auto movie = mw::test::DroppedFramesMovie(); // key frames 0, 8, 21; 10 to 14 dropped
+    ASSERT_FALSE(movie.empty());
+    EXPECT_EQ(Run("keyframe " + Quoted(movie) + " 12").Out, "8\n");
+    EXPECT_EQ(Run("keyframe " + Quoted(movie) + " 12 --next").Out, "21\n");
+
+    const fs::path out = folder.Path() / "frame.bmp";
+    const CommandResult r = Run("grab " + Quoted(movie) + " 12 -o " + Quoted(out));
+    EXPECT_EQ(r.Exit, 0);
+    EXPECT_EQ(r.Out, "");
+    const std::string bmp = mw::test::ReadAll(out);
+    ASSERT_EQ(bmp.size(), 14u + 40 + 64 * 3 * 48); // 24 bits a pixel
+    EXPECT_NEAR(static_cast<unsigned char>(bmp[54]), 88, 2); // frame 9's grey: 16 + 8 x 9
+    EXPECT_EQ(Run("grab " + Quoted(movie) + " -1 -o " + Quoted(out)).Exit, 0);
+
+    const fs::path none = folder.Path() / "none.bmp";
+    const CommandResult beyond = Run("grab " + Quoted(movie) + " 26 -o " + Quoted(none));
+    EXPECT_EQ(beyond.Exit, 1);
+    EXPECT_EQ(beyond.Out, "Frame not found\n");
+    EXPECT_FALSE(fs::exists(none));
+}
+
+TEST_F(CliMedia, StreamnameExitsZeroOnlyWhenTheNameWasWritten)
+{
+    mw::test::AviSpec spec;
+    spec.Streams = {mw::test::VideoStream(2, 1), mw::test::VideoStream(2, 1)};
+    spec.Streams[0].Name = std::string("Old\0", 4);
+    spec.Streams[0].JunkAfterName = 32;
+    spec.Streams[1].Name = std::string("Sub\0", 4);
+    const fs::path movie = folder.Write("named.avi", mw::test::BuildAvi(spec).Bytes);
+
+    EXPECT_EQ(Run("streamname " + Quoted(movie) + " 0 'Video - en-US;02'").Exit, 0);
+    EXPECT_EQ(Run("streamname " + Quoted(movie) + " 1 'Subtitle - en-US;02'").Exit, 1); // no room
+    EXPECT_EQ(Run("streamname " + Quoted(movie) + " 2 'Audio'").Exit, 1);                // no such stream
+    EXPECT_EQ(Run("streamname " + Quoted(movie) + " x 'Audio'").Exit, 2);
+    const std::string out = Run("tracks " + Quoted(movie)).Out;
+    EXPECT_EQ(out.substr(0, out.find('\n')), "Video\tVideo - en-US;02\t64 x 48 - PAL - 25 fps, Length: "
+                                             "00:00:00.080\t00dc\t0\t1");
+    EXPECT_NE(out.find("\nVideo\tSub\t"), std::string::npos);
 }
 
 } // namespace

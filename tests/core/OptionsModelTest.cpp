@@ -2,6 +2,7 @@
 
 #include "core/ScratchFolder.h"
 #include "core/ScriptedPrompt.h"
+#include "core/settings/DefOverlays.h"
 
 #include <gtest/gtest.h>
 
@@ -126,6 +127,19 @@ TEST_F(Options, ConfirmRefusesAMissingFolderAndWritesOtherwise)
         EXPECT_EQ(reread.AutoSaveMin, 4);
         EXPECT_EQ(reread.defLang, "de");
     }
+}
+
+TEST(DefOverlays, ShapesSeparatorThenPicturesByNameAndNoOtherFiles)
+{
+    ScratchFolder scratch;
+    using Rows = std::vector<std::string>;
+    const Rows shapes = {"|Shape1", "|Oval", "|Rectangle", "================="};
+    EXPECT_EQ(mw::LoadDefOverlays(scratch.Path()), shapes); // no overlays folder
+    for (const char* file : {"star.bmp", "Arrow.BMP", "ball.bmp", "notes.txt", "inner.bmp/keep.bmp"})
+        scratch.Write(std::string("overlays/") + file, "x"); // the last is a folder named like a picture
+    Rows expected = shapes;
+    expected.insert(expected.end(), {"Arrow.BMP", "ball.bmp", "star.bmp"});
+    EXPECT_EQ(mw::LoadDefOverlays(scratch.Path()), expected);
 }
 
 } // namespace

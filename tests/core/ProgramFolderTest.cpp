@@ -77,6 +77,24 @@ TEST_F(FolderRules, UserDataFolderIsSeededWithoutOverwriting)
     EXPECT_EQ(ReadAll(data / "Templates" / "Simple" / "menu.xml"), "<menu/>");
 }
 
+// A user-writable install prefix such as ~/.local/bin holds the program but not its files: the
+// settings must not land there.
+TEST_F(FolderRules, AWritableFolderIsPortableOnlyWithTheShippedLanguageFile)
+{
+    const ScratchFolder shipped;
+    shipped.Write("English.Menuwright.exe.xml", "<lang/>");
+    ProgramEnvironment env;
+    env.XdgDataHome = (scratch.Path() / "xdg").string();
+    const fs::path data = scratch.Path() / "xdg" / "Menuwright";
+    fs::remove(langFile);
+
+    EXPECT_EQ(ResolveProgramFolder(exe, env, shipped.Path()), data);
+    EXPECT_TRUE(fs::is_regular_file(data / "English.Menuwright.exe.xml"));
+
+    scratch.Write("bin/English.Menuwright.exe.xml", "<lang/>");
+    EXPECT_EQ(ResolveProgramFolder(exe, env, shipped.Path()), exeFolder);
+}
+
 TEST(FolderIsWritable, ReadOnlyFolderIsNotWritable)
 {
     if (::geteuid() == 0)

@@ -4,6 +4,7 @@
 // scripted dialogs and a clock that the test sets.
 
 #include "core/ScratchFolder.h"
+#include "document/TestProjects.h"
 #include "core/ScriptedPrompt.h"
 #include "document/ProgramStart.h"
 #include "document/Project.h"
@@ -17,27 +18,6 @@
 #include <ostream>
 
 namespace mw::test {
-
-// A project with one title, MenuTracks with a video track, a menu in "en" using it, and an
-// empty "de" set.
-inline const char* kMenuProject =
-    R"(<DivXMediaManager menuVersion="1" objectID="1" defaultMenuLanguage="en" version="1.0">
-<TranslationTable objectID="3"/>
-<Media objectID="2">
-<Title objectID="6">
-<MediaSource objectID="7" mediaType="featureAvi" location="movie.avi"/>
-</Title>
-<MenuTracks objectID="20">
-<MediaSource objectID="21" mediaType="menuAvi" location="menu.avi"/>
-<MediaTrack objectID="22" mediaSourceID="21" trackID="00dc" startFrame="0" endFrame="10" type="video"/>
-</MenuTracks>
-</Media>
-<LanguageMenus objectID="9" languageCode="en" startingMenuID="12" rootMenuID="none">
-<DivXMediaMenu objectID="12" backgroundVideoID="22" backgroundAudioID="none" menuType="title" menuName="Main"/>
-</LanguageMenus>
-<LanguageMenus objectID="30" languageCode="de" startingMenuID="none" rootMenuID="none"/>
-</DivXMediaManager>
-)";
 
 // A local time as the clock gives it.
 inline std::chrono::system_clock::time_point LocalTime(int year, int month, int day, int hour, int minute,

@@ -1,6 +1,8 @@
 #include "ProjectFixture.h"
 
 #include "core/Version.h"
+#include "document/NodeSelection.h"
+#include "document/RecentFiles.h"
 #include "media/NewProject.h"
 
 #include <sys/stat.h>
@@ -44,8 +46,88 @@ TEST_F(ProjectTest, OpeningSetsTheStateOfAnOpenProject)
     EXPECT_FALSE(project.Doc.Tree.Item("k30").Expanded);
     EXPECT_EQ(project.Canvas.CurrentMenuID, "");
     EXPECT_EQ(project.Doc.MenuTracks.Count(), 1u);
-    EXPECT_DOUBLE_EQ(project.MovieFps, 23.976); // reset on opening
+    EXPECT_DOUBLE_EQ(project.MovieFps, 23.976); // reset on opening; the title's movie is missing
     EXPECT_TRUE(prompt.Log.empty());
+}
+
+// The rate comes from the last source of the last title, found beside the project.
+TEST_F(ProjectTest, OpeningReadsTheFrameRateOfTheLastTitlesMovie)
+{
+    std::vector<std::string> read;
+    project.ReadMovieFps = [&read](const std::string& movie, double& fps, mw::Prompt&) {
+        read.push_back(movie);
+        fps = 25;
+    };
+    std::string xml = mw::test::kMenuProject;
+    xml.replace(xml.find("</Media>"), 0,
+                "<Title objectID=\"40\"><MediaSource objectID=\"41\" location=\"old.avi\"/>"
+                "<MediaSource objectID=\"42\" location=\"sub/last.avi\"/></Title>");
+    work.Write("sub/last.avi", "RIFF");
+    Open("p.xml", xml);
+    EXPECT_EQ(read, Texts{(work.Path() / "sub/last.avi").string()});
+    EXPECT_EQ(project.MovieFps, 25);
+}
+
+TEST_F(ProjectTest, ARecentFileOpensAndMovesUpAVanishedOneIsToldAndStays)
+{
+    const std::string a = WriteProject("a.xml");
+    const std::string b = WriteProject("b.xml");
+    ASSERT_TRUE(project.OpenFile(a));
+    ASSERT_TRUE(project.OpenFile(b));
+    ASSERT_TRUE(project.OpenRecentFile(1));
+    EXPECT_EQ(project.Doc.ProjectFile, a);
+    EXPECT_EQ(program.Values.RecentFiles, (Texts{a, b})); // what SaveValues writes
+
+    std::filesystem::remove(b);
+    EXPECT_FALSE(project.OpenRecentFile(1));
+    EXPECT_EQ(prompt.Texts(), Texts{"File not found"});
+    EXPECT_EQ(project.RecentFiles(), (Texts{a, b}));
+    EXPECT_EQ(project.Doc.ProjectFile, a);
+}
+
+TEST_F(ProjectTest, CommandsAndMenuPanelFollowTheSelectedKind)
+{
+    std::string xml = mw::test::kMenuProject;
+    const std::string menuEnd = R"(menuName="Main"/>)";
+    xml.replace(xml.find(menuEnd), menuEnd.size(),
+                R"(menuName="Main"><ButtonMenu objectID="13" selectActionID="none"/></DivXMediaMenu>)");
+    Open("menus.xml", xml);
+    const auto node = [this](const char* id) { return project.Doc.Tree.ObjectNode(id); };
+    const auto row = [&](const char* id, const char* name) -> mw::DocNode* {
+        for (const auto& child : *node(id)) {
+            if (mw::RowMatches(*child, name))
+                return child.get();
+        }
+        return nullptr;
+    };
+    struct Case {
+        const char* What;
+        mw::DocNode* Clicked;
+        bool Title, Lang, Menu, Button;
+        std::optional<std::string> Panel;
+    };
+    const Case cases[] = {
+        {"title", node("6"), true, false, false, false, std::nullopt},
+        {"a row of the title's source", row("7", "location"), false, false, false, false, std::nullopt},
+        {"language set", node("9"), false, true, false, false, std::nullopt},
+        {"menu", node("12"), false, false, true, false, "Menu Main (title)"},
+        {"row of the menu", row("12", "menuName"), false, false, true, false, "Menu Main (title)"},
+        {"button", node("13"), false, false, true, true, "Menu Main (title)"},
+        {"row of the button", row("13", "objectID"), false, false, true, true, "Menu Main (title)"},
+        {"nothing", nullptr, false, false, false, false, std::nullopt},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.What);
+        project.Commands = mw::CommandStates{.mnuRefreshTitle = true, .mnuRemoveTitle = true,
+                                             .mnuRemoveButton = true, .mnuRemoveLang = true, .mnuRemoveMenu = true};
+        EXPECT_EQ(mw::TreeView1_NodeClick(project, c.Clicked), c.Panel);
+        EXPECT_EQ(project.Doc.Tree.Selected(), c.Clicked);
+        EXPECT_EQ(project.Commands.mnuRemoveTitle, c.Title);
+        EXPECT_EQ(project.Commands.mnuRefreshTitle, c.Title);
+        EXPECT_EQ(project.Commands.mnuRemoveLang, c.Lang);
+        EXPECT_EQ(project.Commands.mnuRemoveMenu, c.Menu);
+        EXPECT_EQ(project.Commands.mnuRemoveButton, c.Button);
+    }
 }
 
 TEST_F(ProjectTest, AFailedOpenKeepsTheOldProject)
@@ -251,3 +333,72 @@ TEST_F(ProjectTest, NormalizingRenumbersTheCanvasMenuAndForgetsTheUndoHistory)
 }
 
 } // namespace
+
+namespace mw::test {
+
+TEST(ProgramStart, StartProjectIsNickThenTheDemoOnlyAtTheFirstStart)
+{
+    struct Case {
+        bool Nick;
+        bool Demo;
+        bool FirstStart;
+        const char* Expected; // below the program folder, "" for none
+    };
+    const Case cases[] = {
+        {true, true, true, "nick.xml"},  {true, false, false, "nick.xml"}, {false, true, true, "Demo/Demo.xml"},
+        {false, true, false, ""},        {false, false, true, ""},
+    };
+    for (const Case& c : cases) {
+        ScratchFolder folder;
+        if (c.Nick)
+            folder.Write("nick.xml", "<DivXMediaManager/>");
+        if (c.Demo)
+            folder.Write("Demo/Demo.xml", "<DivXMediaManager/>");
+        const fs::path expected = *c.Expected ? folder.Path() / c.Expected : fs::path();
+        EXPECT_EQ(StartProjectFile(folder.Path(), c.FirstStart), expected)
+            << "nick " << c.Nick << ", demo " << c.Demo << ", first start " << c.FirstStart;
+    }
+}
+
+TEST(ProgramStart, FirstStartIsTheSettingsFileMissing)
+{
+    ScratchFolder fresh;
+    ProgramState first(fresh.Path());
+    StartProgram(first);
+    EXPECT_TRUE(first.FirstStart);
+
+    ScratchFolder used;
+    used.Write("Menuwright.ini", "[General]\r\nAutoSaveMin=5\r\n");
+    ProgramState later(used.Path());
+    StartProgram(later);
+    EXPECT_FALSE(later.FirstStart);
+    EXPECT_EQ(later.Values.AutoSaveMin, 5);
+}
+
+TEST(RecentFilesTest, NewestFirstCaseIgnoredAtMostTen)
+{
+    struct Case {
+        const char* Name;
+        Texts Before;
+        const char* Added;
+        Texts After;
+    };
+    const Texts ten = {"f0", "f1", "f2", "f3", "f4", "f5", "f6", "f7", "f8", "f9"};
+    const std::vector<Case> cases = {
+        {"first", {}, "/p/a.xml", {"/p/a.xml"}},
+        {"new on top", {"/p/a.xml"}, "/p/b.xml", {"/p/b.xml", "/p/a.xml"}},
+        {"again moves up", {"/p/a.xml", "/p/b.xml", "/p/c.xml"}, "/p/c.xml", {"/p/c.xml", "/p/a.xml", "/p/b.xml"}},
+        {"other case counts as the same", {"/p/a.xml", "/P/B.XML"}, "/p/b.xml", {"/p/b.xml", "/p/a.xml"}},
+        {"eleventh pushes the oldest out", ten, "new",
+         {"new", "f0", "f1", "f2", "f3", "f4", "f5", "f6", "f7", "f8"}},
+        {"a known one of ten drops none", ten, "F9", {"F9", "f0", "f1", "f2", "f3", "f4", "f5", "f6", "f7", "f8"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.Name);
+        Texts files = c.Before;
+        AddFileToRecent(files, c.Added);
+        EXPECT_EQ(files, c.After);
+    }
+}
+
+} // namespace mw::test

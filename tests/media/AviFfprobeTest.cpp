@@ -1,4 +1,5 @@
-// Our reading of files from several muxers against ffprobe's, and our grabs against ffmpeg's.
+// Our reading of files from several muxers against ffprobe's, our grabs against ffmpeg's, and the
+// track rows of movies made by the ffmpeg command.
 #include "media/AviFile.h"
 
 #include "core/ScratchFolder.h"
@@ -181,13 +182,23 @@ TEST(AviFfprobe, FilesOfThreeMuxersReadAndGrabAsFfmpegDoes)
     }
 }
 
-TEST(AviFfprobe, StreamsAndChunksOfFfmpegFilesAgree)
+// The rows of the PAL movie are checked word for word through the command line's "tracks".
+TEST(AviFfprobe, StreamsChunksAndRowsOfFfmpegFiles)
 {
     REQUIRE_MEDIA(HaveTool("ffmpeg") && HaveTool("ffprobe"), "ffmpeg is not installed");
     const struct {
         const char* Name;
         std::filesystem::path (*Make)();
-    } movies[] = {{"NTSC", NtscMovie}, {"XSUB", XsubMovie}};
+        std::vector<std::string> Rows;
+        double Fps;
+    } movies[] = {
+        {"NTSC", NtscMovie, {"Video||352 x 240 - NTSC - 23.976 fps, Length: 00:00:02.002|00dc|0|47"}, 23.976},
+        {"XSUB",
+         XsubMovie,
+         {"Video||720 x 576 - PAL - 25 fps, Length: 00:00:03.000|00dc|0|74",
+          "Subtitle|Subtitle - en-US;02|0 x 0 - Lenght: 1|01sb|0|0"},
+         25},
+    };
     for (const auto& movie : movies) {
         if (movie.Make == XsubMovie && !HaveTool("spumux")) {
             EXPECT_FALSE(InCi()) << "spumux (dvdauthor) is not installed";
@@ -199,6 +210,18 @@ TEST(AviFfprobe, StreamsAndChunksOfFfmpegFilesAgree)
         const auto avi = AviFile::Open(file.string(), &error);
         ASSERT_TRUE(avi) << movie.Name << ": " << error;
         ExpectSameAsFfprobe(*avi, Probe(file), movie.Name);
+
+        ScriptedPrompt prompt;
+        TrackRows rows;
+        double fps = 0;
+        ASSERT_TRUE(LoadStreamsToListView(file.string(), rows, true, fps, prompt)) << movie.Name;
+        std::vector<std::string> lines;
+        for (const TrackRow& r : rows)
+            lines.push_back(r.Kind + "|" + r.NameLanguage + "|" + r.Info + "|" + r.TrackID + "|" + r.StartFrame + "|" +
+                            r.EndFrame);
+        EXPECT_EQ(lines, movie.Rows) << movie.Name;
+        EXPECT_DOUBLE_EQ(fps, movie.Fps) << movie.Name;
+        EXPECT_TRUE(prompt.Log.empty()) << movie.Name;
     }
 }
 

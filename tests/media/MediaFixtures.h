@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -69,21 +70,6 @@ inline std::filesystem::path FfmpegFixture(const std::string& name, const std::s
     return CommandFixture(name, "ffmpeg", "ffmpeg -nostdin -y -loglevel error " + arguments + " ");
 }
 
-// Output of a shell command, or empty when it fails.
-inline std::string CommandOutput(const std::string& command)
-{
-    std::string out;
-    if (FILE* pipe = ::popen(command.c_str(), "r")) {
-        char buffer[4096];
-        std::size_t n = 0;
-        while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0)
-            out.append(buffer, n);
-        if (::pclose(pipe) != 0)
-            out.clear();
-    }
-    return out;
-}
-
 struct CommandResult {
     int Exit = -1;
     std::string Out;
@@ -102,6 +88,13 @@ inline CommandResult RunCommand(const std::string& command)
         result.Exit = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
     return result;
+}
+
+// Output of a shell command, or empty when it fails.
+inline std::string CommandOutput(const std::string& command)
+{
+    CommandResult result = RunCommand(command);
+    return result.Exit == 0 ? std::move(result.Out) : std::string();
 }
 
 } // namespace mw::test

@@ -1,10 +1,10 @@
 #pragma once
 
-// The movies that the inspection, grab and command-line tests share, made by the ffmpeg
+// The movies that the inspection, grab, title, command-line and window tests share, made by the ffmpeg
 // command (spumux for the subtitles, mencoder and GStreamer for files of other muxers) once per
 // test run. Each gives an empty path when a tool is missing or fails; the tests then skip.
 
-#include "media/MediaFixtures.h"
+#include "MediaFixtures.h"
 
 #include <fstream>
 
@@ -106,6 +106,27 @@ inline std::filesystem::path XsubMovie()
         return {};
     return Dx50Movie("xsub.avi", "-i '" + muxed.string() + "' -map 0:v -map 0:s",
                      "-c:s xsub -metadata:s:s:0 'title=Subtitle - en-US;02'");
+}
+
+// At 25 fps with a key frame every 25 frames and one MP2 stream named "Audio - en-US;02".
+inline std::filesystem::path TestMovie(const std::string& name, int seconds)
+{
+    return FfmpegFixture(name, "-f lavfi -i testsrc=size=64x48:rate=25 -f lavfi -i sine=sample_rate=22050 -t " +
+                                   std::to_string(seconds) +
+                                   " -c:v mpeg4 -vtag DX50 -g 25 -sc_threshold 1000000000 -c:a mp2 "
+                                   "-metadata:s:a:0 'title=Audio - en-US;02'");
+}
+
+inline std::filesystem::path ShortMovie() { return TestMovie("title-short.avi", 2); }
+inline std::filesystem::path ChapterMovie() { return TestMovie("title-minute.avi", 60); }
+// The minute movie after it was cut.
+inline std::filesystem::path CutMovie() { return TestMovie("title-cut.avi", 20); }
+
+// One minute at 24000/1001 fps, video only.
+inline std::filesystem::path NtscMinuteMovie()
+{
+    return FfmpegFixture("title-ntsc-minute.avi",
+                         "-f lavfi -i testsrc=size=64x48:rate=24000/1001 -t 60 -c:v mpeg4 -vtag DX50 -g 24");
 }
 
 } // namespace mw::test

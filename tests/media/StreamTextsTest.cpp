@@ -1,5 +1,6 @@
 // Track rows and the wizard's texts from the file and stream records alone.
 #include "media/StreamTexts.h"
+#include "media/StreamLanguage.h"
 
 #include <gtest/gtest.h>
 
@@ -118,4 +119,28 @@ TEST(StreamTexts, WizardHasItsOwnAudioTimeAndTheWholeNameField)
 
     EXPECT_FALSE(mw::WizardInfoOf(kPal, {Stream("auds", 1, 0, 100)}));
     EXPECT_FALSE(mw::WizardInfoOf(File(0, 0), {Stream("vids", 1, 25, 100)}));
+}
+
+// The language code of a stream name; a new project's reading runs to the ";" and so takes no country.
+TEST(StreamLanguage, CodeIsTheTwoLettersBehindTheFirstDash)
+{
+    const struct {
+        const char* Strn;
+        const char* Code;
+        const char* ToSemicolon;
+    } cases[] = {
+        {"Audio - en-US;02", "en", ""},
+        {"Subtitle - el-GR;02", "el", ""},
+        {"Audio - fr;02", "fr", "fr"},
+        {"Audio -  de  ;02", "de", "de"},
+        {"Audio - it", "it", "it"},
+        {"Audio - eng;02", "", ""},
+        {"Audio;02", "", ""},
+        {"Audio - ;02", "", ""},
+        {"", "", ""},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(mw::StreamLanguageCode(c.Strn), c.Code) << c.Strn;
+        EXPECT_EQ(mw::StreamLanguageCode(c.Strn, mw::CodeEnd::Semicolon), c.ToSemicolon) << c.Strn;
+    }
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 // An open project for the title and chapter tests: a program folder of its own, a scripted
-// prompt and scripted dialogs, and the movies the tests share.
+// prompt and scripted dialogs.
 
 #include "core/FormHost.h"
 #include "core/ScratchFolder.h"
@@ -13,7 +13,7 @@
 #include "document/TreeViewToXml.h"
 #include "media/ChapForm.h"
 #include "media/Chapters.h"
-#include "media/MediaFixtures.h"
+#include "media/MovieFixtures.h"
 #include "media/NewTitleForm.h"
 #include "media/mAVIDecs.h"
 
@@ -59,27 +59,6 @@ private:
 };
 
 inline bool Cancel(NewTitleForm&) { return false; }
-
-// At 25 fps with a key frame every 25 frames and one MP2 stream named "Audio - en-US;02".
-inline std::filesystem::path TestMovie(const std::string& name, int seconds)
-{
-    return FfmpegFixture(name, "-f lavfi -i testsrc=size=64x48:rate=25 -f lavfi -i sine=sample_rate=22050 -t " +
-                                   std::to_string(seconds) +
-                                   " -c:v mpeg4 -vtag DX50 -g 25 -sc_threshold 1000000000 -c:a mp2 "
-                                   "-metadata:s:a:0 'title=Audio - en-US;02'");
-}
-
-inline std::filesystem::path ShortMovie() { return TestMovie("title-short.avi", 2); }
-inline std::filesystem::path ChapterMovie() { return TestMovie("title-minute.avi", 60); }
-// The minute movie after it was cut.
-inline std::filesystem::path CutMovie() { return TestMovie("title-cut.avi", 20); }
-
-// One minute at 24000/1001 fps, video only.
-inline std::filesystem::path NtscMinuteMovie()
-{
-    return FfmpegFixture("title-ntsc-minute.avi",
-                         "-f lavfi -i testsrc=size=64x48:rate=24000/1001 -t 60 -c:v mpeg4 -vtag DX50 -g 24");
-}
 
 // A project of its own in a scratch folder, about to be given a first movie.
 class TitleProject {

@@ -1,6 +1,6 @@
 // The menu canvas driven as a user drives it: mouse and keys on Picture1, its labels, the rulers
 // and ToolbarPic. Each test ends by reading the document tree.
-#include "../media/MediaFixtures.h"
+#include "../media/MovieFixtures.h"
 #include "MainWindowFixture.h"
 
 #include "document/TreeQueries.h"
@@ -107,7 +107,7 @@ private slots:
                                              {"lblMovieInfo", "Error loading file for playing"}}));
         QVERIFY(!w.Tool("closemovie")->isEnabled());
 
-        const auto movie = test::FfmpegFixture("canvas.avi", "-f lavfi -i testsrc=s=64x48:r=25:d=2 -c:v mpeg4");
+        const auto movie = test::ShortMovie();
         if (movie.empty())
             QSKIP("ffmpeg is not installed");
         std::filesystem::copy_file(movie, w.Folder() / "missing.avi");

@@ -1,13 +1,22 @@
 // The window outlives its commands: a dialog's event loop never paints a tree the command is
-// changing, and whatever a command throws is told while the window goes on.
-#include "../media/MediaFixtures.h"
+// changing, whatever a command throws is told while the window goes on, and a build runs off the
+// interface thread in its log window, which can stop it.
+#include "../media/MovieFixtures.h"
 #include "MainWindowFixture.h"
 
+#include "ui/dialogs/BuildLogWindow.h"
+
+#include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
+#include <QThread>
+#include <QTimer>
 
 #include <stdexcept>
+#include <thread>
 
 using namespace mw;
 
@@ -41,6 +50,17 @@ public:
     std::vector<std::string> OpenFiles(const FileDialogRequest&) override { throw std::runtime_error("no portal"); }
 };
 
+// Notes the thread each question is asked in.
+struct ThreadPrompt : ScriptedPrompt {
+    QThread* AskedIn = nullptr;
+    PromptAnswer Ask(const std::string& text, PromptButtons buttons, PromptAnswer defaultAnswer,
+                     const std::string& title, PromptIcon icon) override
+    {
+        AskedIn = QThread::currentThread();
+        return ScriptedPrompt::Ask(text, buttons, defaultAnswer, title, icon);
+    }
+};
+
 } // namespace
 
 class CommandSafetyTest : public QObject {
@@ -48,12 +68,13 @@ class CommandSafetyTest : public QObject {
 private slots:
     void applyInTheChapterDialogNeverPaintsFreedNodes();
     void aCommandThatThrowsIsToldAndTheWindowGoesOn();
+    void linesFromTheBuildThreadShowAndCancelStopsTheTool();
+    void aBuildRunsOffTheInterfaceThreadAsksInItAndClosingCancelsIt();
 };
 
 void CommandSafetyTest::applyInTheChapterDialogNeverPaintsFreedNodes()
 {
-    const fs::path movie =
-        test::FfmpegFixture("safety.avi", "-f lavfi -i testsrc=size=64x48:rate=25 -t 4 -c:v mpeg4 -vtag DX50 -g 25");
+    const fs::path movie = test::TestMovie("safety.avi", 4);
     if (movie.empty())
         QSKIP("ffmpeg could not make the movie");
     test::MainWindow w;
@@ -113,6 +134,64 @@ void CommandSafetyTest::aCommandThatThrowsIsToldAndTheWindowGoesOn()
         QCOMPARE(tree->model()->rowCount(), 1); // the tree is back on show
         QVERIFY(form.CurrentProject().Doc.Tree.ObjectNode("2"));
     }
+}
+
+void CommandSafetyTest::aBuildRunsOffTheInterfaceThreadAsksInItAndClosingCancelsIt()
+{
+    QWidget parent;
+    ThreadPrompt prompt;
+    prompt.Answers = {PromptAnswer::Yes};
+    QThread* buildThread = nullptr;
+    // The user closes the window while the build waits for its tool, then closes it again.
+    QTimer user;
+    connect(&user, &QTimer::timeout, [&parent] {
+        auto* window = parent.findChild<BuildLogWindow*>();
+        if (!window || !window->isVisible())
+            return;
+        window->reject();
+    });
+    user.start(20);
+    const BuildEnd end = RunBuildWithLogWindow(&parent, prompt, [&](Prompt& asked, ToolRunner& runner, BuildLog& log) {
+        buildThread = QThread::currentThread();
+        if (asked.Ask("Go on?", PromptButtons::YesNo, PromptAnswer::No, {}, PromptIcon::Question) != PromptAnswer::Yes)
+            return BuildEnd::Failed;
+        log.Step("Waiting for the tool");
+        while (!runner.Cancelled())
+            QThread::msleep(5);
+        return BuildEnd::Cancelled;
+    });
+    QCOMPARE(end, BuildEnd::Cancelled);
+    QVERIFY(buildThread != QThread::currentThread());
+    QCOMPARE(prompt.AskedIn, QThread::currentThread());
+    QCOMPARE(prompt.Texts(), std::vector<std::string>{"Go on?"});
+}
+
+void CommandSafetyTest::linesFromTheBuildThreadShowAndCancelStopsTheTool()
+{
+    BuildLogWindow window;
+    int cancels = 0;
+    window.SetCancel([&cancels] { ++cancels; });
+    window.show();
+    std::thread build([&window] {
+        window.Step("Creating overlays");
+        window.Progress(2, 5);
+        window.Line("DivXMux.exe -v menu.avi");
+    });
+    build.join();
+    QTRY_COMPARE(window.findChild<QPlainTextEdit*>("txtLog")->toPlainText(), QString("DivXMux.exe -v menu.avi"));
+    QCOMPARE(window.findChild<QLabel*>("lblStep")->text(), QString("Creating overlays"));
+    QCOMPARE(window.findChild<QProgressBar*>("ProgressBar1")->value(), 2);
+    QCOMPARE(window.findChild<QProgressBar*>("ProgressBar1")->maximum(), 5);
+
+    auto* cancel = window.findChild<QPushButton*>("cmdCancel");
+    QTest::mouseClick(cancel, Qt::LeftButton);
+    QCOMPARE(cancels, 1);
+    QVERIFY(window.isVisible());
+    window.Finished();
+    QTRY_COMPARE(cancel->text(), QString("Close"));
+    QTest::mouseClick(cancel, Qt::LeftButton);
+    QCOMPARE(cancels, 1);
+    QVERIFY(!window.isVisible());
 }
 
 QTEST_MAIN(CommandSafetyTest)

@@ -1,3 +1,5 @@
+#include "MainWindowFixture.h"
+
 #include "core/ScriptedPrompt.h"
 #include "core/Version.h"
 #include "core/settings/Settings.h"
@@ -8,8 +10,12 @@
 #include "ui/dialogs/frmOptions.h"
 #include "ui/mainwindow/Form1.h"
 
+#include <QLabel>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolBar>
+#include <QTreeWidget>
 
 #include <algorithm>
 
@@ -66,6 +72,19 @@ void RelabelFromItsOwnTexts(QWidget& window)
         QVERIFY2(relabelled.Controls[i] == translated.Controls[i], translated.Controls[i].Name.c_str());
 }
 
+const char* kGerman = R"(<Lang><Form1_Design mnuRecent_0="Keine Dateien" Toolbar1_9_ToolTipText="DivX erstellen"
+ mnuNewWizard_ToolTipText="Assistent"/></Lang>)";
+
+QStringList Ticked(const test::MainWindow& w)
+{
+    QStringList ticked;
+    for (QAction* item : w.form->findChildren<QAction*>(QRegularExpression("^mnuLangDef_\\d+$"))) {
+        if (item->isChecked())
+            ticked << item->text();
+    }
+    return ticked;
+}
+
 } // namespace
 
 class LangFileTest : public QObject {
@@ -74,6 +93,9 @@ private slots:
     void dialogReadsBackAsItIsLabelled();
     void mainWindowReadsBackAsItIsLabelled();
     void shippedFileHoldsEveryWindow();
+    void columnsAreNumberedFromOneAndArraysByIndex();
+    void missingLanguageTicksNothingAndAFailedSwitchMovesNoTick();
+    void switchKeepsRecentFilesAndTheMarkOfMissingCommands();
 };
 
 void LangFileTest::dialogReadsBackAsItIsLabelled()
@@ -133,6 +155,58 @@ void LangFileTest::shippedFileHoldsEveryWindow()
     // Unfinished commands keep their own tool tips for the translator, not the placeholder.
     QCOMPARE(lang.DesignText("Form1", "Toolbar1_7_ToolTipText"), std::optional<std::string>("Add Language Menu"));
     QCOMPARE(lang.DesignText("Form1", "mnuAddLang_ToolTipText"), std::optional<std::string>());
+}
+
+// Tabs, tool bar buttons and captions go through the round trips above; this is columns and arrays.
+void LangFileTest::columnsAreNumberedFromOneAndArraysByIndex()
+{
+    QWidget form;
+    form.setObjectName("frmTest");
+    auto* tree = new QTreeWidget(&form);
+    tree->setObjectName("ListView1");
+    tree->setHeaderLabels({"Name", "Value"});
+    auto* table = new QTableWidget(0, 2, &form);
+    table->setObjectName("lvFiles");
+    auto* label = new QLabel("three", &form);
+    label->setObjectName("Label1_3");
+
+    LangDoc lang;
+    QVERIFY(lang.LoadString(R"(<Lang><frmTest_Design ListView1_2="Wert" lvFiles_2="Datei" Label1_3="Drei" Label1="wrong"/></Lang>)"));
+    LoadTextForDesign(lang, form);
+
+    QCOMPARE(tree->headerItem()->text(0), QString("Name"));
+    QCOMPARE(tree->headerItem()->text(1), QString("Wert"));
+    QCOMPARE(table->horizontalHeaderItem(1)->text(), QString("Datei"));
+    QCOMPARE(label->text(), QString("Drei"));
+}
+
+void LangFileTest::missingLanguageTicksNothingAndAFailedSwitchMovesNoTick()
+{
+    test::MainWindow nosuch({{"Menuwright.ini", "[General]\r\nLang=Nosuch\r\n"},
+                             {"English.Menuwright.exe.xml", "<Lang/>"},
+                             {"German.Menuwright.exe.xml", kGerman}});
+    QCOMPARE(Ticked(nosuch), QStringList());
+
+    test::MainWindow w({{"Menuwright.ini", "[General]\r\nLang=English\r\n"},
+                        {"English.Menuwright.exe.xml", "<Lang/>"},
+                        {"German.Menuwright.exe.xml", kGerman}});
+    QCOMPARE(Ticked(w), QStringList{"English"});
+    std::filesystem::remove(w.Folder() / "German.Menuwright.exe.xml");
+    w.Action("mnuLangDef_2")->trigger();
+    QCOMPARE(Ticked(w), QStringList{"English"});
+    QCOMPARE(w.program.Lang.LangName(), std::string("English"));
+}
+
+void LangFileTest::switchKeepsRecentFilesAndTheMarkOfMissingCommands()
+{
+    test::MainWindow w({{"Menuwright.ini", "[RecentFiles]\r\nFilesCount=1\r\nFile1=/p/first.xml\r\n"},
+                        {"German.Menuwright.exe.xml", kGerman}});
+    w.Action("mnuLangDef_1")->trigger();
+    QCOMPARE(Ticked(w), QStringList{"German"});
+    QCOMPARE(w.Action("mnuRecent_0")->text(), QString("/p/first.xml"));
+    QAction* divx = w.form->findChild<QToolBar*>("Toolbar1")->findChild<QAction*>("DivX");
+    QCOMPARE(divx->toolTip(), QString("DivX erstellen"));
+    QCOMPARE(w.Action("mnuNewWizard")->toolTip(), QString("Assistent (Not available yet)"));
 }
 
 QTEST_MAIN(LangFileTest)

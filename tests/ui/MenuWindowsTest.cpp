@@ -1,4 +1,4 @@
-#include "../media/MediaFixtures.h"
+#include "../media/MovieFixtures.h"
 #include "MainWindowFixture.h"
 
 #include "document/TreeQueries.h"
@@ -26,13 +26,6 @@ using mw::test::Click;
 namespace {
 
 namespace fs = std::filesystem;
-
-// Two seconds of video with one audio stream.
-fs::path Movie()
-{
-    return test::FfmpegFixture("menu.avi", "-f lavfi -i testsrc=size=64x48:rate=25 -f lavfi -i sine=sample_rate=22050 "
-                                           "-t 2 -c:v mpeg4 -vtag DX50 -c:a mp2");
-}
 
 // An empty "en" set, and a menu with one button in "fr".
 const char* kProject = R"(<DivXMediaManager objectID="1" defaultMenuLanguage="en">
@@ -101,7 +94,7 @@ private slots:
 
 void MenuWindowsTest::newMenuThenItsPanelRefusesAudioAsVideoAndRenames()
 {
-    const fs::path movie = Movie();
+    const fs::path movie = test::ShortMovie();
     if (movie.empty())
         QSKIP("ffmpeg could not make the movie");
     Window w;

@@ -1,3 +1,4 @@
+#include "../document/TestProjects.h"
 #include "MainWindowFixture.h"
 
 #include "menus/CanvasCommands.h"
@@ -24,35 +25,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// One menu with two buttons, the second without extra info; its video is missing.
-const char* kProject = R"(<DivXMediaManager objectID="1" defaultMenuLanguage="en">
-<TranslationTable objectID="3"/>
-<Media objectID="2">
-<MenuTracks objectID="20">
-<MediaSource objectID="21" mediaType="menuAvi" location="menu.avi"/>
-<MediaTrack objectID="22" mediaSourceID="21" trackID="00dc" startFrame="0" endFrame="10" type="video"/>
-</MenuTracks>
-</Media>
-<LanguageMenus objectID="9" languageCode="en" startingMenuID="12" rootMenuID="none">
-<DivXMediaMenu objectID="12" backgroundVideoID="22" backgroundAudioID="none" menuType="title" menuName="Main">
-<!-- <Menuwright Color1='1' Color2='2' Color3='3'/> -->
-<ButtonMenu objectID="13">
-<!-- <Menuwright Shape='*Rect' width='5' Position='0 0 0 0'/> -->
-<MenuRectangle objectID="14" left="10" top="20" width="100" height="30"/>
-</ButtonMenu>
-<ButtonMenu objectID="15">
-<MenuRectangle objectID="16" left="200" top="20" width="50" height="50"/>
-</ButtonMenu>
-</DivXMediaMenu>
-</LanguageMenus>
-</DivXMediaManager>
-)";
-
 // The window with the menu on its canvas and a button selected.
 struct Window : test::MainWindow {
     explicit Window(int button)
     {
-        Write("overlays.xml", kProject);
+        Write("overlays.xml", test::kCanvasProject);
         OpenByMenu((Folder() / "overlays.xml").string());
         ParceMenu(project(), project().Doc.Tree.Item("k12"));
         Label1_Click(project(), button);
@@ -150,7 +127,7 @@ void OverlayWindowsTest::colourDialogGivesItsCustomColoursToTheMenu()
     });
     QVERIFY(SelectColor(w.project()));
     QCOMPARE(shown, ToQColor(3));
-    QCOMPARE(w.Tag("12"), std::string("<Menuwright Color1='1' Color2='65280' Color3='3'/>"));
+    QCOMPARE(w.Tag("12"), std::string("<Menuwright Color1='1' Color2='65280' Color3='3' frame='7' lock='1'/>"));
 }
 
 QTEST_MAIN(OverlayWindowsTest)

@@ -1,3 +1,4 @@
+#include "../document/TestProjects.h"
 #include "../media/MediaFixtures.h"
 #include "MainWindowFixture.h"
 
@@ -34,24 +35,12 @@ fs::path Movie()
                                               "-metadata:s:a:1 'title=Audio - fr-FR;02'");
 }
 
-std::string ProjectXml(const fs::path& movie)
-{
-    return R"(<DivXMediaManager menuVersion="1" objectID="1" defaultMenuLanguage="en" version="1.0">
-<TranslationTable objectID="3"/>
-<Media objectID="2">
-<Title objectID="6">
-<MediaSource objectID="7" mediaType="featureAvi" location=")" +
-           movie.string() + R"("/>
-</Title>
-</Media>
-</DivXMediaManager>
-)";
-}
-
 struct Window : test::MainWindow {
+    // The menu project, its title's movie the one of these tests.
     void Open(const fs::path& movie)
     {
-        Write("titles.xml", ProjectXml(movie));
+        fs::copy_file(movie, Folder() / "movie.avi");
+        Write("titles.xml", test::kMenuProject);
         OpenByMenu((Folder() / "titles.xml").string());
     }
     // The chapter form as the command opens it, title 6 chosen.
