@@ -1,0 +1,307 @@
+#include "ui/generators/GeneratorWindow.h"
+
+#include "core/Paths.h"
+#include "core/Text.h"
+#include "document/NodeSelection.h"
+#include "document/Project.h"
+#include "generators/ChapterMenu.h"
+#include "generators/PageSettings.h"
+#include "generators/TitleMenu.h"
+#include "ui/QtDesignTarget.h"
+#include "ui/dialogs/NamedControls.h"
+#include "ui/generators/PageView.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace mw {
+
+namespace {
+
+QString Q(const std::string& text) { return QString::fromStdString(text); }
+
+const char* Caption(GeneratorKind kind)
+{
+    switch (kind) {
+    case GeneratorKind::ChaptersMenu:
+        return "Menu for chapters with preview";
+    case GeneratorKind::TitleMenu:
+        return "Menu for titles with preview";
+    case GeneratorKind::SetupMenu:
+        break;
+    }
+    return "Preview menu for Setup";
+}
+
+const char* FormName(GeneratorKind kind)
+{
+    switch (kind) {
+    case GeneratorKind::ChaptersMenu:
+        return "frmVisualMenuForChapters";
+    case GeneratorKind::TitleMenu:
+        return "frmPreviewMenu";
+    case GeneratorKind::SetupMenu:
+        break;
+    }
+    return "frmSetup";
+}
+
+// A page without a background picture of its own starts on a quiet blue.
+constexpr GradientColors kStartGradient{0x5A2A10, 0x6E3A18, 0x3A1808, 0x4A2410, std::nullopt};
+
+QLineEdit* NamedEdit(const char* name)
+{
+    auto* edit = new QLineEdit;
+    edit->setObjectName(name);
+    return edit;
+}
+
+} // namespace
+
+GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* parent)
+    : QDialog(parent), kind_(kind), project_(project), mnuMenu_(new QMenu("Menu", this)), Combo1_(new QComboBox),
+      Option1_(new QRadioButton("6/page")), Option2_(new QRadioButton("8/page")), MenuName_(NamedEdit("MenuName")),
+      Text1_(NamedEdit("Text1")), WhatOverlay_(new QComboBox), picMsg_(new QFrame), lblMsg_(NamedLabel("lblMsg", "")),
+      Command1_(NamedButton("Command1", "Create..."))
+{
+    setObjectName(FormName(kind));
+    setWindowTitle(Caption(kind));
+    Combo1_->setObjectName("Combo1");
+    Option1_->setObjectName("Option1");
+    Option2_->setObjectName("Option2");
+    WhatOverlay_->setObjectName("WhatOverlay");
+    WhatOverlay_->addItems({"Same shape as the button", "The overlay will highlight the text (name) of the chapter or title"});
+    picMsg_->setObjectName("picMsg");
+    picMsg_->setFrameShape(QFrame::Panel);
+    picMsg_->setFrameShadow(QFrame::Sunken);
+    lblMsg_->setWordWrap(true);
+    (new QVBoxLayout(picMsg_))->addWidget(lblMsg_);
+    picMsg_->hide();
+
+    LoadItems();
+    view_ = new PageView(page_, project_.Ask(), mnuMenu_);
+
+    const auto item = [this](const char* name, const char* text, auto run) {
+        QAction* action = mnuMenu_->addAction(text);
+        action->setObjectName(name);
+        connect(action, &QAction::triggered, this, run);
+        return action;
+    };
+    mnuMenu_->setObjectName("mnuMenu");
+    item("mnuCreate", "Create...", [this] { Create(); });
+    item("mnuSetSettings", "Set these settings as default", [this] {
+        ReadFields();
+        SaveDefValues(kind_, page_.Design, SettingsFilePath(project_.ProgramFolder()));
+    });
+    mnuMenu_->addSeparator();
+    item("mnuAddText", "Add text/picture", [this] { AddText(); });
+    item("mnuBackground", "Background picture...", [this] {
+        const std::vector<std::string> chosen = project_.Ask().OpenFiles(PictureRequest("Select picture"));
+        if (!chosen.empty()) {
+            page_.Design.Picture = chosen.front();
+            view_->Refresh();
+        }
+    });
+    item("mnuWidth", "Width...", [this] { SetSide(true); });
+    item("mnuHeight", "Height...", [this] { SetSide(false); });
+    if (kind_ != GeneratorKind::SetupMenu) {
+        mnuMenu_->addSeparator();
+        item("mnuPreviousPage", "Previous page", [this] { view_->StepPage(-1); })->setShortcut(QKeySequence("PgUp"));
+        item("mnuNextPage", "Next page", [this] { view_->StepPage(1); })->setShortcut(QKeySequence("PgDown"));
+    }
+    auto* bar = new QMenuBar;
+    bar->addMenu(mnuMenu_);
+
+    auto* fields = new QFormLayout;
+    if (kind_ != GeneratorKind::TitleMenu)
+        fields->addRow(NamedLabel("lblTitle", "Title"), Combo1_);
+    else
+        Combo1_->hide();
+    if (kind_ != GeneratorKind::SetupMenu) {
+        auto* perPage = new QHBoxLayout;
+        perPage->addWidget(Option1_);
+        perPage->addWidget(Option2_);
+        fields->addRow(NamedLabel("lblPerPage", "Thumbnails"), perPage);
+    }
+    fields->addRow(NamedLabel("lblMenuName", "Menu name"), MenuName_);
+    if (kind_ == GeneratorKind::ChaptersMenu)
+        fields->addRow(NamedLabel("lblMotion", "Motion (seconds)"), Text1_);
+    else
+        Text1_->hide();
+    if (kind_ != GeneratorKind::SetupMenu)
+        fields->addRow(NamedLabel("lblOverlay", "Overlay"), WhatOverlay_);
+    else
+        WhatOverlay_->hide();
+    WhatOverlay_->setMinimumContentsLength(16);
+    WhatOverlay_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+
+    auto* ok = NamedButton("Command4", "Ok");
+    auto* side = new QVBoxLayout;
+    side->addLayout(fields);
+    side->addWidget(picMsg_);
+    side->addStretch();
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(Command1_);
+    buttons->addWidget(ok);
+    side->addLayout(buttons);
+
+    auto* scroll = new QScrollArea;
+    scroll->setWidget(view_);
+    scroll->setWidgetResizable(false);
+    scroll->setAlignment(Qt::AlignCenter);
+    auto* columns = new QHBoxLayout;
+    columns->addLayout(side);
+    columns->addWidget(scroll, 1);
+    auto* layout = new QVBoxLayout(this);
+    layout->setMenuBar(bar);
+    layout->addLayout(columns);
+
+    ShowFields();
+    view_->adjustSize();
+    scroll->setMinimumSize(view_->sizeHint().grownBy(QMargins(2, 2, 2, 2)).boundedTo(QSize(1000, 760)));
+
+    connect(Combo1_, &QComboBox::currentIndexChanged, this, [this](int row) {
+        if (row < 0 || row >= int(titles_.size()))
+            return;
+        lblMsg_->setText("Loading frames... Please wait");
+        picMsg_->show();
+        LoadChapterItems(project_, titles_[std::size_t(row)].TitleID, page_);
+        picMsg_->hide();
+        view_->Refresh();
+    });
+    connect(Option1_, &QRadioButton::toggled, this, [this](bool on) { SetPerPage(on ? 6 : 8); });
+    connect(Command1_, &QPushButton::clicked, this, &GeneratorWindow::Create);
+    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+}
+
+void GeneratorWindow::LoadItems()
+{
+    titles_ = LoadTitlesInForm(project_.Doc).lstTitles;
+    for (const TitleListRow& title : titles_)
+        Combo1_->addItem(Q(title.Path + "|" + title.TitleID));
+    const bool opened = kind_ == GeneratorKind::TitleMenu
+                            ? OpenTitlePage(project_, 8, page_)
+                            : !titles_.empty() && OpenChapterPage(project_, titles_.front().TitleID, 8, page_);
+    if (opened)
+        page_.Gradient = kStartGradient;
+}
+
+void GeneratorWindow::SetPerPage(int perPage)
+{
+    if (page_.PerPage == perPage)
+        return;
+    page_.PerPage = perPage;
+    PlacePictures(page_, true);
+    view_->Refresh();
+}
+
+void GeneratorWindow::SetSide(bool width)
+{
+    const std::string prompt = width ? "Set the width for the menu. Must be a multiple of 4."
+                                     : "Set the height for the menu. Must be a multiple of 4.";
+    const auto typed = project_.Ask().Input(prompt, "", std::to_string(width ? page_.Width : page_.Height));
+    if (!typed)
+        return;
+    const long side = static_cast<long>(LeadingNumber(*typed));
+    if (!(width ? SetPageWidth(page_, side) : SetPageHeight(page_, side))) {
+        QApplication::beep();
+        return;
+    }
+    PlacePictures(page_, true);
+    view_->Refresh();
+}
+
+void GeneratorWindow::AddText()
+{
+    FreeItem free;
+    free.Label = PageLabel{.Caption = "Some text", .Width = 160, .Height = 40};
+    free.Font = page_.Design.Free;
+    page_.FreeItems.push_back(std::move(free));
+    view_->Refresh();
+}
+
+void GeneratorWindow::ReadFields()
+{
+    std::string name = MenuName_->text().toStdString();
+    // A page number follows the name.
+    if (!name.empty() && !name.ends_with(' '))
+        name += ' ';
+    page_.Design.MenuName = name;
+    page_.Design.Animation = std::to_string(std::max(0LL, LeadingNumber(Text1_->text().toStdString())));
+    page_.Design.WhatOverlay = WhatOverlay_->currentIndex();
+}
+
+void GeneratorWindow::ShowFields()
+{
+    MenuName_->setText(Q(page_.Design.MenuName));
+    Text1_->setText(Q(page_.Design.Animation));
+    WhatOverlay_->setCurrentIndex(page_.Design.WhatOverlay == 0 ? 0 : 1);
+    (page_.PerPage == 6 ? Option1_ : Option2_)->setChecked(true);
+}
+
+void GeneratorWindow::Create()
+{
+    ReadFields();
+    ShowFields();
+    const bool titles = kind_ == GeneratorKind::TitleMenu;
+    FileDialogRequest ask;
+    ask.Title = "Type a name for the menu";
+    ask.Filter = titles ? "*.avi;*.divx|*.avi;*.divx" : "*.avi|*.avi";
+    ask.DefaultExt = "avi";
+    const auto file = project_.Ask().SaveFile(ask);
+    if (!file)
+        return;
+    picMsg_->show();
+    lblMsg_->setText("Creating picture...");
+    Command1_->setEnabled(false);
+    PageMenuResult result;
+    PageMenuRequest request;
+    request.FileName = *file;
+    const int row = Combo1_->currentIndex();
+    const bool made = titles ? CreateTitleMenu(project_, page_, request, result)
+                             : row >= 0 && CreateChapterMenu(project_, page_, {titles_[std::size_t(row)].TitleID, request}, result);
+    Command1_->setEnabled(true);
+    picMsg_->setVisible(made);
+    if (made)
+        made_.insert(made_.end(), result.MenuIDs.begin(), result.MenuIDs.end());
+    view_->Refresh();
+}
+
+namespace {
+
+void OpenGenerator(GeneratorKind kind, Project& project)
+{
+    if (LoadTitlesInForm(project.Doc).lstTitles.empty())
+        return;
+    GeneratorWindow window(kind, project, QApplication::activeWindow());
+    LoadTextForDesign(project.Lang(), window);
+    window.exec();
+    if (window.MadeMenus().empty())
+        return;
+    if (DocNode* menu = project.Doc.Tree.ObjectNode(window.MadeMenus().front()))
+        TreeView1_NodeClick(project, menu);
+}
+
+} // namespace
+
+void mnuCreateVisualMenuForChapters(Project& project)
+{
+    OpenGenerator(GeneratorKind::ChaptersMenu, project);
+}
+
+void mnuCreateVisualMenuForTitles(Project& project)
+{
+    OpenGenerator(GeneratorKind::TitleMenu, project);
+}
+
+} // namespace mw

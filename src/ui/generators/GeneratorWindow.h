@@ -1,0 +1,68 @@
+#pragma once
+
+#include "generators/PageMenus.h"
+#include "generators/PageModel.h"
+#include "media/LoadTitlesInForm.h"
+
+#include <QDialog>
+
+#include <vector>
+
+class QComboBox;
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QPushButton;
+class QRadioButton;
+
+namespace mw {
+
+class PageView;
+class Project;
+
+// One window for the three generators: frmVisualMenuForChapters over the chapters of a title,
+// frmPreviewMenu over the titles, frmSetup over the streams of a title. The page is designed in
+// the page view; Create makes the menus into the project. The window stays open afterwards, as
+// the page was, until Ok.
+class GeneratorWindow : public QDialog {
+public:
+    GeneratorWindow(GeneratorKind kind, Project& project, QWidget* parent = nullptr);
+
+    // The menus made while the window was open, in the order they were made.
+    const std::vector<std::string>& MadeMenus() const { return made_; }
+
+private:
+    void LoadItems();
+    // Command1 and mnuCreate: asks for the file, then makes the menus.
+    void Create();
+    void SetPerPage(int perPage);
+    void SetSide(bool width);
+    void AddText();
+    void ReadFields();
+    void ShowFields();
+
+    GeneratorKind kind_;
+    Project& project_;
+    MenuPage page_;
+    std::vector<TitleListRow> titles_;
+    QMenu* mnuMenu_;
+    PageView* view_;
+    QComboBox* Combo1_;
+    QRadioButton* Option1_;
+    QRadioButton* Option2_;
+    QLineEdit* MenuName_;
+    QLineEdit* Text1_;
+    QComboBox* WhatOverlay_;
+    QFrame* picMsg_;
+    QLabel* lblMsg_;
+    QPushButton* Command1_;
+    std::vector<std::string> made_;
+};
+
+// The Tools entries that open the windows; afterwards the first menu made is the one selected,
+// so that the canvas shows it.
+void mnuCreateVisualMenuForChapters(Project& project);
+void mnuCreateVisualMenuForTitles(Project& project);
+
+} // namespace mw
