@@ -21,7 +21,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace mw {
@@ -56,8 +55,9 @@ const char* FormName(GeneratorKind kind)
     return "frmSetup";
 }
 
-// A page without a background picture of its own starts on a quiet blue.
-constexpr GradientColors kStartGradient{0x5A2A10, 0x6E3A18, 0x3A1808, 0x4A2410, std::nullopt};
+// A page without a background picture of its own starts on a pale blue, on which the default
+// black captions read well.
+constexpr GradientColors kStartGradient{0xF5DCC8, 0xFAEBE1, 0xE6BEA0, 0xF0D2BE, std::nullopt};
 
 QLineEdit* NamedEdit(const char* name)
 {
@@ -155,20 +155,18 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
     buttons->addWidget(ok);
     side->addLayout(buttons);
 
-    auto* scroll = new QScrollArea;
-    scroll->setWidget(view_);
-    scroll->setWidgetResizable(false);
-    scroll->setAlignment(Qt::AlignCenter);
+    auto* sidePanel = new QWidget;
+    sidePanel->setLayout(side);
+    sidePanel->setFixedWidth(330);
+    Combo1_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     auto* columns = new QHBoxLayout;
-    columns->addLayout(side);
-    columns->addWidget(scroll, 1);
+    columns->addWidget(sidePanel);
+    columns->addWidget(view_, 1, Qt::AlignLeft | Qt::AlignTop);
     auto* layout = new QVBoxLayout(this);
     layout->setMenuBar(bar);
     layout->addLayout(columns);
 
     ShowFields();
-    view_->adjustSize();
-    scroll->setMinimumSize(view_->sizeHint().grownBy(QMargins(2, 2, 2, 2)).boundedTo(QSize(1000, 760)));
 
     connect(Combo1_, &QComboBox::currentIndexChanged, this, [this](int row) {
         if (row < 0 || row >= int(titles_.size()))
