@@ -3,6 +3,7 @@
 #include "core/Text.h"
 #include "document/Project.h"
 #include "generators/ChapterMenu.h"
+#include "generators/SetupMenu.h"
 #include "generators/TitleMenu.h"
 
 #include <filesystem>
@@ -39,6 +40,13 @@ int RunPageMenus(const CliOptions& options, CliContext& context, std::size_t arg
     });
 }
 
+// --main must name a menu of the project; an empty one is no menu to lead to.
+bool IsMenuOrEmpty(const Project& project, const std::string& menuID)
+{
+    const DocNode* menu = project.Doc.Tree.ObjectNode(menuID);
+    return menuID.empty() || (menu && EqualsNoCase(menu->Text, "DivXMediaMenu"));
+}
+
 } // namespace
 
 int RunChapterMenu(const CliOptions& options, CliContext& context)
@@ -51,11 +59,8 @@ int RunChapterMenu(const CliOptions& options, CliContext& context)
                         [&](Project& project, int perPage, const std::string& fileName, PageMenuResult& result) {
         request.Menus.FileName = fileName;
         const std::string& mainMenu = request.Menus.MainMenuID;
-        if (!mainMenu.empty()) {
-            const DocNode* menu = project.Doc.Tree.ObjectNode(mainMenu);
-            if (!menu || !EqualsNoCase(menu->Text, "DivXMediaMenu"))
-                return Refuse(context, options, mainMenu + " is not a menu of the project");
-        }
+        if (!IsMenuOrEmpty(project, mainMenu))
+            return Refuse(context, options, mainMenu + " is not a menu of the project");
         MenuPage page;
         if (!OpenChapterPage(project, request.TitleID, perPage, page))
             return Refuse(context, options, request.TitleID + " is not a title of the project");
@@ -82,6 +87,31 @@ int RunTitleMenu(const CliOptions& options, CliContext& context)
         page.Design.Main.Visible = false;
         return CreateTitleMenu(project, page, request, result) ? static_cast<int>(kExitOk)
                                                                : static_cast<int>(kExitFaults);
+    });
+}
+
+int RunSetupMenu(const CliOptions& options, CliContext& context)
+{
+    const std::string titleID = options.Arguments.size() > 1 ? options.Arguments[1] : "";
+    SetupMenuRequest request;
+    request.Menus.MainMenuID = options.Menu.Main.value_or("");
+    request.Menus.Language = options.DefLang.value_or("");
+    return RunPageMenus(options, context, 2, "expected a project file, a title id and -o MENU.avi",
+                        [&](Project& project, int, const std::string& fileName, PageMenuResult& result) {
+        request.Menus.FileName = fileName;
+        const std::string& mainMenu = request.Menus.MainMenuID;
+        if (!IsMenuOrEmpty(project, mainMenu))
+            return Refuse(context, options, mainMenu + " is not a menu of the project");
+        SetupPage setup;
+        if (!OpenSetupPage(project, titleID, setup))
+            return Refuse(context, options, titleID + " is not a title of the project");
+        // Without a menu to lead to, the main button would be a dead end.
+        setup.Page.Design.Main.Visible = !mainMenu.empty();
+        SetupMenuResult made;
+        if (!CreateSetupMenu(project, setup, request, made))
+            return static_cast<int>(kExitFaults);
+        result.MenuIDs = {made.MenuID};
+        return static_cast<int>(kExitOk);
     });
 }
 

@@ -8,5 +8,6 @@ namespace mw {
 // them; each prints the new menus' identifiers and saves the project in place.
 int RunChapterMenu(const CliOptions& options, CliContext& context);
 int RunTitleMenu(const CliOptions& options, CliContext& context);
+int RunSetupMenu(const CliOptions& options, CliContext& context);
 
 } // namespace mw

@@ -144,7 +144,7 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
         {"--from-picture", "set-overlay", &menu.FromPicture},
         {"--prepare-only", "build", nullptr},
         {"--per-page", "chapter-menu", &menu.PerPage}, {"--main", "chapter-menu", &menu.Main},
-        {"--per-page", "title-menu", &menu.PerPage},
+        {"--per-page", "title-menu", &menu.PerPage}, {"--main", "setup-menu", &menu.Main},
     };
     bool prepareOnly = false;
     std::vector<std::string> rest;
@@ -251,6 +251,10 @@ std::string CliUsage()
            "                                    still title menus, a page of thumbnails each, with\n"
            "                                    the layout of section TitleMenu of the settings;\n"
            "                                    prints the new menus' identifiers\n"
+           "  setup-menu PROJECT.xml TITLE_ID -o MENU.avi [--main MENU_ID] [--lang CODE]\n"
+           "                                    a still setup menu choosing the title's audio and\n"
+           "                                    subtitle streams, with the layout of section\n"
+           "                                    SetupMenu of the settings; prints its identifier\n"
            "  pic2avi PICTURE... -o OUT.avi --fps F [--audio FILE]\n"
            "                                    a menu video: five seconds of one picture, or one\n"
            "                                    frame per picture, MPEG-4 by our own encoder\n"
@@ -275,7 +279,8 @@ std::string CliUsage()
            "  --default-audio N|none     new: the default audio track, by stream number\n"
            "  --default-subtitle N|none  new: the default subtitle track, by stream number\n"
            "  --lang CODE                new: the menu language instead of the setting defLang;\n"
-           "                             chapter-menu, title-menu: the language set of the new menus\n"
+           "                             chapter-menu, title-menu, setup-menu: the language set of the\n"
+           "                             new menus\n"
            "  --fps F                    pic2avi: frames per second, such as 25 or 29.97\n"
            "  --audio FILE               pic2avi: an audio file to add as a second stream\n"
            "  --count N                  chapters: N chapters of equal length\n"

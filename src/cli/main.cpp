@@ -60,6 +60,7 @@ const std::map<std::string, CommandRunner, std::less<>>& Commands()
         {"build", RunBuild},
         {"chapter-menu", RunChapterMenu},
         {"title-menu", RunTitleMenu},
+        {"setup-menu", RunSetupMenu},
     };
     return commands;
 }

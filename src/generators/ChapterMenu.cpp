@@ -2,24 +2,12 @@
 
 #include "core/Text.h"
 #include "document/Project.h"
+#include "generators/GeneratorRun.h"
 #include "media/LoadTitlesInForm.h"
 
 #include <optional>
 
 namespace mw {
-
-namespace {
-
-std::optional<TitleListRow> FindTitle(const Project& project, const std::string& titleID)
-{
-    for (TitleListRow& row : LoadTitlesInForm(project.Doc).lstTitles) {
-        if (row.TitleID == titleID)
-            return row;
-    }
-    return std::nullopt;
-}
-
-} // namespace
 
 bool LoadChapterItems(Project& project, const std::string& titleID, MenuPage& page)
 {

@@ -1,16 +1,13 @@
 #include "generators/PageMenus.h"
 
-#include "build/PicturesToMenuVideo.h"
-#include "core/Text.h"
 #include "document/Project.h"
 #include "document/TreeQueries.h"
-#include "document/UndoHistory.h"
+#include "generators/GeneratorRun.h"
 #include "generators/Navigation.h"
 #include "generators/PageComposer.h"
 #include "generators/PageSettings.h"
 #include "media/FrameGrabber.h"
 #include "menus/Actions.h"
-#include "menus/AddNewMenu.h"
 #include "menus/Buttons.h"
 #include "menus/CanvasCommands.h"
 #include "menus/MenuCommands.h"
@@ -28,140 +25,6 @@ namespace fs = std::filesystem;
 namespace mw {
 
 namespace {
-
-std::string WithAviExtension(std::string name)
-{
-    if (!EndsWithNoCase(name, ".avi"))
-        name += ".avi";
-    return name;
-}
-
-// The page videos are made under names of the program's tmp folder first and only put in
-// place once every page has one.
-struct PageVideo {
-    std::string Work;
-    std::string Final;
-};
-
-void RemoveFiles(const std::vector<PageVideo>& videos)
-{
-    std::error_code ec;
-    for (const PageVideo& video : videos)
-        fs::remove(video.Work, ec);
-}
-
-// Puts every page's video in place, or none: a file of the user under a page's name is moved
-// aside first and comes back when any page fails. A folder under a page's name fails the run.
-bool PutAllInPlace(const std::vector<PageVideo>& videos)
-{
-    std::error_code ec;
-    for (const PageVideo& video : videos) {
-        if (fs::is_directory(video.Final, ec))
-            return false;
-    }
-    std::vector<std::pair<fs::path, fs::path>> asides;
-    std::vector<fs::path> placed;
-    bool ok = true;
-    for (const PageVideo& video : videos) {
-        const fs::path final = video.Final;
-        if (fs::exists(final, ec)) {
-            const fs::path aside = final.string() + ".old";
-            fs::rename(final, aside, ec);
-            if (ec) {
-                ok = false;
-                break;
-            }
-            asides.emplace_back(final, aside);
-        }
-        fs::rename(video.Work, final, ec);
-        if (ec) // another file system
-            fs::copy_file(video.Work, final, fs::copy_options::overwrite_existing, ec);
-        placed.push_back(final); // whatever stands there now is ours
-        if (ec) {
-            ok = false;
-            break;
-        }
-    }
-    for (const fs::path& file : ok ? std::vector<fs::path>{} : placed)
-        fs::remove(file, ec);
-    for (const auto& [final, aside] : asides) {
-        if (ok)
-            fs::remove(aside, ec);
-        else
-            fs::rename(aside, final, ec);
-    }
-    return ok;
-}
-
-// The new-menu form as it opens, at the language set of the code (the selected one when empty).
-// False when the project has no such set.
-bool OpenNewMenuForm(Project& project, NewMenuForm& form, const std::string& language)
-{
-    LoadNewMenuForm(form, clsIniFile(SettingsFilePath(project.ProgramFolder()).string()));
-    FillLanguageCombo(form, project.Doc.Tree);
-    if (!language.empty()) {
-        const auto& items = form.Combo2.Items;
-        const auto found = std::find_if(items.begin(), items.end(), [&](const ComboItem& i) { return i.Text == language; });
-        if (found == items.end())
-            return false;
-        form.Combo2.ListIndex = static_cast<int>(found - items.begin());
-    }
-    Combo2_Click(form, project.Doc.Tree);
-    return true;
-}
-
-// The new-menu form filled as the user fills it for one page.
-std::string AddPageMenu(Project& project, const std::string& video, const std::string& name,
-                        const std::string& language)
-{
-    NewMenuForm form;
-    if (!OpenNewMenuForm(project, form, language) || !LoadMovieForMenu(project, form, video))
-        return "";
-    form.txtMenuName = name;
-    return AddNewMenu(project, form, false);
-}
-
-// The language set as it was before the menus are added: one undo step for the whole run when
-// it succeeds, and the way back when it fails part way.
-class LanguageSetGuard {
-public:
-    LanguageSetGuard(Project& project, const DocNode* languageSet)
-        : project_(project), undo_(project.Undo), nextID_(project.Doc.NextObjectID), dirty_(project.FileIsDirty)
-    {
-        kept_ = languageSet && TakeUndoSnapshot(project.Doc, GetPropertyInNode(*languageSet, "objectid"),
-                                                project.Canvas.CurrentMenuID, before_, KeptTracks::None);
-    }
-    ~LanguageSetGuard()
-    {
-        // The steps the menu commands recorded on the way give way to the one of the run.
-        project_.Undo = std::move(undo_);
-        if (kept_)
-            project_.Undo.Push(std::move(before_));
-        if (!done_ && kept_) {
-            project_.UndoDo();
-            project_.Doc.NextObjectID = nextID_;
-            project_.FileIsDirty = dirty_;
-            if (DocNode* shown = project_.Doc.Tree.ObjectNode(project_.Canvas.CurrentMenuID))
-                ParceMenu(project_, *shown);
-        }
-        project_.Commands.mnuUndo = !project_.Undo.Empty();
-    }
-    LanguageSetGuard(const LanguageSetGuard&) = delete;
-    LanguageSetGuard& operator=(const LanguageSetGuard&) = delete;
-
-    void Done() { done_ = true; }
-
-private:
-    Project& project_;
-    UndoHistory undo_;
-    UndoSnapshot before_;
-    long nextID_;
-    bool dirty_;
-    bool kept_ = false;
-    bool done_ = false;
-};
-
-ButtonShape ShapeOf(const PageLabel& label) { return ButtonShape{"", label.Left, label.Top, label.Width, label.Height}; }
 
 // The buttons of one page, by their place in the navigation.
 struct PageButtons {
@@ -267,13 +130,9 @@ bool CreatePageMenus(Project& project, MenuPage& page, const PageMenuJob& job, P
         page.Page = p;
         PlacePictures(page, false);
         const PageVideo video{(tmp / (job.WorkName + std::to_string(p) + ".avi")).string(), PageFileName(fileName, p)};
-        cDIB composed;
-        fs::remove(picture, ec);
         prompt.Progress(kPageMessage, job.CreatingMessage + std::to_string(p));
-        const bool made = composed.CreateFromImage(ComposePage(page, art)) && composed.Save(picture) &&
-                          CreateAviFromaPic(picture, video.Work, fps, page.Design.UseThisSound, kPicToMenuBuiltIn,
-                                            project.Values(), project.Lang(), prompt);
-        fs::remove(picture, ec);
+        const bool made =
+            MakeStillVideo(project, ComposePage(page, art), picture, video.Work, fps, page.Design.UseThisSound);
         videos.push_back(video);
         if (!made) {
             RemoveFiles(videos);
@@ -293,11 +152,7 @@ bool CreatePageMenus(Project& project, MenuPage& page, const PageMenuJob& job, P
 
     LanguageSetGuard guard(project, IsLanguageMenusThere(project.Doc.Tree, ComboText(form.Combo2)));
     std::vector<PageButtons> pageButtons;
-    // The overlay of the thumbnails takes the border's shape when the library has it.
-    const std::string shapeFile = fs::path(page.Design.ButtonPicture).stem().string() + ".bmp";
-    const std::string overlayBitmap = "frames\\" + shapeFile;
-    const bool bitmapOverlay = page.Design.WhatOverlay == 0 &&
-                               fs::is_regular_file(project.ProgramFolder() / "overlays" / "frames" / shapeFile, ec);
+    const ButtonOverlay overlay = ChooseOverlay(project, page.Design);
     for (int p = 1; p <= pages; ++p) {
         page.Page = p;
         PlacePictures(page, false);
@@ -320,20 +175,8 @@ bool CreatePageMenus(Project& project, MenuPage& page, const PageMenuJob& job, P
             const std::string id =
                 AddButtonToMenu(project, ButtonShape{"", rect.left(), rect.top(), rect.width(), rect.height()}, "");
             buttons.IDs[NavButton{NavButton::Kind::Item, static_cast<int>(i + 1)}] = id;
-            if (bitmapOverlay) {
-                SetThisOverlay(project, overlayBitmap);
-            } else {
-                // A text overlay over the caption, in the caption's font.
-                const FontGroup& font = page.Design.Captions;
-                TextOverlayForm& text = project.Overlays.TextPanel;
-                text.Text = item.Caption;
-                text.Font = FontChoice{font.Name, double(font.Size), font.Bold, font.Italic};
-                text.Charset = font.CharSet;
-                UpdateTextOverlay(project);
-                const QRect caption = CaptionRect(page, item);
-                PlaceShapeToPos(project, static_cast<int>(project.Canvas.Buttons.size()) - 1,
-                                ButtonShape{"", caption.left(), caption.top(), caption.width(), caption.height()});
-            }
+            // A text overlay goes over the caption, in the caption's font.
+            SetButtonOverlay(project, overlay, item.Caption, page.Design.Captions, CaptionRect(page, item));
         }
         const auto addLabel = [&](const PageLabel& label, NavButton::Kind kind, bool oval) {
             if (!label.Visible)
