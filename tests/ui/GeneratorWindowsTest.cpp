@@ -37,7 +37,8 @@ private slots:
 };
 
 // The user opens the chapter window on the demo, drags a thumbnail and creates the menus; the
-// canvas then shows the first page with its buttons wired. The title window does the same.
+// canvas then shows the first page with its buttons wired. The title and setup windows do the
+// same.
 void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
 {
     test::MainWindow window;
@@ -101,9 +102,27 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
     QCOMPARE(GetPropertyInNode(*menu, "menuName"), std::string("Titles 1"));
     QCOMPARE(project.Canvas.Buttons.size(), std::size_t{2});
 
+    // The setup window: the demo's streams, "None" and the main button, the last subtitle
+    // button switching subtitles off.
+    QAction* setup = window.Action("mnuSetup");
+    QVERIFY(setup->isEnabled());
+    window.prompt.SavedFiles.push_back((made / "setup").string());
+    test::OnNextDialog([](QDialog& dialog) {
+        QCOMPARE(dialog.objectName(), QString("frmSetup"));
+        test::Click(dialog, "Command1");
+        test::Click(dialog, "Command4");
+    });
+    setup->trigger();
+    const std::size_t buttons = project.Canvas.Buttons.size();
+    QVERIFY(buttons >= 2);
+    const std::vector<ActionRow> none =
+        LoadActionRows(project.Doc.Tree, ButtonProperty(project, buttons - 2, "selectAction"));
+    QCOMPARE(none.size(), std::size_t{1});
+    QCOMPARE(none[0].Type, std::string("SubtitleSelectAction"));
+
     window.prompt.Answers.push_back(PromptAnswer::No);
     window.Action("mnuClose")->trigger();
-    QVERIFY(!chapters->isEnabled() && !titles->isEnabled());
+    QVERIFY(!chapters->isEnabled() && !titles->isEnabled() && !setup->isEnabled());
 }
 
 QTEST_MAIN(GeneratorWindowsTest)

@@ -89,7 +89,19 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
     picMsg_->hide();
 
     LoadItems();
-    view_ = new PageView(page_, project_.Ask(), mnuMenu_);
+    PageExtras extras;
+    if (kind_ == GeneratorKind::SetupMenu) {
+        extras.Compose = [this] { return ComposeSetupPage(setup_); };
+        extras.Labels = [this] {
+            std::vector<PageLabel*> labels;
+            for (auto* column : {&setup_.Audio, &setup_.Subtitles}) {
+                for (StreamLabel& row : *column)
+                    labels.push_back(&row.Label);
+            }
+            return labels;
+        };
+    }
+    view_ = new PageView(page_, project_.Ask(), mnuMenu_, std::move(extras));
 
     const auto item = [this](const char* name, const char* text, auto run) {
         QAction* action = mnuMenu_->addAction(text);
@@ -168,15 +180,7 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
 
     ShowFields();
 
-    connect(Combo1_, &QComboBox::currentIndexChanged, this, [this](int row) {
-        if (row < 0 || row >= int(titles_.size()))
-            return;
-        lblMsg_->setText("Loading frames... Please wait");
-        picMsg_->show();
-        LoadChapterItems(project_, titles_[std::size_t(row)].TitleID, page_);
-        picMsg_->hide();
-        view_->Refresh();
-    });
+    connect(Combo1_, &QComboBox::currentIndexChanged, this, &GeneratorWindow::LoadTitle);
     connect(Option1_, &QRadioButton::toggled, this, [this](bool on) { SetPerPage(on ? 6 : 8); });
     connect(Command1_, &QPushButton::clicked, this, &GeneratorWindow::Create);
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
@@ -187,11 +191,42 @@ void GeneratorWindow::LoadItems()
     titles_ = LoadTitlesInForm(project_.Doc).lstTitles;
     for (const TitleListRow& title : titles_)
         Combo1_->addItem(Q(title.Path + "|" + title.TitleID));
-    const bool opened = kind_ == GeneratorKind::TitleMenu
-                            ? OpenTitlePage(project_, 8, page_)
-                            : !titles_.empty() && OpenChapterPage(project_, titles_.front().TitleID, 8, page_);
+    bool opened = false;
+    switch (kind_) {
+    case GeneratorKind::TitleMenu:
+        opened = OpenTitlePage(project_, 8, page_);
+        break;
+    case GeneratorKind::ChaptersMenu:
+        opened = !titles_.empty() && OpenChapterPage(project_, titles_.front().TitleID, 8, page_);
+        break;
+    case GeneratorKind::SetupMenu:
+        opened = !titles_.empty() && OpenSetupPage(project_, titles_.front().TitleID, setup_);
+        break;
+    }
     if (opened)
         page_.Gradient = kStartGradient;
+}
+
+void GeneratorWindow::LoadTitle(int row)
+{
+    if (row < 0 || row >= int(titles_.size()))
+        return;
+    const std::string& id = titles_[std::size_t(row)].TitleID;
+    lblMsg_->setText("Loading frames... Please wait");
+    picMsg_->show();
+    if (kind_ == GeneratorKind::SetupMenu) {
+        // The streams differ from title to title; the design stays the user's.
+        const PageDesign design = page_.Design;
+        const GradientColors gradient = page_.Gradient;
+        OpenSetupPage(project_, id, setup_);
+        page_.Design = design;
+        page_.Gradient = gradient;
+        PlaceStreamLabels(setup_);
+    } else {
+        LoadChapterItems(project_, id, page_);
+    }
+    picMsg_->hide();
+    view_->Refresh();
 }
 
 void GeneratorWindow::SetPerPage(int perPage)
@@ -266,8 +301,21 @@ void GeneratorWindow::Create()
     PageMenuRequest request;
     request.FileName = *file;
     const int row = Combo1_->currentIndex();
-    const bool made = titles ? CreateTitleMenu(project_, page_, request, result)
-                             : row >= 0 && CreateChapterMenu(project_, page_, {titles_[std::size_t(row)].TitleID, request}, result);
+    bool made = false;
+    switch (kind_) {
+    case GeneratorKind::TitleMenu:
+        made = CreateTitleMenu(project_, page_, request, result);
+        break;
+    case GeneratorKind::ChaptersMenu:
+        made = row >= 0 && CreateChapterMenu(project_, page_, {titles_[std::size_t(row)].TitleID, request}, result);
+        break;
+    case GeneratorKind::SetupMenu: {
+        SetupMenuResult setup;
+        made = CreateSetupMenu(project_, setup_, {request, false}, setup);
+        result.MenuIDs = {setup.MenuID};
+        break;
+    }
+    }
     Command1_->setEnabled(true);
     picMsg_->setVisible(made);
     if (made)
@@ -300,6 +348,11 @@ void mnuCreateVisualMenuForChapters(Project& project)
 void mnuCreateVisualMenuForTitles(Project& project)
 {
     OpenGenerator(GeneratorKind::TitleMenu, project);
+}
+
+void mnuSetup(Project& project)
+{
+    OpenGenerator(GeneratorKind::SetupMenu, project);
 }
 
 } // namespace mw

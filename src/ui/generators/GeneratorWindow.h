@@ -2,6 +2,7 @@
 
 #include "generators/PageMenus.h"
 #include "generators/PageModel.h"
+#include "generators/SetupMenu.h"
 #include "media/LoadTitlesInForm.h"
 
 #include <QDialog>
@@ -34,6 +35,8 @@ public:
 
 private:
     void LoadItems();
+    // Combo1: the chapters or the streams of another title.
+    void LoadTitle(int row);
     // Command1 and mnuCreate: asks for the file, then makes the menus.
     void Create();
     void SetPerPage(int perPage);
@@ -44,7 +47,8 @@ private:
 
     GeneratorKind kind_;
     Project& project_;
-    MenuPage page_;
+    SetupPage setup_;             // the setup window's streams beside its page
+    MenuPage& page_ = setup_.Page; // the page every window shows
     std::vector<TitleListRow> titles_;
     QMenu* mnuMenu_;
     PageView* view_;
@@ -64,5 +68,6 @@ private:
 // so that the canvas shows it.
 void mnuCreateVisualMenuForChapters(Project& project);
 void mnuCreateVisualMenuForTitles(Project& project);
+void mnuSetup(Project& project);
 
 } // namespace mw

@@ -67,8 +67,8 @@ FileDialogRequest PictureRequest(const char* title)
 // The page itself, one screen pixel to a pixel of the menu.
 class PageSurface : public QWidget {
 public:
-    PageSurface(MenuPage& page, Prompt& prompt, QMenu* pageMenu)
-        : page_(page), prompt_(prompt), pageMenu_(pageMenu)
+    PageSurface(MenuPage& page, Prompt& prompt, QMenu* pageMenu, PageExtras extras)
+        : page_(page), prompt_(prompt), pageMenu_(pageMenu), extras_(std::move(extras))
     {
         setObjectName("PicCon");
         setMouseTracking(true);
@@ -79,9 +79,10 @@ public:
     void Compose()
     {
         setFixedSize(page_.Width, page_.Height);
-        picture_ = page_.Items.empty() && page_.Kind != GeneratorKind::SetupMenu
-                       ? QImage()
-                       : ComposePage(page_, LoadPageArt(page_));
+        if (extras_.Compose)
+            picture_ = extras_.Compose();
+        else
+            picture_ = page_.Items.empty() ? QImage() : ComposePage(page_, LoadPageArt(page_));
         if (!Exists(picked_))
             picked_ = {};
         update();
@@ -162,6 +163,16 @@ protected:
     }
 
 private:
+    std::vector<PageLabel*> Labels()
+    {
+        std::vector<PageLabel*> labels = ShownLabels(page_.Design);
+        if (extras_.Labels) {
+            const std::vector<PageLabel*> more = extras_.Labels();
+            labels.insert(labels.end(), more.begin(), more.end());
+        }
+        return labels;
+    }
+
     bool Exists(const PagePick& pick)
     {
         switch (pick.What) {
@@ -170,7 +181,7 @@ private:
         case PagePick::Kind::Free:
             return pick.Index < page_.FreeItems.size();
         case PagePick::Kind::Label: {
-            const std::vector<PageLabel*> shown = ShownLabels(page_.Design);
+            const std::vector<PageLabel*> shown = Labels();
             return std::find(shown.begin(), shown.end(), pick.Label) != shown.end();
         }
         case PagePick::Kind::None:
@@ -186,7 +197,7 @@ private:
             if (LabelRect(page_.FreeItems[i].Label).contains(at))
                 return {PagePick::Kind::Free, i};
         }
-        for (PageLabel* label : ShownLabels(page_.Design)) {
+        for (PageLabel* label : Labels()) {
             if (LabelRect(*label).contains(at))
                 return {PagePick::Kind::Label, 0, label};
         }
@@ -352,6 +363,7 @@ private:
     MenuPage& page_;
     Prompt& prompt_;
     QMenu* pageMenu_;
+    PageExtras extras_;
     QImage picture_;
     PagePick picked_;
     bool dragging_ = false;
@@ -386,8 +398,8 @@ private:
 
 } // namespace
 
-PageView::PageView(MenuPage& page, Prompt& prompt, QMenu* pageMenu, QWidget* parent)
-    : QWidget(parent), page_(page), surface_(new PageSurface(page, prompt, pageMenu)),
+PageView::PageView(MenuPage& page, Prompt& prompt, QMenu* pageMenu, PageExtras extras, QWidget* parent)
+    : QWidget(parent), page_(page), surface_(new PageSurface(page, prompt, pageMenu, std::move(extras))),
       cmdBef_(new QPushButton("<")), cmdNext_(new QPushButton(">")), Label8_(new QLabel), lblSize_(new QLabel)
 {
     const auto linesMoved = [this] {

@@ -29,6 +29,7 @@ const std::array kActions{
     MenuAction{"mnuInsertTemplate", [](Project& project) { mnuInsertTemplate(project); }},
     MenuAction{"mnuCreateVisualMenuForTitles", &mnuCreateVisualMenuForTitles},
     MenuAction{"mnuCreateVisualMenuForChapters", &mnuCreateVisualMenuForChapters},
+    MenuAction{"mnuSetup", &mnuSetup},
 };
 
 } // namespace
