@@ -29,30 +29,22 @@ namespace {
 
 QString Q(const std::string& text) { return QString::fromStdString(text); }
 
-const char* Caption(GeneratorKind kind)
-{
-    switch (kind) {
-    case GeneratorKind::ChaptersMenu:
-        return "Menu for chapters with preview";
-    case GeneratorKind::TitleMenu:
-        return "Menu for titles with preview";
-    case GeneratorKind::SetupMenu:
-        break;
-    }
-    return "Preview menu for Setup";
-}
+struct WindowNames {
+    const char* Form;
+    const char* Caption;
+};
 
-const char* FormName(GeneratorKind kind)
+WindowNames NamesOf(GeneratorKind kind)
 {
     switch (kind) {
     case GeneratorKind::ChaptersMenu:
-        return "frmVisualMenuForChapters";
+        return {"frmVisualMenuForChapters", "Menu for chapters with preview"};
     case GeneratorKind::TitleMenu:
-        return "frmPreviewMenu";
+        return {"frmPreviewMenu", "Menu for titles with preview"};
     case GeneratorKind::SetupMenu:
         break;
     }
-    return "frmSetup";
+    return {"frmSetup", "Preview menu for Setup"};
 }
 
 // A page without a background picture of its own starts on a pale blue, on which the default
@@ -74,8 +66,8 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
       Text1_(NamedEdit("Text1")), WhatOverlay_(new QComboBox), picMsg_(new QFrame), lblMsg_(NamedLabel("lblMsg", "")),
       Command1_(NamedButton("Command1", "Create..."))
 {
-    setObjectName(FormName(kind));
-    setWindowTitle(Caption(kind));
+    setObjectName(NamesOf(kind).Form);
+    setWindowTitle(NamesOf(kind).Caption);
     Combo1_->setObjectName("Combo1");
     Option1_->setObjectName("Option1");
     Option2_->setObjectName("Option2");

@@ -29,8 +29,6 @@ struct PagePick {
     Kind What = Kind::None;
     std::size_t Index = 0;      // of the item or the free item
     PageLabel* Label = nullptr; // the navigation label
-
-    bool operator==(const PagePick&) const = default;
 };
 
 // The navigation labels the page shows, in the order they are painted.
@@ -372,31 +370,6 @@ private:
     QRect dragged_;
 };
 
-namespace {
-
-// rullerHide: a right press clears the lines of both rulers.
-class RulerCorner : public QWidget {
-public:
-    explicit RulerCorner(std::function<void()> clear) : clear_(std::move(clear))
-    {
-        setObjectName("rullerHide");
-        setFixedSize(Ruler::kThickness, Ruler::kThickness);
-        setToolTip("Right click to remove all guide lines");
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), QColor(220, 220, 210)); }
-    void mousePressEvent(QMouseEvent* event) override
-    {
-        if (event->button() == Qt::RightButton)
-            clear_();
-    }
-
-private:
-    std::function<void()> clear_;
-};
-
-} // namespace
 
 PageView::PageView(MenuPage& page, Prompt& prompt, QMenu* pageMenu, PageExtras extras, QWidget* parent)
     : QWidget(parent), page_(page), surface_(new PageSurface(page, prompt, pageMenu, std::move(extras))),
@@ -440,11 +413,7 @@ PageView::PageView(MenuPage& page, Prompt& prompt, QMenu* pageMenu, PageExtras e
     layout->addLayout(grid);
     layout->addLayout(paging);
 
-    surface_->Changed = [this] {
-        Refresh();
-        if (changed_)
-            changed_();
-    };
+    surface_->Changed = [this] { Refresh(); };
     connect(cmdBef_, &QPushButton::clicked, this, [this] { StepPage(-1); });
     connect(cmdNext_, &QPushButton::clicked, this, [this] { StepPage(1); });
     Refresh();

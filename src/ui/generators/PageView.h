@@ -40,8 +40,6 @@ public:
     void Refresh();
     // Previous (-1) or next (+1) page.
     void StepPage(int step);
-    // Called after each change the user made on the page.
-    void SetOnChange(std::function<void()> changed) { changed_ = std::move(changed); }
 
 private:
     MenuPage& page_;
@@ -52,7 +50,6 @@ private:
     QLabel* lblSize_;
     QWidget* rulerLeft_;
     QWidget* rulerTop_;
-    std::function<void()> changed_;
 };
 
 } // namespace mw
