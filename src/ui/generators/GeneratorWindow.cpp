@@ -150,14 +150,17 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
     WhatOverlay_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
 
     auto* ok = NamedButton("Command4", "Ok");
+    auto* fieldsBox = new QWidget;
+    fieldsBox->setLayout(fields);
     auto* side = new QVBoxLayout;
-    side->addLayout(fields);
+    side->addWidget(fieldsBox);
     side->addWidget(picMsg_);
     side->addStretch();
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(Command1_);
     buttons->addWidget(ok);
     side->addLayout(buttons);
+    idle_ = {fieldsBox, Command1_, ok, view_, bar};
 
     auto* sidePanel = new QWidget;
     sidePanel->setLayout(side);
@@ -176,6 +179,22 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
     connect(Option1_, &QRadioButton::toggled, this, [this](bool on) { SetPerPage(on ? 6 : 8); });
     connect(Command1_, &QPushButton::clicked, this, &GeneratorWindow::Create);
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+}
+
+void GeneratorWindow::reject()
+{
+    // While menus are made the window stays.
+    if (!running_)
+        QDialog::reject();
+}
+
+void GeneratorWindow::SetRunning(bool running)
+{
+    running_ = running;
+    for (QWidget* control : idle_)
+        control->setEnabled(!running);
+    for (QAction* action : mnuMenu_->actions())
+        action->setEnabled(!running);
 }
 
 void GeneratorWindow::LoadItems()
@@ -286,12 +305,20 @@ void GeneratorWindow::Create()
     const auto file = project_.Ask().SaveFile(ask);
     if (!file)
         return;
-    picMsg_->show();
-    lblMsg_->setText("Creating picture...");
-    Command1_->setEnabled(false);
-    PageMenuResult result;
     PageMenuRequest request;
     request.FileName = *file;
+    picMsg_->show();
+    lblMsg_->setText("Creating picture...");
+    SetRunning(true);
+    const bool made = MakeMenus(request);
+    SetRunning(false);
+    picMsg_->setVisible(made);
+    view_->Refresh();
+}
+
+bool GeneratorWindow::MakeMenus(const PageMenuRequest& request)
+{
+    PageMenuResult result;
     const int row = Combo1_->currentIndex();
     bool made = false;
     switch (kind_) {
@@ -308,11 +335,9 @@ void GeneratorWindow::Create()
         break;
     }
     }
-    Command1_->setEnabled(true);
-    picMsg_->setVisible(made);
     if (made)
         made_.insert(made_.end(), result.MenuIDs.begin(), result.MenuIDs.end());
-    view_->Refresh();
+    return made;
 }
 
 namespace {

@@ -33,12 +33,17 @@ public:
     // The menus made while the window was open, in the order they were made.
     const std::vector<std::string>& MadeMenus() const { return made_; }
 
+    void reject() override;
+
 private:
     void LoadItems();
     // Combo1: the chapters or the streams of another title.
     void LoadTitle(int row);
     // Command1 and mnuCreate: asks for the file, then makes the menus.
     void Create();
+    bool MakeMenus(const PageMenuRequest& request);
+    // While menus are made the window shows their progress and takes no edits.
+    void SetRunning(bool running);
     void SetPerPage(int perPage);
     void SetSide(bool width);
     void AddText();
@@ -61,6 +66,8 @@ private:
     QFrame* picMsg_;
     QLabel* lblMsg_;
     QPushButton* Command1_;
+    std::vector<QWidget*> idle_; // what a run turns off
+    bool running_ = false;
     std::vector<std::string> made_;
 };
 
