@@ -59,6 +59,8 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
     const QRect first = ItemRect(expected, expected.Items[0]);
     const QRect second = ItemRect(expected, expected.Items[1]);
     const QPoint by(5, 3);
+    const PageLabel& label = expected.Design.Main;
+    const QRect main(label.Left, label.Top, label.Width, label.Height);
 
     const std::string name = (made / "chapters").string();
     window.prompt.SavedFiles.push_back(name);
@@ -66,9 +68,14 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
         QCOMPARE(dialog.objectName(), QString("frmVisualMenuForChapters"));
         auto* page = test::Child<QWidget>(dialog, "PicCon");
         QCOMPARE(page->size(), QSize(expected.Width, expected.Height));
-        QTest::mousePress(page, Qt::LeftButton, {}, first.center());
-        QTest::mouseMove(page, first.center() + by);
-        QTest::mouseRelease(page, Qt::LeftButton, {}, first.center() + by);
+        const auto drag = [page](QPoint from, QPoint to) {
+            QTest::mousePress(page, Qt::LeftButton, {}, from);
+            QTest::mouseMove(page, to);
+            QTest::mouseRelease(page, Qt::LeftButton, {}, to);
+        };
+        drag(first.center(), first.center() + by);
+        // The main label grows by its lower right corner.
+        drag(main.bottomRight(), main.bottomRight() + by);
         test::Click(dialog, "Command1");
         test::Click(dialog, "Command4");
     });
@@ -82,6 +89,7 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
     QCOMPARE(project.Canvas.Buttons.size(), std::size_t{11});
     QCOMPARE(ButtonRect(project, 0), first.translated(by));
     QCOMPARE(ButtonRect(project, 1), second);
+    QCOMPARE(ButtonRect(project, 9), main.adjusted(0, 0, by.x(), by.y()));
     const std::vector<ActionRow> plays = LoadActionRows(project.Doc.Tree, ButtonProperty(project, 0, "selectAction"));
     QCOMPARE(plays.size(), std::size_t{1});
     QCOMPARE(plays[0].Type, std::string("PlayAction"));

@@ -188,16 +188,18 @@ private:
         return true;
     }
 
-    // The free items lie over the labels, and the labels over the thumbnails.
+    // What was painted last lies on top: the free items over the labels, the labels over the
+    // thumbnails, and a label over those before it.
     PagePick PickAt(QPoint at)
     {
         for (std::size_t i = page_.FreeItems.size(); i-- > 0;) {
             if (LabelRect(page_.FreeItems[i].Label).contains(at))
                 return {PagePick::Kind::Free, i};
         }
-        for (PageLabel* label : Labels()) {
-            if (LabelRect(*label).contains(at))
-                return {PagePick::Kind::Label, 0, label};
+        const std::vector<PageLabel*> labels = Labels();
+        for (auto label = labels.rbegin(); label != labels.rend(); ++label) {
+            if (LabelRect(**label).contains(at))
+                return {PagePick::Kind::Label, 0, *label};
         }
         for (std::size_t i = 0; i < page_.Items.size(); ++i) {
             if (page_.Items[i].Visible && ItemRect(page_, page_.Items[i]).contains(at))
