@@ -7,11 +7,11 @@ packages=(
   clang libclang-rt-14-dev
   libpugixml-dev
   libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev ffmpeg
-  qt6-base-dev libgl-dev qt6-image-formats-plugins
+  qt6-base-dev libgl-dev qt6-image-formats-plugins qt6-multimedia-dev
   libqt6svg6 adwaita-icon-theme
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-liberation2
-  libxml2-utils dvdauthor
+  libxml2-utils dvdauthor graphviz
   mencoder gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-libav
   xvfb xauth
 )

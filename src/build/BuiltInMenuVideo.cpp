@@ -7,11 +7,16 @@
 #include "core/NumberText.h"
 #include "core/Version.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace mw {
 
-bool WriteMenuVideo(const MenuVideoJob& job, const Settings& settings, const LangDoc& lang, Prompt& prompt)
+namespace {
+
+// The writer behind every built-in route: frame 0 opens the stream, the others follow it.
+bool WriteFrames(const MenuVideoJob& job, long count, const MenuFrameSource& source, const Settings& settings,
+                 const LangDoc& lang, Prompt& prompt)
 {
     DebugCheckpoint(settings, prompt, "Before create avi");
     cAVICreator avi(settings, prompt);
@@ -36,8 +41,9 @@ bool WriteMenuVideo(const MenuVideoJob& job, const Settings& settings, const Lan
         avi.SetAudio(&audio);
     }
     cDIB picture;
-    if (!LoadMenuPicture(job.Pictures.front(), picture, error)) {
-        ShowAviCreationError(error, prompt);
+    if (count < 1 || !source(0, picture, error)) {
+        if (!error.empty())
+            ShowAviCreationError(error, prompt);
         return false;
     }
 
@@ -48,17 +54,9 @@ bool WriteMenuVideo(const MenuVideoJob& job, const Settings& settings, const Lan
     if (avi.StreamCreate(picture)) {
         if (job.SinglePicture)
             DebugCheckpoint(settings, prompt, "FPS " + NumberText(job.Fps));
-        for (long k = 1; k < job.Repeat && !failed; ++k)
-            failed = !avi.StreamAdd(picture);
-        for (std::size_t i = 1; i < job.Pictures.size() && !failed; ++i) {
-            if (!LoadMenuPicture(job.Pictures[i], picture, error)) {
-                failed = true;
-                break;
-            }
-            CheckMenuPictureSize(picture, lang, prompt);
-            failed = !avi.StreamAdd(picture);
-        }
-        if (failed && avi.LastError())
+        for (long k = 1; k < count && !failed; ++k)
+            failed = !source(k, picture, error) || !avi.StreamAdd(picture);
+        if (failed && error.empty() && avi.LastError())
             error = avi.LastError()->Description();
     } else {
         DebugCheckpoint(settings, prompt, "Stream create error");
@@ -71,10 +69,38 @@ bool WriteMenuVideo(const MenuVideoJob& job, const Settings& settings, const Lan
     }
     DebugCheckpoint(settings, prompt, "After stream close");
     if (failed) {
-        ShowAviCreationError(error, prompt);
+        if (!error.empty())
+            ShowAviCreationError(error, prompt);
         std::filesystem::remove(job.Output, ignored);
     }
     return !failed;
+}
+
+} // namespace
+
+bool WriteMenuVideo(const MenuVideoJob& job, const Settings& settings, const LangDoc& lang, Prompt& prompt)
+{
+    // The first picture stands for Repeat frames, then each further picture for one.
+    const auto pictures = [&](long index, cDIB& frame, std::string& error) {
+        if (index > 0 && index < job.Repeat)
+            return true;
+        const std::size_t i = index == 0 ? 0 : static_cast<std::size_t>(index - job.Repeat + 1);
+        if (!LoadMenuPicture(job.Pictures[i], frame, error))
+            return false;
+        if (index > 0)
+            CheckMenuPictureSize(frame, lang, prompt);
+        return true;
+    };
+    const long count = std::max(job.Repeat, 1L) + static_cast<long>(job.Pictures.size()) - 1;
+    return WriteFrames(job, count, pictures, settings, lang, prompt);
+}
+
+bool BuiltInAviFromFrames(long count, const MenuFrameSource& source, const std::string& output, double fps,
+                          const std::string& audio, const Settings& settings, const LangDoc& lang, Prompt& prompt)
+{
+    static const std::vector<std::string> kNoPictures;
+    return WriteFrames({kNoPictures, 1, false, output, fps, audio, FourCC("divx")}, count, source, settings, lang,
+                       prompt);
 }
 
 bool BuiltInAviFromPics(const std::vector<std::string>& pictures, const std::string& output, double fps,

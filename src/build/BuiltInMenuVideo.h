@@ -5,10 +5,13 @@
 #include "i18n/LangDoc.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace mw {
+
+class cDIB;
 
 // A menu video written by the program itself.
 struct MenuVideoJob {
@@ -25,6 +28,16 @@ struct MenuVideoJob {
 // Writes the frames with the checkpoints of the build; on failure the message has been shown and
 // no output is left behind.
 bool WriteMenuVideo(const MenuVideoJob& job, const Settings& settings, const LangDoc& lang, Prompt& prompt);
+
+// Frame `index` of a video made frame by frame, into `frame`, which holds the frame before (left
+// as it is, that frame repeats). False ends the video as failed: a non-empty error is shown as the
+// video's error, else the source has told the user itself (or the user cancelled).
+using MenuFrameSource = std::function<bool(long index, cDIB& frame, std::string& error)>;
+
+// `count` frames from the source encoded by our own encoder as BuiltInAviFromPics does, without a
+// picture file per frame.
+bool BuiltInAviFromFrames(long count, const MenuFrameSource& source, const std::string& output, double fps,
+                          const std::string& audio, const Settings& settings, const LangDoc& lang, Prompt& prompt);
 
 // Our own route from pictures to a menu video (MethodForPicToMenu 2): the pictures are
 // encoded to MPEG-4 under the FourCC "divx" and written straight into the output, with the

@@ -4,6 +4,7 @@
 #include "core/Paths.h"
 #include "core/ProgramFolder.h"
 #include "core/Text.h"
+#include "document/ObjectIds.h"
 #include "document/TreeQueries.h"
 #include "media/mAVIDecs.h"
 #include "menus/Buttons.h"
@@ -138,9 +139,9 @@ bool CreateOverlays(const Document& doc, const fs::path& programFolder, const st
         const DocNode* rect = FindRectForOverlayID(tree, GetPropertyInNode(*track, "objectid"));
         const DocNode* button = rect ? rect->Parent() : nullptr;
         const DocNode* menu = button ? button->Parent() : nullptr;
-        if (!menu || menu->Key().empty())
+        const std::string menuID = menu ? IdOfKey(menu->Key()) : "";
+        if (menuID.empty())
             continue;
-        const std::string menuID = menu->Key().substr(1);
 
         CanvasButton place;
         place.Label = {"", static_cast<long>(LeadingNumber(GetPropertyInNode(*rect, "left"))),

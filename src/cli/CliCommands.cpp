@@ -12,9 +12,6 @@
 
 namespace mw {
 
-namespace {
-
-// Reads the one project the command names; the reader has told the user what went wrong.
 bool ReadProject(const CliOptions& options, CliContext& context, Document& doc)
 {
     if (options.Arguments.size() != 1) {
@@ -27,6 +24,8 @@ bool ReadProject(const CliOptions& options, CliContext& context, Document& doc)
     doc.ProjectFile = std::filesystem::absolute(path).string();
     return true;
 }
+
+namespace {
 
 int Save(const CliOptions& options, CliContext& context, Document& doc)
 {

@@ -10,6 +10,7 @@
 namespace mw {
 
 class ConsoleFormHost;
+struct Document;
 class Language;
 class Project;
 struct ProgramState;
@@ -34,6 +35,10 @@ struct CliContext {
 
 // The command's own complaint about its command line or arguments, on standard error; exit 2.
 int Refuse(CliContext& context, const CliOptions& options, const std::string& why);
+
+// Reads the one project the command names, for a command that only reads it; the reader has
+// told the user what went wrong.
+bool ReadProject(const CliOptions& options, CliContext& context, Document& doc);
 
 int RunResave(const CliOptions& options, CliContext& context);
 int RunCheck(const CliOptions& options, CliContext& context);

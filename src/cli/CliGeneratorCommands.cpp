@@ -6,6 +6,8 @@
 #include "generators/SetupMenu.h"
 #include "generators/TitleMenu.h"
 
+#include <algorithm>
+#include <charconv>
 #include <filesystem>
 #include <functional>
 #include <iostream>
@@ -14,24 +16,36 @@ namespace mw {
 
 namespace {
 
-// Runs a generator on the project with the options both commands share: -o names the page 1
-// video (the project is saved where it was read), --per-page 6 or 8 and --lang. `make` opens the
-// page at the number a page and makes the menus, or refuses with an exit status of its own.
+// Runs a generator on the project with the options the commands share: -o names the page 1
+// video (the project is saved where it was read), --per-page 6 or 8, --motion and --lang, all
+// put into the request. `make` opens the page at the number a page and makes the menus, or
+// refuses with an exit status of its own.
 int RunPageMenus(const CliOptions& options, CliContext& context, std::size_t arguments, const char* usage,
-                 const std::function<int(Project&, int perPage, const std::string& fileName, PageMenuResult&)>& make)
+                 PageMenuRequest& request,
+                 const std::function<int(Project&, int perPage, PageMenuResult&)>& make)
 {
     if (options.Arguments.size() != arguments || !options.Output)
         return Refuse(context, options, usage);
     const std::string perPageText = options.Menu.PerPage.value_or("8");
     if (perPageText != "6" && perPageText != "8")
         return Refuse(context, options, "--per-page takes 6 or 8");
+    if (options.Menu.Motion) {
+        // As the window's box: a length below 0 makes a still menu.
+        const std::string& text = *options.Menu.Motion;
+        double seconds = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+        if (error != std::errc() || end != text.data() + text.size())
+            return Refuse(context, options, "--motion takes a number of seconds");
+        request.MotionSeconds = std::max(seconds, 0.0);
+    }
+    request.Language = options.DefLang.value_or("");
     std::error_code ec;
-    const std::string fileName = std::filesystem::absolute(*options.Output, ec).string();
+    request.FileName = std::filesystem::absolute(*options.Output, ec).string();
     CliOptions inPlace = options;
     inPlace.Output.reset();
     return RunOnProject(inPlace, context, [&](Project& project) {
         PageMenuResult result;
-        const int status = make(project, std::stoi(perPageText), fileName, result);
+        const int status = make(project, std::stoi(perPageText), result);
         if (status != static_cast<int>(kExitOk))
             return status;
         for (const std::string& id : result.MenuIDs)
@@ -54,10 +68,8 @@ int RunChapterMenu(const CliOptions& options, CliContext& context)
     ChapterMenuRequest request;
     request.TitleID = options.Arguments.size() > 1 ? options.Arguments[1] : "";
     request.Menus.MainMenuID = options.Menu.Main.value_or("");
-    request.Menus.Language = options.DefLang.value_or("");
-    return RunPageMenus(options, context, 2, "expected a project file, a title id and -o MENU.avi",
-                        [&](Project& project, int perPage, const std::string& fileName, PageMenuResult& result) {
-        request.Menus.FileName = fileName;
+    return RunPageMenus(options, context, 2, "expected a project file, a title id and -o MENU.avi", request.Menus,
+                        [&](Project& project, int perPage, PageMenuResult& result) {
         const std::string& mainMenu = request.Menus.MainMenuID;
         if (!IsMenuOrEmpty(project, mainMenu))
             return Refuse(context, options, mainMenu + " is not a menu of the project");
@@ -76,10 +88,8 @@ int RunChapterMenu(const CliOptions& options, CliContext& context)
 int RunTitleMenu(const CliOptions& options, CliContext& context)
 {
     PageMenuRequest request;
-    request.Language = options.DefLang.value_or("");
-    return RunPageMenus(options, context, 1, "expected a project file and -o MENU.avi",
-                        [&](Project& project, int perPage, const std::string& fileName, PageMenuResult& result) {
-        request.FileName = fileName;
+    return RunPageMenus(options, context, 1, "expected a project file and -o MENU.avi", request,
+                        [&](Project& project, int perPage, PageMenuResult& result) {
         MenuPage page;
         if (!OpenTitlePage(project, perPage, page))
             return Refuse(context, options, "the project has no title");
@@ -95,10 +105,8 @@ int RunSetupMenu(const CliOptions& options, CliContext& context)
     const std::string titleID = options.Arguments.size() > 1 ? options.Arguments[1] : "";
     SetupMenuRequest request;
     request.Menus.MainMenuID = options.Menu.Main.value_or("");
-    request.Menus.Language = options.DefLang.value_or("");
-    return RunPageMenus(options, context, 2, "expected a project file, a title id and -o MENU.avi",
-                        [&](Project& project, int, const std::string& fileName, PageMenuResult& result) {
-        request.Menus.FileName = fileName;
+    return RunPageMenus(options, context, 2, "expected a project file, a title id and -o MENU.avi", request.Menus,
+                        [&](Project& project, int, PageMenuResult& result) {
         const std::string& mainMenu = request.Menus.MainMenuID;
         if (!IsMenuOrEmpty(project, mainMenu))
             return Refuse(context, options, mainMenu + " is not a menu of the project");

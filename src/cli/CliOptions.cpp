@@ -145,6 +145,7 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
         {"--prepare-only", "build", nullptr},
         {"--per-page", "chapter-menu", &menu.PerPage}, {"--main", "chapter-menu", &menu.Main},
         {"--per-page", "title-menu", &menu.PerPage}, {"--main", "setup-menu", &menu.Main},
+        {"--motion", "chapter-menu", &menu.Motion}, {"--motion", "title-menu", &menu.Motion},
     };
     bool prepareOnly = false;
     std::vector<std::string> rest;
@@ -242,19 +243,26 @@ std::string CliUsage()
            "                                    write a menu as a template file\n"
            "  insert-template PROJECT.xml TEMPLATE.xml [--lang CODE]\n"
            "                                    insert a template as a new menu, print its identifier\n"
-           "  chapter-menu PROJECT.xml TITLE_ID -o MENU.avi [--per-page 6|8] [--main MENU_ID]\n"
-           "      [--lang CODE]                   still chapter menus, a page of thumbnails each,\n"
-           "                                    with the layout of section ChaptersMenu of the\n"
+           "  chapter-menu PROJECT.xml TITLE_ID -o MENU.avi [--per-page 6|8] [--motion SECONDS]\n"
+           "      [--main MENU_ID] [--lang CODE]  chapter menus, a page of thumbnails each, with\n"
+           "                                    the layout of section ChaptersMenu of the\n"
            "                                    settings; later pages add _2, _3... to the name;\n"
-           "                                    prints the new menus' identifiers\n"
-           "  title-menu PROJECT.xml -o MENU.avi [--per-page 6|8] [--lang CODE]\n"
-           "                                    still title menus, a page of thumbnails each, with\n"
+           "                                    with --motion each thumbnail plays that many\n"
+           "                                    seconds of its chapter; prints the new menus'\n"
+           "                                    identifiers\n"
+           "  title-menu PROJECT.xml -o MENU.avi [--per-page 6|8] [--motion SECONDS] [--lang CODE]\n"
+           "                                    title menus, a page of thumbnails each, with\n"
            "                                    the layout of section TitleMenu of the settings;\n"
-           "                                    prints the new menus' identifiers\n"
+           "                                    --motion as for chapter-menu; prints the new\n"
+           "                                    menus' identifiers\n"
            "  setup-menu PROJECT.xml TITLE_ID -o MENU.avi [--main MENU_ID] [--lang CODE]\n"
            "                                    a still setup menu choosing the title's audio and\n"
            "                                    subtitle streams, with the layout of section\n"
            "                                    SetupMenu of the settings; prints its identifier\n"
+           "  walk PROJECT.xml [--lang CODE]    press every key of a remote through the menus of a\n"
+           "                                    language set; list the dead ends and the menus and\n"
+           "                                    buttons no path reaches; exit 1 on a dead end\n"
+           "  map PROJECT.xml -o MAP.svg        draw the menus and their links with Graphviz's dot\n"
            "  pic2avi PICTURE... -o OUT.avi --fps F [--audio FILE]\n"
            "                                    a menu video: five seconds of one picture, or one\n"
            "                                    frame per picture, MPEG-4 by our own encoder\n"
@@ -280,7 +288,8 @@ std::string CliUsage()
            "  --default-subtitle N|none  new: the default subtitle track, by stream number\n"
            "  --lang CODE                new: the menu language instead of the setting defLang;\n"
            "                             chapter-menu, title-menu, setup-menu: the language set of the\n"
-           "                             new menus\n"
+           "                             new menus; walk: the language set to walk (default:\n"
+           "                             defaultMenuLanguage)\n"
            "  --fps F                    pic2avi: frames per second, such as 25 or 29.97\n"
            "  --audio FILE               pic2avi: an audio file to add as a second stream\n"
            "  --count N                  chapters: N chapters of equal length\n"

@@ -24,6 +24,7 @@ struct MenuCliOptions {
     std::optional<std::string> FromPicture; // --from-picture PICTURE, of set-overlay
     std::optional<std::string> PerPage;  // --per-page 6|8, of chapter-menu and title-menu
     std::optional<std::string> Main;     // --main MENU_ID, of chapter-menu and setup-menu
+    std::optional<std::string> Motion;   // --motion SECONDS, of chapter-menu and title-menu
 };
 
 // The command line, taken apart: a command word, its plain arguments and the options.

@@ -4,6 +4,7 @@
 #include "cli/CliMenuCommands.h"
 #include "cli/CliOptions.h"
 #include "cli/CliOverlayCommands.h"
+#include "cli/CliPlayerCommands.h"
 #include "cli/CliTitleCommands.h"
 #include "cli/ConsoleFormHost.h"
 #include "cli/ConsolePrompt.h"
@@ -61,6 +62,8 @@ const std::map<std::string, CommandRunner, std::less<>>& Commands()
         {"chapter-menu", RunChapterMenu},
         {"title-menu", RunTitleMenu},
         {"setup-menu", RunSetupMenu},
+        {"walk", RunWalk},
+        {"map", RunMap},
     };
     return commands;
 }

@@ -97,7 +97,7 @@ void ParceForErrors(DocNode* first, const IdSet& ids, const LangDoc& lang, Promp
         EnsureVisible(row);
         const DocNode* parent = row.Parent();
         const std::string name = parent ? parent->Text : "";
-        const std::string key = parent && !parent->Key().empty() ? parent->Key().substr(1) : "";
+        const std::string key = parent ? IdOfKey(parent->Key()) : "";
         prompt.Message(text(26, "Error while checking at node ") + name + " (" + key +
                        text(27, "). ID not found ") + std::to_string(id));
     };

@@ -2,6 +2,7 @@
 
 #include "core/Text.h"
 #include "document/Project.h"
+#include "document/ObjectIds.h"
 #include "document/TreeQueries.h"
 
 namespace mw {
@@ -42,7 +43,7 @@ std::optional<std::string> TreeView1_NodeClick(Project& project, DocNode* node)
     commands.mnuRemoveMenu = menu != nullptr;
     if (!menu)
         return std::nullopt;
-    project.Canvas.CurrentMenuID = menu->Key().empty() ? "" : menu->Key().substr(1);
+    project.Canvas.CurrentMenuID = IdOfKey(menu->Key());
     return MenuCaption(*menu);
 }
 

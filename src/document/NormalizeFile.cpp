@@ -84,7 +84,7 @@ NormalizeResult NormalizeFile(Document& doc, const LangDoc& lang, Prompt& prompt
     IdSet ids;
     LoadIDs(root, ids);
     if (const DocNode* holder = KeyInTheWay(doc.Tree, ids)) {
-        prompt.Message("The objects cannot be renumbered: " + holder->Text + " " + holder->Key().substr(1) +
+        prompt.Message("The objects cannot be renumbered: " + holder->Text + " " + IdOfKey(holder->Key()) +
                            " has the objectID " + GetPropertyInNode(*holder, "objectID") + ". Nothing was changed.",
                        "", PromptIcon::Warning);
         return result;

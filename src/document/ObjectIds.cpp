@@ -9,6 +9,11 @@ namespace mw {
 
 long TakeObjectID(Document& doc) { return doc.NextObjectID++; }
 
+std::string IdOfKey(std::string_view key)
+{
+    return key.size() > 1 && key[0] == 'k' ? std::string(key.substr(1)) : std::string();
+}
+
 bool RemoveReferenced(DocTree& tree, const std::string& id, std::string_view element, const DocNode* inUse)
 {
     DocNode* found = id.empty() ? nullptr : tree.ObjectNode(id);

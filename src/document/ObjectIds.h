@@ -17,6 +17,9 @@ struct Document;
 // object takes its identifier here.
 long TakeObjectID(Document& doc);
 
+// The identifier that an object's key ("k" + id) holds; "" for the key of any other node.
+std::string IdOfKey(std::string_view key);
+
 // Removes the element that the identifier `id` names, when it is an element called `element`
 // (case ignored) that neither is nor holds `inUse`, the node the caller still works on. So a
 // damaged file whose reference names a node of another kind removes nothing. True when removed.

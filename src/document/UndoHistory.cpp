@@ -3,6 +3,7 @@
 
 #include "core/Text.h"
 #include "document/MenuTrackList.h"
+#include "document/ObjectIds.h"
 #include "document/Project.h"
 #include "document/TreeViewToXml.h"
 #include "document/XmlToTreeView.h"
@@ -160,9 +161,8 @@ bool RestoreUndoSnapshot(Document& doc, const UndoSnapshot& snapshot, Prompt& pr
         return false;
     std::unordered_set<const DocNode*> replaced;
     for (const auto& child : *tracks) {
-        const std::string& key = child->Key();
-        const bool isObject = key.size() > 1 && key[0] == 'k';
-        if (isObject && (LeadingNumber(key.substr(1)) >= snapshot.FirstNewID || aside.Tree.Find(key)))
+        const std::string id = IdOfKey(child->Key());
+        if (!id.empty() && (LeadingNumber(id) >= snapshot.FirstNewID || aside.Tree.Find(child->Key())))
             replaced.insert(child.get());
     }
     // Only objectID keys ("k") can meet: the other keys are counted on above the tree's.

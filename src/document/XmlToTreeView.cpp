@@ -2,6 +2,7 @@
 
 #include "core/Text.h"
 #include "document/ExtraInfo.h"
+#include "document/ObjectIds.h"
 #include "document/SchemaNodes.h"
 
 #include <pugixml.hpp>
@@ -326,7 +327,7 @@ bool LoadXmlStrings(const std::vector<XmlPiece>& pieces, Document& doc, Prompt& 
         ends.push_back(added.TopLevelCount());
     }
     if (const std::string taken = FirstKeyTaken(added, doc.Tree); !taken.empty()) {
-        prompt.Message("The objectID " + taken.substr(1) + " is already used in the project, so the XML cannot be added.",
+        prompt.Message("The objectID " + IdOfKey(taken) + " is already used in the project, so the XML cannot be added.",
                        "", PromptIcon::Warning);
         return false;
     }

@@ -49,6 +49,7 @@ bool CreateChapterMenu(Project& project, MenuPage& page, const ChapterMenuReques
     PageMenuJob job{.Request = request.Menus,
                     .WorkName = "chaptermenu_",
                     .CreatingMessage = "Creating menu/movie for chapters... ",
+                    .MotionMessage = "Getting frames for motion chapter menu ",
                     .DoneMessage = "Creating menu for chapters done",
                     .PictureFolder = project.ProgramFolder() / "tmp"};
     const TitleTargets targets = LoadTitleTargets(project, *title);
@@ -56,6 +57,7 @@ bool CreateChapterMenu(Project& project, MenuPage& page, const ChapterMenuReques
         // A title without chapters plays itself.
         job.Plays.push_back(
             PlayChoice(request.TitleID, i + 1 < targets.Chapters.size() ? targets.Chapters[i + 1].ID : request.TitleID));
+        job.Movies.push_back(title->Path);
     }
     return CreatePageMenus(project, page, job, result);
 }

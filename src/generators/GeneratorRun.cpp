@@ -84,14 +84,15 @@ bool PutAllInPlace(const std::vector<PageVideo>& videos)
 }
 
 bool MakeStillVideo(Project& project, const QImage& composed, const std::string& picture, const std::string& video,
-                    double fps, const std::string& sound)
+                    double fps, const std::string& sound, MenuVideoTools* tools)
 {
     std::error_code ec;
     fs::remove(picture, ec);
     cDIB dib;
     const bool made = dib.CreateFromImage(composed) && dib.Save(picture) &&
-                      CreateAviFromaPic(picture, video, fps, sound, kPicToMenuBuiltIn, project.Values(),
-                                        project.Lang(), project.Ask());
+                      CreateAviFromaPic(picture, video, fps, sound,
+                                        tools ? project.Values().MethodForPicToMenu : kPicToMenuBuiltIn,
+                                        project.Values(), project.Lang(), project.Ask(), tools);
     fs::remove(picture, ec);
     return made;
 }

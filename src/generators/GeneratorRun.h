@@ -16,6 +16,7 @@ namespace mw {
 
 class DocNode;
 class Project;
+struct MenuVideoTools;
 struct NewMenuForm;
 
 // The steps every generator's run shares: naming and placing the menu videos, encoding a still
@@ -40,10 +41,11 @@ void RemoveFiles(const std::vector<PageVideo>& videos);
 // first and comes back when any video fails. A folder under a video's name fails the run.
 bool PutAllInPlace(const std::vector<PageVideo>& videos);
 
-// The composed page saved as `picture` and encoded by the built-in encoder into `video`; the
-// picture is removed afterwards whatever happened.
+// The composed page saved as `picture` and encoded into `video`, by the settings' picture-to-menu
+// method with `tools`, by the built-in encoder without them; the picture is removed afterwards
+// whatever happened.
 bool MakeStillVideo(Project& project, const QImage& composed, const std::string& picture, const std::string& video,
-                    double fps, const std::string& sound);
+                    double fps, const std::string& sound, MenuVideoTools* tools);
 
 // The new-menu form as it opens, at the language set of the code (the selected one when empty).
 // False when the project has no such set.

@@ -164,6 +164,19 @@ QRect CaptionRect(const MenuPage& page, const PageItem& item)
     return QRect(rect.left() + (rect.width() - width) / 2, rect.bottom() + 2, width, metrics.height());
 }
 
+void LayThumbnail(QImage& image, const MenuPage& page, const PageItem& item, const PageArt& art)
+{
+    const QRect rect = ItemRect(page, item);
+    QImage thumb(rect.size(), QImage::Format_RGB32);
+    thumb.fill(Qt::black);
+    if (!item.Picture.isNull())
+        thumb = item.Picture.scaled(rect.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                    .convertToFormat(QImage::Format_RGB32);
+    if (!art.Border.isNull())
+        LayKeyed(thumb, Stretched(art.Border, rect.size()), QPoint(0, 0), kBorderWindow);
+    LayKeyed(image, thumb, rect.topLeft(), kOutsideShape);
+}
+
 QImage ComposePage(const MenuPage& page, const PageArt& art)
 {
     NeedFontApplication();
@@ -176,16 +189,7 @@ QImage ComposePage(const MenuPage& page, const PageArt& art)
     for (const PageItem& item : page.Items) {
         if (!item.Visible)
             continue;
-        const QRect rect = ItemRect(page, item);
-        QImage thumb(rect.size(), QImage::Format_RGB32);
-        thumb.fill(Qt::black);
-        if (!item.Picture.isNull())
-            thumb = item.Picture.scaled(rect.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-                        .convertToFormat(QImage::Format_RGB32);
-        if (!art.Border.isNull())
-            LayKeyed(thumb, Stretched(art.Border, rect.size()), QPoint(0, 0), kBorderWindow);
-        LayKeyed(image, thumb, rect.topLeft(), kOutsideShape);
-
+        LayThumbnail(image, page, item, art);
         QPainter painter(&image);
         SetFont(painter, page.Design.Captions);
         painter.setPen(ToColor(page.Design.Captions.Color));

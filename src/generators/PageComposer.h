@@ -36,4 +36,8 @@ QRect CaptionRect(const MenuPage& page, const PageItem& item);
 // the visible navigation labels and the free items.
 QImage ComposePage(const MenuPage& page, const PageArt& art);
 
+// Lays the item's picture in its border onto a page composed in 32 bits, as ComposePage does:
+// a motion page changes only its thumbnails from frame to frame.
+void LayThumbnail(QImage& image, const MenuPage& page, const PageItem& item, const PageArt& art);
+
 } // namespace mw

@@ -1,9 +1,15 @@
 #include "generators/PageMenus.h"
 
+#include "build/BuiltInMenuVideo.h"
+#include "build/OutsideMenuVideo.h"
+#include "build/PicturesToMenuVideo.h"
+#include "core/NumberText.h"
+#include "core/Text.h"
 #include "document/Project.h"
 #include "document/TreeQueries.h"
 #include "generators/GeneratorRun.h"
 #include "generators/Navigation.h"
+#include "generators/MotionThumbnails.h"
 #include "generators/PageComposer.h"
 #include "generators/PageSettings.h"
 #include "media/FrameGrabber.h"
@@ -53,6 +59,76 @@ void WireNavigation(Project& project, const MenuPage& page, const PageButtons& b
     }
 }
 
+// Makes the video of the current page by the method the run follows.
+struct PageVideoMaker {
+    Project& Owner;
+    MenuPage& Page;
+    const PageMenuJob& Job;
+    PageArt Art;
+    double Fps;
+
+    MenuVideoTools* Tools() const { return Job.Request.Tools; }
+    int Method() const { return Tools() ? Owner.Values().MethodForPicToMenu : kPicToMenuBuiltIn; }
+    bool Cancelled() const { return Tools() && Tools()->Runner.Cancelled(); }
+
+    bool Still(const std::string& output) const
+    {
+        Owner.Ask().Progress(kPageMessage, Job.CreatingMessage + std::to_string(Page.Page));
+        return MakeStillVideo(Owner, ComposePage(Page, Art), (Job.PictureFolder / "picformenu.bmp").string(), output,
+                              Fps, Page.Design.UseThisSound, Tools());
+    }
+
+    // Frame k shows each visible thumbnail's frame plus k on the page composed once. The built-in
+    // encoder takes the frames as they are made; the outside tools read them from bitmaps.
+    bool Motion(long frames, const std::string& output) const
+    {
+        Prompt& prompt = Owner.Ask();
+        std::vector<QImage> shown;
+        for (const PageItem& item : Page.Items)
+            shown.push_back(item.Picture);
+        MotionThumbnails thumbnails;
+        const QImage still = ComposePage(Page, Art).convertToFormat(QImage::Format_RGB32);
+        const auto compose = [&](long k, cDIB& frame) {
+            if (Cancelled())
+                return false;
+            prompt.Progress(kPageMessage, Job.MotionMessage + std::to_string(Page.Page) + "... " + std::to_string(k) +
+                                              "/" + std::to_string(frames - 1));
+            if (!thumbnails.Show(Page, k, prompt))
+                return false;
+            QImage image = still;
+            for (const PageItem& item : Page.Items) {
+                if (item.Visible)
+                    LayThumbnail(image, Page, item, Art);
+            }
+            return frame.CreateFromImage(image);
+        };
+        std::error_code ec;
+        bool made = thumbnails.Open(Page, Job.Movies, prompt);
+        if (made && Method() == kPicToMenuBuiltIn) {
+            fs::remove(output, ec);
+            made = BuiltInAviFromFrames(
+                frames, [&](long k, cDIB& frame, std::string&) { return compose(k, frame); }, output, Fps,
+                Page.Design.UseThisSound, Owner.Values(), Owner.Lang(), prompt);
+        } else if (made) {
+            std::vector<std::string> pictures;
+            for (long k = 0; k < frames && made; ++k) {
+                pictures.push_back(
+                    (Job.PictureFolder / ("picformenu" + std::to_string(k) + "_" + std::to_string(Page.Page) + ".bmp"))
+                        .string());
+                cDIB frame;
+                made = compose(k, frame) && frame.Save(pictures.back());
+            }
+            made = made && CreateAviFromPics(pictures, output, Fps, Page.Design.UseThisSound, Method(), Owner.Values(),
+                                             Owner.Lang(), prompt, Tools());
+            for (const std::string& picture : pictures)
+                fs::remove(picture, ec);
+        }
+        for (std::size_t i = 0; i < shown.size(); ++i)
+            Page.Items[i].Picture = shown[i];
+        return made;
+    }
+};
+
 } // namespace
 
 std::string PageFileName(const std::string& fileName, int page)
@@ -61,6 +137,13 @@ std::string PageFileName(const std::string& fileName, int page)
         return fileName;
     return fileName.substr(0, fileName.size() - std::min<std::size_t>(4, fileName.size())) + "_" +
            std::to_string(page) + ".avi";
+}
+
+long MotionFrameCount(double seconds, double fps)
+{
+    if (seconds <= 0 || fps <= 0)
+        return 0;
+    return static_cast<long>(RoundHalfEven(RoundHalfEven(seconds) * fps));
 }
 
 ActionChoice PlayChoice(const std::string& titleID, const std::string& chapterID)
@@ -121,19 +204,18 @@ bool CreatePageMenus(Project& project, MenuPage& page, const PageMenuJob& job, P
         return false;
     }
     const double fps = std::strtod(form.cmbfpsText.c_str(), nullptr);
+    // Motion pages run at the movie's rate, so that the thumbnails play at their own speed.
+    const long motionFrames = MotionFrameCount(job.Request.MotionSeconds, project.MovieFps);
+    const PageVideoMaker maker{project, page, job, LoadPageArt(page), motionFrames > 0 ? project.MovieFps : fps};
 
     prompt.Progress(kPageMessage, "Creating picture...");
-    const PageArt art = LoadPageArt(page);
-    const std::string picture = (job.PictureFolder / "picformenu.bmp").string();
     std::vector<PageVideo> videos;
     for (int p = 1; p <= pages; ++p) {
         page.Page = p;
         PlacePictures(page, false);
-        const PageVideo video{(tmp / (job.WorkName + std::to_string(p) + ".avi")).string(), PageFileName(fileName, p)};
-        prompt.Progress(kPageMessage, job.CreatingMessage + std::to_string(p));
-        const bool made =
-            MakeStillVideo(project, ComposePage(page, art), picture, video.Work, fps, page.Design.UseThisSound);
-        videos.push_back(video);
+        videos.push_back({(tmp / (job.WorkName + std::to_string(p) + ".avi")).string(), PageFileName(fileName, p)});
+        const std::string& work = videos.back().Work;
+        const bool made = !maker.Cancelled() && (motionFrames > 0 ? maker.Motion(motionFrames, work) : maker.Still(work));
         if (!made) {
             RemoveFiles(videos);
             page.Page = shownPage;

@@ -163,7 +163,8 @@ bool CreateSetupMenu(Project& project, SetupPage& setup, const SetupMenuRequest&
     const PageVideo video{(tmp / "setupmenu.avi").string(), WithAviExtension(request.Menus.FileName)};
     prompt.Progress(kPageMessage, "Creating menu/movie for setup... ");
     const bool made = MakeStillVideo(project, ComposeSetupPage(setup), (tmp / "picformenu.bmp").string(), video.Work,
-                                     std::strtod(form.cmbfpsText.c_str(), nullptr), design.UseThisSound);
+                                     std::strtod(form.cmbfpsText.c_str(), nullptr), design.UseThisSound,
+                                     request.Menus.Tools);
     const bool placed = made && PutAllInPlace({video});
     RemoveFiles({video});
     if (!placed) {

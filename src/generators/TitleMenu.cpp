@@ -49,10 +49,13 @@ bool CreateTitleMenu(Project& project, MenuPage& page, const PageMenuRequest& re
     PageMenuJob job{.Request = request,
                     .WorkName = "titlemenu_",
                     .CreatingMessage = "Creating menu movie... ",
+                    .MotionMessage = "Getting frames for motion title menu ",
                     .DoneMessage = "Creating menu for titles done.",
                     .PictureFolder = temp};
-    for (const TitleListRow& title : titles)
+    for (const TitleListRow& title : titles) {
         job.Plays.push_back(PlayChoice(title.TitleID, title.TitleID));
+        job.Movies.push_back(title.Path);
+    }
     return CreatePageMenus(project, page, job, result);
 }
 

@@ -38,7 +38,10 @@ std::optional<long> Integer(const std::string& text)
 
 } // namespace
 
-ModuleMultimedia::ModuleMultimedia(PlayerClock clock) : clock_(std::move(clock)) {}
+ModuleMultimedia::ModuleMultimedia(PlayerClock clock, AudioSinkFactory sinks)
+    : clock_(std::move(clock)), sinks_(std::move(sinks))
+{
+}
 
 ModuleMultimedia::~ModuleMultimedia() = default;
 
@@ -55,7 +58,7 @@ std::string ModuleMultimedia::MMOpen(const std::string& file, const std::string&
     if (Find(alias))
         return kAliasInUse;
     PlayerOpen result = PlayerOpen::NotFound;
-    auto player = MoviePlayer::Open(file, clock_, result);
+    auto player = MoviePlayer::Open(file, clock_, sinks_, result);
     if (!player)
         return result == PlayerOpen::NotFound ? kFileNotFound : kCannotPlay;
     movies_[Lower(alias)].Player = std::move(player);
@@ -182,6 +185,12 @@ PreviewWindow ModuleMultimedia::Window(const std::string& alias) const
 {
     const auto found = movies_.find(Lower(alias));
     return found == movies_.end() ? PreviewWindow{} : found->second.Window;
+}
+
+bool ModuleMultimedia::Silent(const std::string& alias)
+{
+    Movie* movie = Find(alias);
+    return movie && movie->Player->Silent();
 }
 
 } // namespace mw

@@ -24,7 +24,8 @@ struct PreviewWindow {
 // The window asks for the picture at the position on a timer and paints it where MMPut said.
 class ModuleMultimedia {
 public:
-    explicit ModuleMultimedia(PlayerClock clock = {});
+    // The movies' sound plays on sinks made by `sinks`; without them every movie is silent.
+    explicit ModuleMultimedia(PlayerClock clock = {}, AudioSinkFactory sinks = {});
     ~ModuleMultimedia();
     ModuleMultimedia(const ModuleMultimedia&) = delete;
     ModuleMultimedia& operator=(const ModuleMultimedia&) = delete;
@@ -50,6 +51,8 @@ public:
     // The picture at the alias's position, null when the alias is not open.
     std::shared_ptr<const cDIB> Picture(const std::string& alias);
     PreviewWindow Window(const std::string& alias) const;
+    // The alias's movie has sound that no device plays.
+    bool Silent(const std::string& alias);
 
 private:
     struct Movie {
@@ -61,6 +64,7 @@ private:
     std::string Command(const std::string& alias, void (MoviePlayer::*command)());
 
     PlayerClock clock_;
+    AudioSinkFactory sinks_;
     std::map<std::string, Movie> movies_; // by alias in lower case
 };
 

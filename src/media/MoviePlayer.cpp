@@ -18,7 +18,8 @@ constexpr std::size_t kAhead = 8;
 
 } // namespace
 
-std::unique_ptr<MoviePlayer> MoviePlayer::Open(const std::string& path, PlayerClock clock, PlayerOpen& result)
+std::unique_ptr<MoviePlayer> MoviePlayer::Open(const std::string& path, PlayerClock clock, const AudioSinkFactory& sinks,
+                                               PlayerOpen& result)
 {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error)) {
@@ -38,6 +39,9 @@ std::unique_ptr<MoviePlayer> MoviePlayer::Open(const std::string& path, PlayerCl
     std::unique_ptr<MoviePlayer> player(new MoviePlayer(std::move(avi), *video, std::move(clock)));
     if (!player->decoder_.Open(path, *video))
         return nullptr;
+    MovieSound::Opened sound = MovieSound::Opened::NoSound;
+    player->sound_ = MovieSound::Open(path, sinks, sound);
+    player->silent_ = sound == MovieSound::Opened::NoDevice;
     player->worker_ = std::thread([p = player.get()] { p->Work(); });
     player->Seek(0);
     if (!player->picture_)
@@ -128,8 +132,7 @@ void MoviePlayer::CatchUp()
 {
     if (mode_ != PlayerMode::Playing)
         return;
-    const double seconds = std::chrono::duration<double>(clock_() - anchor_).count();
-    const long due = anchorFrame_ + static_cast<long>(std::floor(seconds * fps_ + 1e-9));
+    const long due = DueFrame();
     {
         const std::lock_guard lock(mutex_);
         while (!ahead_.empty() && ahead_.front().Frame <= due) {
@@ -138,8 +141,31 @@ void MoviePlayer::CatchUp()
         }
     }
     work_.notify_all();
-    if (shown_ >= to_)
+    if (shown_ >= to_) {
         mode_ = PlayerMode::Stopped;
+        StopSound();
+    }
+}
+
+long MoviePlayer::DueFrame()
+{
+    if (soundPlaying_) {
+        if (const auto seconds = sound_->Seconds())
+            return static_cast<long>(std::floor(*seconds * fps_ + 1e-9));
+        // The sound ended before the picture: the clock goes on from here.
+        soundPlaying_ = false;
+        anchor_ = clock_();
+        anchorFrame_ = shown_;
+    }
+    const double seconds = std::chrono::duration<double>(clock_() - anchor_).count();
+    return anchorFrame_ + static_cast<long>(std::floor(seconds * fps_ + 1e-9));
+}
+
+void MoviePlayer::StopSound()
+{
+    if (soundPlaying_)
+        sound_->Stop();
+    soundPlaying_ = false;
 }
 
 void MoviePlayer::ShowFirst(long first, long last)
@@ -157,18 +183,26 @@ void MoviePlayer::ShowFirst(long first, long last)
 void MoviePlayer::Play(long from, long to)
 {
     // The clock starts with the first picture, not while the decoder seeks to it.
+    StopSound();
     ShowFirst(from, to);
     mode_ = PlayerMode::Playing;
     to_ = to;
     anchor_ = clock_();
     anchorFrame_ = shown_;
+    if (sound_) {
+        sound_->Start(FramesToMs(shown_));
+        soundPlaying_ = true;
+    }
 }
 
 void MoviePlayer::Pause()
 {
     CatchUp();
-    if (mode_ == PlayerMode::Playing)
-        mode_ = PlayerMode::Paused;
+    if (mode_ != PlayerMode::Playing)
+        return;
+    mode_ = PlayerMode::Paused;
+    if (soundPlaying_)
+        sound_->Pause();
 }
 
 void MoviePlayer::Resume()
@@ -178,17 +212,21 @@ void MoviePlayer::Resume()
     mode_ = PlayerMode::Playing;
     anchor_ = clock_();
     anchorFrame_ = shown_;
+    if (soundPlaying_)
+        sound_->Resume();
 }
 
 void MoviePlayer::Stop()
 {
     CatchUp();
+    StopSound();
     mode_ = PlayerMode::Stopped;
     StartJob(1, 0);
 }
 
 void MoviePlayer::Seek(long frame)
 {
+    StopSound();
     mode_ = PlayerMode::Stopped;
     ShowFirst(frame, frame);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "media/MovieSound.h"
 #include "media/VideoDecoder.h"
 
 #include <chrono>
@@ -24,20 +25,24 @@ enum class PlayerMode { Stopped, Playing, Paused };
 enum class PlayerOpen { Opened, NotFound, NotPlayable };
 
 // One movie open for the preview: its first video stream, decoded ahead on a thread of its own
-// and handed out by the clock whenever the window asks. Positions are frames from 0 to the
+// and handed out by the clock whenever the window asks. While its sound plays, the sound is the
+// clock. Positions are frames from 0 to the
 // length; the picture at position n is what a grab of frame n gives (the last frame at the
 // length itself). The position is always the frame of the picture handed out, so a decoder that
 // falls behind skips pictures but never shows one under another frame's number.
 // All calls but the thread's own come from one thread.
 class MoviePlayer {
 public:
-    // The player shows frame 0 when it opens.
-    static std::unique_ptr<MoviePlayer> Open(const std::string& path, PlayerClock clock, PlayerOpen& result);
+    // The player shows frame 0 when it opens. The first audio stream plays on a sink of `sinks`.
+    static std::unique_ptr<MoviePlayer> Open(const std::string& path, PlayerClock clock, const AudioSinkFactory& sinks,
+                                             PlayerOpen& result);
     ~MoviePlayer();
     MoviePlayer(const MoviePlayer&) = delete;
     MoviePlayer& operator=(const MoviePlayer&) = delete;
 
     long LengthFrames() const { return length_; }
+    // The movie has sound but no device to play it on.
+    bool Silent() const { return silent_; }
     long FramesToMs(long frames) const;
 
     // Shows `from` as Seek does, then plays on by the clock and stops at `to`
@@ -71,6 +76,9 @@ private:
     void ShowFirst(long first, long last);
     void Take(Decoded& decoded);
     void CatchUp();
+    // The frame that the sound, or else the clock, has come to.
+    long DueFrame();
+    void StopSound();
 
     const std::shared_ptr<const AviFile> avi_;
     const std::size_t stream_;
@@ -97,6 +105,10 @@ private:
     // When the frame `anchorFrame_` was shown.
     std::chrono::steady_clock::time_point anchor_;
     long anchorFrame_ = 0;
+
+    std::unique_ptr<MovieSound> sound_;
+    bool silent_ = false;
+    bool soundPlaying_ = false;
 
     std::thread worker_;
 };

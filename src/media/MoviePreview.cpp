@@ -7,6 +7,8 @@ namespace mw {
 
 namespace {
 
+constexpr const char* kPlaysSilently = "No sound device: the movie plays without sound";
+
 void Say(MoviePreview& preview, const std::string& text)
 {
     if (preview.ShowMovieInfo)
@@ -60,7 +62,9 @@ bool OpenPreview(MoviePreview& preview, const std::string& file, int width, int 
     preview.SliderMax = preview.LengthFrames;
     ShowPosition(preview, 0);
     ShowPlaying(preview, false, "Play");
-    Say(preview, "");
+    const bool silent = !preview.SaidSilent && preview.MM.Silent(preview.Alias);
+    preview.SaidSilent = preview.SaidSilent || silent;
+    Say(preview, silent ? kPlaysSilently : "");
     return true;
 }
 

@@ -27,6 +27,8 @@ struct MoviePreview {
     long SliderMax = 0;
     long SliderValue = 0;
     bool TimerEnabled = false;
+    // That a movie plays without its sound is said once.
+    bool SaidSilent = false;
     // Shows a text in lblMovieInfo at once, while the work goes on.
     std::function<void(const std::string&)> ShowMovieInfo;
 };
@@ -35,7 +37,8 @@ struct MoviePreview {
 std::string PreviewTimeText(long frame, double fps);
 
 // Opens the file under the alias, fitted to a picture of width x height: "Opening movie...",
-// then "Error loading file for playing" when it fails.
+// then "Error loading file for playing" when it fails, or the first time a movie's sound has no
+// device to play on, that it plays silently.
 bool OpenPreview(MoviePreview& preview, const std::string& file, int width, int height);
 // "Closing movie...", the close, "Closing movie... Done", then an empty label.
 void ClosePreview(MoviePreview& preview);

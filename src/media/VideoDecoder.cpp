@@ -32,21 +32,6 @@ struct ScalerFree {
 // What one packet of FFmpeg's can hold, its padding included.
 constexpr std::uint32_t kMaxPacket = INT32_MAX - AV_INPUT_BUFFER_PADDING_SIZE;
 
-bool ToBitmap(const AVFrame& frame, cDIB& out)
-{
-    if (!out.Create(frame.width, frame.height, 24))
-        return false;
-    std::unique_ptr<SwsContext, ScalerFree> scaler(
-        sws_getContext(frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), frame.width,
-                       frame.height, AV_PIX_FMT_BGR24, SWS_POINT, nullptr, nullptr, nullptr));
-    if (!scaler)
-        return false;
-    // The bitmap is bottom-up: start at its last row and step backwards.
-    std::uint8_t* rows[4] = {out.lpBits() + static_cast<std::size_t>(frame.height - 1) * out.BytesPerScanLine()};
-    int strides[4] = {-out.BytesPerScanLine()};
-    return sws_scale(scaler.get(), frame.data, frame.linesize, 0, frame.height, rows, strides) == frame.height;
-}
-
 } // namespace
 
 struct VideoDecoder::State {
@@ -56,8 +41,30 @@ struct VideoDecoder::State {
     // and the last picture given, kept for the dropped frames after it.
     long Next = -1;
     std::unique_ptr<AVFrame, FrameFree> Last{av_frame_alloc()};
+    int Width = 0; // of the pictures given; 0 for the decoded size
+    int Height = 0;
+    std::unique_ptr<SwsContext, ScalerFree> Scaler;
 
     ~State() { avcodec_free_context(&Codec); }
+
+    bool ToBitmap(const AVFrame& frame, cDIB& out)
+    {
+        const int width = Width > 0 ? Width : frame.width;
+        const int height = Height > 0 ? Height : frame.height;
+        if (!out.Create(width, height, 24))
+            return false;
+        // A smaller picture averages the pixels it covers; one of the decoded size copies them.
+        const int flags = width == frame.width && height == frame.height ? SWS_POINT : SWS_AREA;
+        Scaler.reset(sws_getCachedContext(Scaler.release(), frame.width, frame.height,
+                                          static_cast<AVPixelFormat>(frame.format), width, height, AV_PIX_FMT_BGR24,
+                                          flags, nullptr, nullptr, nullptr));
+        if (!Scaler)
+            return false;
+        // The bitmap is bottom-up: start at its last row and step backwards.
+        std::uint8_t* rows[4] = {out.lpBits() + static_cast<std::size_t>(height - 1) * out.BytesPerScanLine()};
+        int strides[4] = {-out.BytesPerScanLine()};
+        return sws_scale(Scaler.get(), frame.data, frame.linesize, 0, frame.height, rows, strides) == height;
+    }
 };
 
 VideoDecoder::VideoDecoder() : state_(std::make_unique<State>()) {}
@@ -90,11 +97,17 @@ bool VideoDecoder::Open(const std::string& path, std::size_t index)
            avcodec_open2(s.Codec, codec, nullptr) >= 0;
 }
 
+void VideoDecoder::SetPictureSize(int width, int height)
+{
+    state_->Width = std::max(width, 0);
+    state_->Height = std::max(height, 0);
+}
+
 bool VideoDecoder::Decode(const AviStream& stream, long chunk, long key, cDIB& out, int& decoded)
 {
     State& s = *state_;
     const std::vector<AviChunk>& chunks = stream.Chunks;
-    if (!s.Codec || chunk < 0 || static_cast<std::size_t>(chunk) >= chunks.size())
+    if (!s.Codec || !s.Last || chunk < 0 || static_cast<std::size_t>(chunk) >= chunks.size())
         return false;
     const auto at = [&](long n) -> const AviChunk& { return chunks[static_cast<std::size_t>(n)]; };
     // A dropped frame shows the picture before it.
@@ -103,71 +116,95 @@ bool VideoDecoder::Decode(const AviStream& stream, long chunk, long key, cDIB& o
         --target;
     if (at(target).Size == 0)
         return false;
-    key = std::clamp(key, 0L, target);
-    while (key > 0 && !(at(key).KeyFrame && at(key).Size > 0))
-        --key;
-    if (!s.Last)
-        return false;
-    const bool haveLast = s.Next >= 0 && s.Last->buf[0];
-    if (haveLast && s.Last->pts == target)
-        return ToBitmap(*s.Last, out);
-    long first = key;
-    if (haveLast && s.Last->pts < target && key <= s.Next)
-        first = s.Next;
-    else
+    const auto keyAtOrBefore = [&](long n) {
+        while (n > 0 && !(at(n).KeyFrame && at(n).Size > 0))
+            --n;
+        return n;
+    };
+    key = keyAtOrBefore(std::clamp(key, 0L, target));
+    if (s.Next >= 0 && s.Last->buf[0] && s.Last->pts == target)
+        return s.ToBitmap(*s.Last, out);
+    if (s.Next >= 0 && s.Last->buf[0] && s.Last->pts < target && key <= s.Next) {
+        const Sent result = SendFrom(stream, s.Next, target, out, decoded);
+        if (result != Sent::Missed)
+            return result == Sent::Found;
+    }
+    // B-frames coded just after a key frame may be shown before it and lean on the picture before
+    // the key frame too: the decoder leaves them out, and the key frame before gives them.
+    for (int tries = 0;; ++tries) {
         avcodec_flush_buffers(s.Codec);
-    s.Next = -1;
+        const Sent result = SendFrom(stream, key, target, out, decoded);
+        if (result != Sent::Missed || key == 0 || tries > 0 || s.Codec->has_b_frames == 0)
+            return result == Sent::Found;
+        key = keyAtOrBefore(key - 1);
+    }
+}
 
+VideoDecoder::Sent VideoDecoder::SendFrom(const AviStream& stream, long first, long target, cDIB& out, int& decoded)
+{
+    State& s = *state_;
+    const std::vector<AviChunk>& chunks = stream.Chunks;
+    const long count = static_cast<long>(chunks.size());
     std::unique_ptr<AVPacket, PacketFree> packet(av_packet_alloc());
     if (!packet)
-        return false;
+        return Sent::Failed;
     AVFrame& frame = *s.Last;
+    s.Next = -1;
 
-    // The decoder gives back the chunk number we put on each packet as the frame's time stamp,
-    // in display order.
-    auto takeFrames = [&]() -> int {
+    // Each packet carries its chunk number. A decoder that holds pictures back for B-frames gives
+    // the picture shown at n when chunk n + delay goes in, so the number of the chunk in the
+    // decoder at the time, less the delay, is the frame shown; draining goes on from there.
+    long drained = -1;
+    auto takeFrames = [&]() -> Sent {
         while (avcodec_receive_frame(s.Codec, &frame) >= 0) {
             ++decoded;
+            frame.pts = drained >= 0 ? drained++ : frame.pkt_dts - s.Codec->has_b_frames;
             if (frame.pts == target)
-                return ToBitmap(frame, out) ? 1 : -1;
+                return s.ToBitmap(frame, out) ? Sent::Found : Sent::Failed;
             if (frame.pts > target)
-                return -1;
+                return Sent::Missed;
         }
-        return 0;
+        return Sent::More;
     };
 
     const std::uint64_t fileSize = s.File.Size();
-    for (long n = first; n <= target; ++n) {
-        const AviChunk& c = at(n);
+    long n = first;
+    for (; n < count && n <= target + s.Codec->has_b_frames; ++n) {
+        const AviChunk& c = chunks[static_cast<std::size_t>(n)];
         // An entry pointing past the end of the file is no frame. That is checked before the
         // packet is made, so a hostile size cannot make us allocate more than the file holds.
         if (c.Size == 0 || c.Size > kMaxPacket || c.Offset > fileSize || fileSize - c.Offset < c.Size)
             continue;
         if (av_new_packet(packet.get(), static_cast<int>(c.Size)) < 0)
-            return false;
+            return Sent::Failed;
         if (!s.File.Read(c.Offset, packet->data, c.Size)) {
             av_packet_unref(packet.get());
             continue;
         }
         packet->pts = n;
+        packet->dts = n;
         if (c.KeyFrame)
             packet->flags |= AV_PKT_FLAG_KEY;
         int sent = 0;
-        int result = 0;
-        while ((sent = avcodec_send_packet(s.Codec, packet.get())) == AVERROR(EAGAIN) && result == 0)
+        Sent result = Sent::More;
+        while ((sent = avcodec_send_packet(s.Codec, packet.get())) == AVERROR(EAGAIN) && result == Sent::More)
             result = takeFrames();
         av_packet_unref(packet.get());
         // A damaged frame is left out; the decoder conceals it in the next.
-        if (result == 0 && sent >= 0)
+        if (result == Sent::More && sent >= 0)
             result = takeFrames();
-        if (result > 0)
+        if (result == Sent::Found)
             s.Next = n + 1;
-        if (result != 0)
-            return result > 0;
+        if (result != Sent::More)
+            return result;
     }
+    if (n < count)
+        return Sent::Missed;
     // Draining ends what the decoder can go on with.
+    drained = count - s.Codec->has_b_frames;
     avcodec_send_packet(s.Codec, nullptr);
-    return takeFrames() > 0;
+    const Sent result = takeFrames();
+    return result == Sent::More ? Sent::Failed : result;
 }
 
 } // namespace mw

@@ -25,14 +25,23 @@ public:
     // a video stream there or has no decoder for it.
     bool Open(const std::string& path, std::size_t index);
 
+    // Later pictures come at this size, each pixel the average of those it covers, as a
+    // thumbnail wants them; 0 for the decoded size, which Open sets again.
+    void SetPictureSize(int width, int height);
+
     // The picture shown at chunk `chunk` of `stream` (that stream's entry of our index), as a
-    // 24-bit bitmap of the decoded size. Decoding starts at `key`, a key frame at or before the
-    // chunk. `decoded` counts the frames the decoder gave on the way. Asked for frames in order,
+    // 24-bit bitmap of the decoded size or the size set. Decoding starts at `key`, a key frame
+    // at or before the chunk. `decoded` counts the frames the decoder gave on the way. Asked for frames in order,
     // as a player asks, it goes on from the last picture instead of the key frame when that is
     // nearer.
     bool Decode(const AviStream& stream, long chunk, long key, cDIB& out, int& decoded);
 
 private:
+    enum class Sent { Found, Missed, More, Failed };
+    // Sends the chunks from `first` on until the picture shown at `target` comes out: Missed when
+    // a later one comes first.
+    Sent SendFrom(const AviStream& stream, long first, long target, cDIB& out, int& decoded);
+
     struct State;
     std::unique_ptr<State> state_;
 };

@@ -283,6 +283,16 @@ void SetMenuFrame(Project& project, long frame)
     project.MarkDirty();
 }
 
+std::optional<long> AskMenuFrame(Project& project)
+{
+    if (project.Canvas.CurrentMenuID.empty())
+        return std::nullopt;
+    const auto answer = project.Ask().Input("Type the frame to use", "", std::to_string(ShownFrame(project.Canvas)));
+    if (!answer)
+        return std::nullopt;
+    return static_cast<long>(LeadingNumber(*answer));
+}
+
 cDIB ButtonOverlayPicture(Project& project, int index)
 {
     const CanvasButton& button = project.Canvas.Buttons.at(static_cast<std::size_t>(index));

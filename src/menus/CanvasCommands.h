@@ -4,6 +4,8 @@
 #include "document/MenuCanvas.h"
 #include "document/TreeQueries.h"
 
+#include <optional>
+
 namespace mw {
 
 class Project;
@@ -59,6 +61,9 @@ long ShownFrame(const MenuCanvas& canvas);
 bool GrabMenuFrame(Project& project, cDIB& picture);
 // Keeps the frame to show for the menu in its extra info; -1 for none, and below that too.
 void SetMenuFrame(Project& project, long frame);
+// "Type the frame to use", offering the shown frame: the leading number of the answer. Nothing
+// when no menu is shown or the question is cancelled.
+std::optional<long> AskMenuFrame(Project& project);
 
 // The overlay picture of the button at index at the size of its overlay, in the menu's colours:
 // painted for a special shape, read and fitted for a bitmap. Index 0 is transparent.

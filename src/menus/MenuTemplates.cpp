@@ -53,11 +53,6 @@ bool IsOneOf(const std::string& name, std::initializer_list<std::string_view> na
     return false;
 }
 
-std::string IdOf(const DocNode& node)
-{
-    return node.Key().starts_with('k') ? node.Key().substr(1) : std::string();
-}
-
 // What a template must hold for a menu to be made from it, checked before the project is touched.
 struct TemplateMenu {
     const DocNode* Menu = nullptr;
@@ -123,15 +118,17 @@ public:
 
     void Follow(const DocNode* from, const DocNode* to)
     {
-        if (from && to && !IdOf(*from).empty())
-            NewID[IdOf(*from)] = IdOf(*to);
+        if (!from || !to)
+            return;
+        if (const std::string id = IdOfKey(from->Key()); !id.empty())
+            NewID[id] = IdOfKey(to->Key());
     }
 
     // Every element of the template that has no copy yet gets its identifier now, so that
     // references to elements further on can be followed.
     void NumberTheRest(const DocNode& node)
     {
-        if (const std::string id = IdOf(node); !id.empty() && !NewID.contains(id))
+        if (const std::string id = IdOfKey(node.Key()); !id.empty() && !NewID.contains(id))
             NewID[id] = std::to_string(TakeObjectID(doc_));
         for (const auto& child : node) {
             if (child->HasChildren())
@@ -165,7 +162,7 @@ private:
 
     void CopyElement(const DocNode& from, DocNode& parent)
     {
-        const std::string id = IdOf(from);
+        const std::string id = IdOfKey(from.Key());
         DocNode& copy = id.empty() ? tree_.AddChild(parent, "", from.Text, from.Image)
                                    : AddObjectNode(tree_, parent, LeadingNumber(NewID.at(id)), from.Text, from.Image);
         copy.Tag = from.Tag;
@@ -234,7 +231,7 @@ std::string LoadXmlTemplate(Project& project, const std::string& path, DocNode& 
     Document& doc = project.Doc;
     DocTree& tree = doc.Tree;
     GetMenuTracksOrCreate(doc);
-    project.UndoAddFor(IdOf(languageMenus));
+    project.UndoAddFor(IdOfKey(languageMenus.Key()));
 
     NewMenuForm form;
     form.Combo1.AddItem(read.Type);

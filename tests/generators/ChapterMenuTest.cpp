@@ -2,6 +2,8 @@
 
 #include "build/BuildTestFiles.h"
 #include "build/DemoProject.h"
+#include "build/FakeWine.h"
+#include "build/OutsideMenuVideo.h"
 #include "core/ScratchFolder.h"
 #include "core/ScriptedPrompt.h"
 #include "core/Text.h"
@@ -11,7 +13,10 @@
 #include "document/TreeQueries.h"
 #include "generators/PageComposer.h"
 #include "generators/PageSettings.h"
+#include "media/AviCache.h"
 #include "media/ChapterNodes.h"
+#include "media/FrameGrabber.h"
+#include "media/NewProject.h"
 #include "media/LoadTitlesInForm.h"
 #include "media/TitleNodes.h"
 #include "media/TitleTestKit.h"
@@ -21,6 +26,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <regex>
@@ -175,6 +181,113 @@ TEST_F(ChapterMenuFixture, FailedRunLeavesProjectAndFilesAlone)
     EXPECT_FALSE(CreateChapterMenu(project, page, {.TitleID = titleID, .Menus = {.FileName = name}}, result));
     EXPECT_EQ(Everything(project.Doc.Tree), before);
     EXPECT_EQ(ReadAll(name), "mine");
+    EXPECT_TRUE(fs::is_empty(home.Path() / "tmp"));
+}
+
+// Stops the run's tools once the progress reaches the given text.
+struct CancellingPrompt : ScriptedPrompt {
+    void Progress(const ProgressChannel& channel, const std::string& text) override
+    {
+        ScriptedPrompt::Progress(channel, text);
+        if (text == CancelAt)
+            Runner.Cancel();
+    }
+    std::string CancelAt;
+    ToolRunner Runner;
+};
+
+TEST_F(ChapterMenuFixture, MotionMenuPlaysEachChapterFromItsStartAndACancelledRunChangesNothing)
+{
+    const std::string name = (made.Path() / "motion.avi").string();
+    std::ofstream(name) << "mine";
+    const std::vector<QImage> stills = [&] {
+        std::vector<QImage> pictures;
+        for (const PageItem& item : page.Items)
+            pictures.push_back(item.Picture);
+        return pictures;
+    }();
+
+    // Cancelled on page 2, after page 1 has its video: nothing of the run is left.
+    CancellingPrompt cancelling;
+    cancelling.CancelAt = "Getting frames for motion chapter menu 2... 10/49";
+    test::RecordingLog log;
+    MenuVideoTools tools{cancelling.Runner, log, home.Path(), [](int) { return ToolAnswer{true, true, ""}; }};
+    Project cancelled{program, cancelling, forms};
+    cancelled.ReadMovieFps = project.ReadMovieFps = ReadMovieFps;
+    ASSERT_TRUE(cancelled.OpenFile((made.Path() / "Demo" / "Demo.xml").string()));
+    const std::string untouched = Everything(cancelled.Doc.Tree);
+    PageMenuResult result;
+    EXPECT_FALSE(CreateChapterMenu(cancelled, page,
+                                   {.TitleID = titleID, .Menus = {.FileName = name, .MotionSeconds = 2, .Tools = &tools}},
+                                   result));
+    EXPECT_EQ(cancelling.ProgressLog.back().second, cancelling.CancelAt);
+    EXPECT_TRUE(cancelling.Texts().empty()) << ::testing::PrintToString(cancelling.Texts());
+    EXPECT_EQ(Everything(cancelled.Doc.Tree), untouched);
+    EXPECT_EQ(ReadAll(name), "mine");
+    EXPECT_FALSE(fs::exists(made.Path() / "motion_2.avi"));
+    EXPECT_TRUE(fs::is_empty(home.Path() / "tmp"));
+    for (std::size_t i = 0; i < stills.size(); ++i)
+        EXPECT_EQ(page.Items[i].Picture, stills[i]) << i;
+
+    // 2.4 seconds are 2 whole seconds: 50 frames at the movie's 25 a second, on both pages.
+    ASSERT_TRUE(project.OpenFile((made.Path() / "Demo" / "Demo.xml").string()));
+    ASSERT_TRUE(CreateChapterMenu(project, page, {.TitleID = titleID, .Menus = {.FileName = name, .MotionSeconds = 2.4}}, result))
+        << ::testing::PrintToString(prompt.Texts());
+    ASSERT_EQ(result.MenuIDs.size(), 2u);
+    for (const std::string& file : {name, (made.Path() / "motion_2.avi").string()}) {
+        const auto avi = OpenAvi(file, AviRead::Headers);
+        ASSERT_TRUE(avi) << file;
+        EXPECT_EQ(avi->Stream(*FirstVideoStream(*avi)).Info.dwLength, 50u) << file;
+    }
+    const auto said = [&](const std::string& text) {
+        return std::ranges::count(prompt.ProgressLog, text, &std::pair<std::string, std::string>::second);
+    };
+    EXPECT_EQ(said("Getting frames for motion chapter menu 1... 0/49"), 1);
+    EXPECT_EQ(said("Getting frames for motion chapter menu 2... 49/49"), 1);
+    EXPECT_TRUE(fs::is_empty(home.Path() / "tmp"));
+
+    // The thumbnails play while the page around them stands still.
+    const auto frame = [&](long number) {
+        cDIB picture;
+        EXPECT_TRUE(GrabFrameToPicture(name, picture, number, true, prompt, project.Lang()));
+        return picture.ToImage().convertToFormat(QImage::Format_RGB888);
+    };
+    // The mean difference of grey between two pictures of one size.
+    const auto difference = [](const QImage& a, const QImage& b) {
+        long sum = 0;
+        for (int y = 0; y < a.height(); ++y)
+            for (int x = 0; x < a.width(); ++x)
+                sum += std::abs(qGray(a.pixel(x, y)) - qGray(b.pixel(x, y)));
+        return double(sum) / (a.width() * a.height());
+    };
+    const auto thumbnail = [&](const QImage& picture, std::size_t i) { return picture.copy(ItemRect(page, page.Items[i])); };
+    const QImage first = frame(0);
+    const QImage later = frame(30);
+    // Frame 0 shows each chapter's start: of the still page's thumbnails, its own is the nearest.
+    const QImage still = ComposePage(page, LoadPageArt(page));
+    for (const std::size_t i : {std::size_t(0), std::size_t(4), std::size_t(7)}) {
+        const double own = difference(thumbnail(first, i), thumbnail(still, i));
+        for (std::size_t j = 0; j < 8; ++j)
+            EXPECT_TRUE(j == i || own < difference(thumbnail(first, i), thumbnail(still, j))) << i << " looks like " << j;
+    }
+    for (const std::size_t i : {std::size_t(0), std::size_t(4)})
+        EXPECT_GT(difference(thumbnail(first, i), thumbnail(later, i)), 4.0) << i;
+    EXPECT_LT(difference(first.copy(0, 0, 16, 16), later.copy(0, 0, 16, 16)), 2.0);
+
+    // cli.exe reads the frames from bitmaps of the page, which are gone after the run.
+    program.Values.MethodForPicToMenu = kPicToMenuCli;
+    program.Values.cliPath = (made.Path() / "cli.exe").string();
+    std::ofstream(program.Values.cliPath) << "MZ";
+    const fs::path seen = made.Path() / "seen";
+    test::FakeWine wine("ls '" + (home.Path() / "tmp").string() + "' | grep -c '^picformenu[0-9]*_2.bmp$' > '" +
+                        seen.string() + R"sh('; cp "$(printf %s "$3" | sed 's/^Z://' | tr '\\' /)" "$(printf %s "$5" | sed 's/^Z://' | tr '\\' /)")sh");
+    ToolRunner runner;
+    test::RecordingLog cliLog;
+    MenuVideoTools cli{runner, cliLog, home.Path(), {}};
+    ASSERT_TRUE(CreateChapterMenu(project, page, {.TitleID = titleID, .Menus = {.FileName = name, .MotionSeconds = 1, .Tools = &cli}}, result))
+        << ::testing::PrintToString(prompt.Texts());
+    EXPECT_EQ(ReadAll(seen), "25\n");
+    EXPECT_EQ(wine.Runs().size(), 2u);
     EXPECT_TRUE(fs::is_empty(home.Path() / "tmp"));
 }
 

@@ -2,6 +2,8 @@
 #include "cli/CliFixture.h"
 #include "core/ScriptedPrompt.h"
 #include "generators/Navigation.h"
+#include "media/AviCache.h"
+#include "media/FrameGrabber.h"
 #include "render/OverlayFont.h"
 
 #include <gtest/gtest.h>
@@ -30,6 +32,11 @@ protected:
         title = found[1];
     }
     std::filesystem::path Project() const { return folder.Path() / "Demo" / "Demo.xml"; }
+    long Frames(const std::string& video) const
+    {
+        const auto avi = OpenAvi((folder.Path() / video).string(), AviRead::Headers);
+        return avi ? static_cast<long>(avi->Stream(*FirstVideoStream(*avi)).Info.dwLength) : -1;
+    }
 
     std::string mainMenu;
     std::string title;
@@ -38,8 +45,10 @@ protected:
 TEST_F(GeneratorCli, MakesAMenuPerPagePrintsThemAndTheProjectChecksClean)
 {
     const CommandResult made =
-        Run("chapter-menu " + Quoted(Project()) + " " + title + " -o menu --per-page 8 --main " + mainMenu);
+        Run("chapter-menu " + Quoted(Project()) + " " + title + " -o menu --per-page 8 --motion -1 --main " + mainMenu);
     ASSERT_EQ(made.Exit, 0) << made.Out;
+    // A length below 0 is a still menu: five seconds of one picture at the new-menu form's 29.97.
+    EXPECT_EQ(Frames("menu.avi"), 150);
     EXPECT_TRUE(std::regex_search(made.Out, std::regex(R"((^|\n)\d+\n\d+\n$)"))) << made.Out;
     EXPECT_TRUE(std::filesystem::is_regular_file(folder.Path() / "menu.avi"));
     EXPECT_TRUE(std::filesystem::is_regular_file(folder.Path() / "menu_2.avi"));
@@ -62,8 +71,9 @@ TEST_F(GeneratorCli, TitleMenuPagesPlayTheirTitlesWithTheNavigationWiredAndCheck
         more += " " + Quoted(movie);
     ASSERT_EQ(Run("add-title " + Quoted(Project()) + more).Exit, 0);
 
-    const CommandResult made = Run("title-menu " + Quoted(Project()) + " -o titles --per-page 6");
+    const CommandResult made = Run("title-menu " + Quoted(Project()) + " -o titles --per-page 6 --motion 1");
     ASSERT_EQ(made.Exit, 0) << made.Out;
+    EXPECT_EQ(Frames("titles_2.avi"), 25);
     std::istringstream printed(made.Out);
     std::vector<std::string> pages;
     for (std::string line; std::getline(printed, line);)
@@ -140,6 +150,7 @@ TEST_F(GeneratorCli, RefusesWhatItCannotMakeAndLeavesTheProject)
     EXPECT_EQ(Run("title-menu " + Quoted(Project()) + " -o m.avi --per-page 7").Exit, 2);
     EXPECT_EQ(Run("title-menu " + Quoted(Project()) + " -o m.avi --main " + mainMenu).Exit, 2);
     EXPECT_EQ(Run("title-menu " + Quoted(Project()) + " -o m.avi --lang xx").Exit, 1);
+    EXPECT_EQ(Run("title-menu " + Quoted(Project()) + " -o m.avi --motion 2s").Exit, 2);
     EXPECT_EQ(ReadAll(Project()), before);
     EXPECT_FALSE(std::filesystem::exists(folder.Path() / "m.avi"));
 }

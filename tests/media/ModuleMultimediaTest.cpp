@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <thread>
 
 using namespace mw;
@@ -41,10 +42,11 @@ protected:
     }
 
     // The decoder works on its own thread: poll as the window's timer does.
-    bool WaitForPosition(long frame)
+    bool WaitForPosition(long frame) { return WaitForPosition(mm, frame); }
+    static bool WaitForPosition(ModuleMultimedia& on, long frame)
     {
         for (int i = 0; i < 2000; ++i) {
-            if (mm.MMPositionFrames("video1") == frame)
+            if (on.MMPositionFrames("video1") == frame)
                 return true;
             std::this_thread::sleep_for(5ms);
         }
@@ -54,6 +56,36 @@ protected:
     std::chrono::steady_clock::time_point now{};
     ModuleMultimedia mm{[this] { return now; }};
 };
+
+// Stands in for the sound device: takes all it is given and has played as far as the test says.
+struct FakeSound {
+    bool Device = true;
+    std::int64_t PlayedUs = 0;
+    std::size_t Bytes = 0;
+    bool Paused = false;
+    bool Stopped = false;
+};
+
+class FakeSink : public AudioSink {
+public:
+    explicit FakeSink(FakeSound& sound) : sound_(sound) {}
+    bool Open() override { return sound_.Device; }
+    void Start() override { sound_ = {sound_.Device}; }
+    std::size_t Write(const char*, std::size_t size) override
+    {
+        sound_.Bytes += size;
+        return size;
+    }
+    std::int64_t PlayedUs() override { return sound_.PlayedUs; }
+    void Pause() override { sound_.Paused = true; }
+    void Resume() override { sound_.Paused = false; }
+    void Stop() override { sound_.Stopped = true; }
+
+private:
+    FakeSound& sound_;
+};
+
+constexpr std::size_t kSoundSecond = kSoundRate * 4;
 
 // Grey level 16 + 8 n tells frame n of the dropped-frames movie; frames 10 to 14 show 9.
 int Grey(const cDIB& picture)
@@ -157,6 +189,28 @@ TEST_F(Preview, SeekingLandsOnTheAskedFrameNotOnTheKeyFrameBefore)
     EXPECT_EQ(mm.MMPositionFrames("video1"), 60);
 }
 
+// The decoder gives B-frames back in the order they are shown, not the order of the chunks, and
+// B-frames shown before their key frame need the key frame before that.
+TEST_F(Preview, BFramesAreShownInTheirOwnOrder)
+{
+    const auto movie = BFramesMovie();
+    ASSERT_FALSE(movie.empty());
+    ASSERT_EQ(mm.MMOpen(movie.string(), "MPEGVideo", "video1"), "Success");
+    const auto grey = [this](long frame) { return (Grey(*mm.Picture("video1")) - 16 + 2) / 5 == frame; };
+    EXPECT_TRUE(grey(0));
+    for (long frame : {25L, 24L, 12L, 11L, 13L, 1L, 39L, 38L, 2L, 3L}) {
+        ASSERT_EQ(mm.MMSeek("video1", std::to_string(frame)), "Success");
+        EXPECT_TRUE(grey(frame)) << frame;
+        EXPECT_TRUE(*mm.Picture("video1") == Grab(movie, frame)) << frame;
+    }
+    ASSERT_EQ(mm.MMPlay("video1", "5"), "Success");
+    for (long frame = 6; frame < 40; ++frame) {
+        Advance(1);
+        ASSERT_TRUE(WaitForPosition(frame));
+        EXPECT_TRUE(grey(frame)) << frame;
+    }
+}
+
 TEST_F(Preview, PlayShowsEachFrameOnTimeAndStopsAtTo)
 {
     const auto movie = DroppedFramesMovie(); // 25 frames, 10 to 14 dropped
@@ -238,6 +292,59 @@ TEST_F(Preview, PauseResumeAndStopKeepThePosition)
     // Closing while playing ends the decoding thread with the alias.
     ASSERT_EQ(mm.MMPlay("video1"), "Success");
     EXPECT_EQ(mm.MMClose("video1"), "Success");
+}
+
+TEST_F(Preview, ThePictureFollowsTheSoundWhileItPlays)
+{
+    const auto movie = PalMovieWithTwoMp3(); // 2 s of sound
+    ASSERT_FALSE(movie.empty());
+    FakeSound sound;
+    ModuleMultimedia heard([this] { return now; }, [&sound] { return std::make_unique<FakeSink>(sound); });
+    ASSERT_EQ(heard.MMOpen(movie.string(), "MPEGVideo", "video1"), "Success");
+    EXPECT_FALSE(heard.Silent("video1"));
+
+    // The sound from 1 s on goes to the device, and the clock alone moves nothing.
+    ASSERT_EQ(heard.MMPlay("video1", "25"), "Success");
+    EXPECT_NEAR(static_cast<double>(sound.Bytes), kSoundSecond, kSoundSecond / 20);
+    Advance(10);
+    std::this_thread::sleep_for(20ms);
+    EXPECT_EQ(heard.MMPositionFrames("video1"), 25);
+    sound.PlayedUs = 400'000;
+    ASSERT_TRUE(WaitForPosition(heard, 35));
+    EXPECT_EQ(heard.MMPause("video1"), "Success");
+    EXPECT_TRUE(sound.Paused);
+    EXPECT_EQ(heard.MMResume("video1"), "Success");
+    EXPECT_FALSE(sound.Paused);
+    sound.PlayedUs = 600'000;
+    ASSERT_TRUE(WaitForPosition(heard, 40));
+    ASSERT_EQ(heard.MMSeek("video1", "5"), "Success");
+    EXPECT_TRUE(sound.Stopped);
+
+    // Once the sound has run out, the clock plays the rest.
+    ASSERT_EQ(heard.MMPlay("video1"), "Success");
+    EXPECT_NEAR(static_cast<double>(sound.Bytes), 2 * kSoundSecond, kSoundSecond / 20);
+    sound.PlayedUs = 1'000'000;
+    ASSERT_TRUE(WaitForPosition(heard, 25));
+    sound.PlayedUs = 2'000'000;
+    EXPECT_EQ(heard.MMPositionFrames("video1"), 25);
+    Advance(heard.MMLengthFrames("video1") - 25);
+    ASSERT_TRUE(WaitForPosition(heard, heard.MMLengthFrames("video1")));
+    EXPECT_EQ(heard.MMStatusMode("video1"), "stopped");
+
+    // Without a device the movie plays silently by the clock, and the dialog says so once.
+    sound.Device = false;
+    ASSERT_EQ(heard.MMClose("video1"), "Success");
+    MoviePreview preview(heard);
+    std::vector<std::string> said;
+    preview.ShowMovieInfo = [&said](const std::string& text) { said.push_back(text); };
+    for (int open = 0; open < 2; ++open) {
+        ASSERT_TRUE(OpenPreview(preview, movie.string(), 320, 240));
+        EXPECT_TRUE(heard.Silent("video1"));
+    }
+    EXPECT_EQ(std::count(said.begin(), said.end(), "No sound device: the movie plays without sound"), 1);
+    ASSERT_EQ(heard.MMPlay("video1"), "Success");
+    Advance(5);
+    EXPECT_TRUE(WaitForPosition(heard, 5));
 }
 
 TEST_F(Preview, TheSystemClockPlaysInRealTime)

@@ -42,6 +42,15 @@ inline std::filesystem::path DroppedFramesMovie()
                      "-sc_threshold 1000000000 -q:v 2");
 }
 
+// 40 frames of 64x48 DX50 at 25 fps coded with two B-frames between the others, whose grey
+// level tells the frame: 16 + 5 n. Key frames every 12 frames, each followed by B-frames that are
+// shown before it.
+inline std::filesystem::path BFramesMovie()
+{
+    return Dx50Movie("bframes.avi", "-f lavfi -i \"color=c=black:s=64x48:r=25:d=1.6,format=gray,geq=lum='16+5*N'\"",
+                     "-g 12 -bf 2 -sc_threshold 1000000000 -q:v 2");
+}
+
 // 4 s of FFmpeg's coloured test picture, 64x48 DX50 at 25 fps, a key frame every 50 frames.
 inline std::filesystem::path TestPictureMovie()
 {

@@ -165,6 +165,17 @@ TEST_F(CanvasTest, TheShownFrameIsStoredWithTheMenuAndGrabbedFromItsBackground)
     EXPECT_FALSE(picture == at40);
     EXPECT_EQ(mw::ShownFrame(project.Canvas), 5);
     EXPECT_TRUE(prompt.Texts().empty());
+
+    // Asked for, the shown frame is offered and the answer's leading number taken.
+    EXPECT_EQ(mw::AskMenuFrame(project), 5);
+    EXPECT_EQ(prompt.Log.back().Text, "Type the frame to use");
+    prompt.Inputs = {"12 frames", std::nullopt};
+    EXPECT_EQ(mw::AskMenuFrame(project), 12);
+    EXPECT_EQ(mw::AskMenuFrame(project), std::nullopt);
+    project.Canvas.CurrentMenuID.clear();
+    prompt.Log.clear();
+    EXPECT_EQ(mw::AskMenuFrame(project), std::nullopt);
+    EXPECT_TRUE(prompt.Log.empty());
 }
 
 TEST_F(CanvasTest, GuideLinesArePickedUpNearThePressAndDroppedOffThePage)

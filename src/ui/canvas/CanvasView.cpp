@@ -1,6 +1,5 @@
 #include "ui/canvas/CanvasView.h"
 
-#include "core/Text.h"
 #include "document/NodeSelection.h"
 #include "document/Project.h"
 #include "menus/Buttons.h"
@@ -385,13 +384,10 @@ void CanvasView::StepFrame(long step)
 
 void CanvasView::AskFrame()
 {
-    if (project_.Canvas.CurrentMenuID.empty())
+    const auto frame = AskMenuFrame(project_);
+    if (!frame)
         return;
-    const auto answer = project_.Ask().Input("Type the frame to use", "", std::to_string(ShownFrame(project_.Canvas)));
-    if (!answer)
-        return;
-    const long frame = static_cast<long>(LeadingNumber(*answer));
-    Run([this, frame] { SetMenuFrame(project_, frame); });
+    Run([this, frame] { SetMenuFrame(project_, *frame); });
     ShowFrame();
 }
 

@@ -4,6 +4,7 @@
 #include "document/TreeQueries.h"
 #include "media/ModuleMultimedia.h"
 #include "media/MoviePreview.h"
+#include "ui/QtAudioSinks.h"
 
 #include <QWidget>
 
@@ -84,7 +85,7 @@ private:
     std::map<std::string, QAction*> entries_;
     QMenu* overlayMenu_;
     QMenu* widthMenu_;
-    ModuleMultimedia mm_;
+    ModuleMultimedia mm_{{}, DeviceSinks()};
     MoviePreview movie_{mm_};
     std::shared_ptr<const cDIB> movieFrame_;
     QTimer* timer_;

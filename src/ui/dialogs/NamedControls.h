@@ -3,6 +3,7 @@
 #include "media/ModuleMultimedia.h"
 #include "media/MoviePreview.h"
 #include "media/TrackRow.h"
+#include "ui/QtAudioSinks.h"
 
 #include <QGroupBox>
 
@@ -51,7 +52,7 @@ private:
     void Show();
     void Step(long direction);
 
-    ModuleMultimedia mm_;
+    ModuleMultimedia mm_{{}, DeviceSinks()};
     MoviePreview preview_{mm_};
     std::string file_;
     std::shared_ptr<const cDIB> shown_;

@@ -23,6 +23,7 @@
 #include "ui/mainwindow/PropertiesPane.h"
 #include "ui/mainwindow/ToolbarIcons.h"
 #include "ui/mainwindow/TreePanes.h"
+#include "ui/menuplayer/MenuPlayerWindow.h"
 #include "ui/panels/PropertyDocks.h"
 #include "ui/panels/frmPropText.h"
 
@@ -181,6 +182,8 @@ void Form1::ConnectCommands()
         });
     });
     on("mnuCreateDivX", [this] { RunDivXBuild(this, project_); });
+    // The player only reads the project, so the tree and the canvas stay as they are.
+    on("mnuMenuPlayer", [this] { ShowMenuPlayer(project_); });
     on("mnuSrt2Divx", [this] {
         clsIniFile ini(SettingsFilePath(project_.ProgramFolder()).string());
         StartWithLogWindow(this, [&](ToolRunner& runner, BuildLog& log) {

@@ -86,6 +86,8 @@ const std::array kEntries{
     MenuEntry{"mnuTools", "Insert menu template...", nullptr, "mnuInsertTemplate", S::Rule, nullptr, &CanInsertTemplate},
     Sep("mnuTools"),
     MenuEntry{"mnuTools", "Sub2DivX (Add subtitles)", nullptr, "mnuSrt2Divx", S::Always},
+    Sep("mnuTools"),
+    MenuEntry{"mnuTools", "Play the menus with a remote...", "Ctrl+F5", "mnuMenuPlayer", S::Document},
 
     MenuEntry{"", "Help", nullptr, "mnuHelp", S::Submenu},
     MenuEntry{"mnuHelp", "Contents...", nullptr, "mnuHelpHelp", S::NotYet},
