@@ -4,9 +4,12 @@
 #include "document/TreeQueries.h"
 #include "generators/ChapterMenu.h"
 #include "generators/PageComposer.h"
+#include "media/AviCache.h"
+#include "media/FrameGrabber.h"
 #include "media/TitleNodes.h"
 #include "menus/Actions.h"
 
+#include <QLineEdit>
 #include <QTest>
 
 using namespace mw;
@@ -20,6 +23,13 @@ QRect ButtonRect(const Project& project, std::size_t i)
 {
     const ButtonShape& shape = project.Canvas.Buttons.at(i).Label;
     return {int(shape.Left), int(shape.Top), int(shape.Width), int(shape.Height)};
+}
+
+long FrameCount(const std::string& video)
+{
+    const auto avi = OpenAvi(video, AviRead::Headers);
+    const auto stream = avi ? FirstVideoStream(*avi) : std::nullopt;
+    return stream ? static_cast<long>(avi->Stream(*stream).Info.dwLength) : -1;
 }
 
 std::string ButtonProperty(Project& project, std::size_t i, const char* key)
@@ -36,8 +46,8 @@ private slots:
     void chapterAndTitleMenusFromTheirWindows();
 };
 
-// The user opens the chapter window on the demo, drags a thumbnail and creates the menus; the
-// canvas then shows the first page with its buttons wired. The title and setup windows do the
+// The user opens the chapter window on the demo, drags a thumbnail and a label and creates
+// motion menus; the canvas then shows the first page with its buttons wired. The title and setup windows do the
 // same.
 void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
 {
@@ -52,6 +62,7 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
     QVERIFY(MakeDemoProject(made, {{176, 144, 25, 90}, 9}, window.prompt));
     window.OpenByMenu((made / "Demo" / "Demo.xml").string());
     QVERIFY(chapters->isEnabled() && titles->isEnabled());
+    project.Values().MethodForPicToMenu = kPicToMenuBuiltIn;
 
     // Where the window lays out the first chapter, as the core computes it.
     MenuPage expected;
@@ -76,11 +87,16 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
         drag(first.center(), first.center() + by);
         // The main label grows by its lower right corner.
         drag(main.bottomRight(), main.bottomRight() + by);
+        // A motion menu of one second: each thumbnail plays 25 frames of its chapter.
+        auto* seconds = test::Child<QLineEdit>(dialog, "Text1");
+        seconds->clear();
+        QTest::keyClicks(seconds, "1");
         test::Click(dialog, "Command1");
         test::Click(dialog, "Command4");
     });
     chapters->trigger();
-    QVERIFY(fs::is_regular_file(name + ".avi") && fs::is_regular_file(name + "_2.avi"));
+    QCOMPARE(FrameCount(name + ".avi"), 25L);
+    QCOMPARE(FrameCount(name + "_2.avi"), 25L);
 
     // The first page is on the canvas: eight chapters, next, main and setup.
     QVERIFY(!project.Canvas.CurrentMenuID.empty());

@@ -1,6 +1,8 @@
 #include "ui/generators/GeneratorWindow.h"
 
+#include "build/OutsideMenuVideo.h"
 #include "core/Paths.h"
+#include "core/settings/clsIniFile.h"
 #include "core/Text.h"
 #include "document/NodeSelection.h"
 #include "document/Project.h"
@@ -8,7 +10,9 @@
 #include "generators/PageSettings.h"
 #include "generators/TitleMenu.h"
 #include "ui/QtDesignTarget.h"
+#include "ui/dialogs/BuildLogWindow.h"
 #include "ui/dialogs/NamedControls.h"
+#include "ui/dialogs/ToolPathDialog.h"
 #include "ui/generators/PageView.h"
 
 #include <QApplication>
@@ -64,7 +68,7 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
     : QDialog(parent), kind_(kind), project_(project), mnuMenu_(new QMenu("Menu", this)), Combo1_(new QComboBox),
       Option1_(new QRadioButton("6/page")), Option2_(new QRadioButton("8/page")), MenuName_(NamedEdit("MenuName")),
       Text1_(NamedEdit("Text1")), WhatOverlay_(new QComboBox), picMsg_(new QFrame), lblMsg_(NamedLabel("lblMsg", "")),
-      Command1_(NamedButton("Command1", "Create..."))
+      Command1_(NamedButton("Command1", "Create...")), cmdCancel_(NamedButton("cmdCancel", "Cancel"))
 {
     setObjectName(NamesOf(kind).Form);
     setWindowTitle(NamesOf(kind).Caption);
@@ -159,6 +163,8 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(Command1_);
     buttons->addWidget(ok);
+    buttons->addWidget(cmdCancel_);
+    cmdCancel_->hide();
     side->addLayout(buttons);
     idle_ = {fieldsBox, Command1_, ok, view_, bar};
 
@@ -179,13 +185,16 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
     connect(Option1_, &QRadioButton::toggled, this, [this](bool on) { SetPerPage(on ? 6 : 8); });
     connect(Command1_, &QPushButton::clicked, this, &GeneratorWindow::Create);
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+    connect(cmdCancel_, &QPushButton::clicked, this, &GeneratorWindow::reject);
 }
 
 void GeneratorWindow::reject()
 {
-    // While menus are made the window stays.
+    // While menus are made the window stays; Cancel, Escape and its close box end the run.
     if (!running_)
         QDialog::reject();
+    else if (runner_)
+        runner_->Cancel();
 }
 
 void GeneratorWindow::SetRunning(bool running)
@@ -307,10 +316,26 @@ void GeneratorWindow::Create()
         return;
     PageMenuRequest request;
     request.FileName = *file;
+    request.MotionSeconds = static_cast<double>(LeadingNumber(page_.Design.Animation));
     picMsg_->show();
     lblMsg_->setText("Creating picture...");
     SetRunning(true);
-    const bool made = MakeMenus(request);
+    // The tool of the options' method makes the videos, and its runner lets Cancel end the run
+    // at the next frame.
+    bool made = false;
+    clsIniFile ini(SettingsFilePath(project_.ProgramFolder()).string());
+    StartWithLogWindow(this, [&](ToolRunner& runner, BuildLog& log) {
+        MenuVideoTools tools{runner, log, project_.ProgramFolder(), [this, &ini](int method) {
+                                 return AskForTool(method, project_.Values(), ini, project_.Ask(), this);
+                             }};
+        request.Tools = &tools;
+        runner_ = &runner;
+        cmdCancel_->show();
+        made = MakeMenus(request);
+        cmdCancel_->hide();
+        runner_ = nullptr;
+        return made || runner.Cancelled();
+    });
     SetRunning(false);
     picMsg_->setVisible(made);
     view_->Refresh();

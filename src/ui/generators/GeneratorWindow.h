@@ -21,6 +21,7 @@ namespace mw {
 
 class PageView;
 class Project;
+class ToolRunner;
 
 // One window for the three generators: frmVisualMenuForChapters over the chapters of a title,
 // frmPreviewMenu over the titles, frmSetup over the streams of a title. The page is designed in
@@ -66,8 +67,10 @@ private:
     QFrame* picMsg_;
     QLabel* lblMsg_;
     QPushButton* Command1_;
+    QPushButton* cmdCancel_;
     std::vector<QWidget*> idle_; // what a run turns off
     bool running_ = false;
+    ToolRunner* runner_ = nullptr; // of the run under way
     std::vector<std::string> made_;
 };
 

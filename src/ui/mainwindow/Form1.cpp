@@ -373,12 +373,16 @@ void Form1::Properties1_RowEdited(const QString& name, const QString& value)
 
 void Form1::ShowProgress(const ProgressChannel& channel, const std::string& text)
 {
-    // A window that runs the work shows it in its own label of that name.
+    // A window that runs the work shows it in its own label of that name and keeps its Cancel
+    // answering: it turns off what must not be touched meanwhile.
     QWidget* modal = QApplication::activeModalWidget();
     auto* own = modal && !channel.Name.empty() ? modal->findChild<QLabel*>(QString::fromStdString(channel.Name)) : nullptr;
-    if (own)
+    if (own) {
         own->setText(QString::fromStdString(text));
-    else if (!status_.ShowInPanel(channel.Name, text))
+        QCoreApplication::processEvents();
+        return;
+    }
+    if (!status_.ShowInPanel(channel.Name, text))
         statusBar()->showMessage(QString::fromStdString(text));
     // Long work runs in this thread; the window still repaints between its steps.
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
