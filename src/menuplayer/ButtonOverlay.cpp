@@ -8,7 +8,7 @@
 
 namespace mw {
 
-bool PaintButtonOverlay(Project& project, const std::string& menuID, const std::string& buttonID, ButtonOverlay& overlay)
+bool PaintButtonOverlay(Project& project, const std::string& menuID, const std::string& buttonID, PlayerOverlay& overlay)
 {
     const MenuGraph graph(project.Doc);
     const DocNode* menu = graph.Menu(menuID);

@@ -11,7 +11,7 @@ class Project;
 
 // A button's overlay as a player shows it over the menu: the picture in the menu's three
 // colours and where it stands on the menu's picture.
-struct ButtonOverlay {
+struct PlayerOverlay {
     cDIB Picture;
     ButtonShape Where;
 };
@@ -19,6 +19,6 @@ struct ButtonOverlay {
 // Paints the overlay of a button of a menu as the canvas would, without changing what the
 // canvas shows. False when the menu or the button is gone, or the menu's background movie is
 // missing (the canvas would ask about it; a player only shows less).
-bool PaintButtonOverlay(Project& project, const std::string& menuID, const std::string& buttonID, ButtonOverlay& overlay);
+bool PaintButtonOverlay(Project& project, const std::string& menuID, const std::string& buttonID, PlayerOverlay& overlay);
 
 } // namespace mw

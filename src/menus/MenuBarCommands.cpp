@@ -5,6 +5,7 @@
 #include "core/settings/clsIniFile.h"
 #include "document/NodeSelection.h"
 #include "document/Project.h"
+#include "media/TitleNodes.h"
 #include "menus/AddNewMenu.h"
 #include "menus/Buttons.h"
 #include "menus/MenuCommands.h"
@@ -47,6 +48,11 @@ bool CanInsertTemplate(const Project& project)
     return project.ItemsEnabled && root &&
            std::any_of(root->begin(), root->end(),
                        [](const auto& child) { return EqualsNoCase(child->Text, "LanguageMenus"); });
+}
+
+bool HasTitles(const Project& project)
+{
+    return project.ItemsEnabled && !TitleNodes(project.Doc).empty();
 }
 
 std::string mnuAddMenu(Project& project)

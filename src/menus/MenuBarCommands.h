@@ -14,6 +14,7 @@ bool CanPasteButtons(const Project& project); // something copied and a menu to 
 bool CanCopySize(const Project& project);     // one button selected
 bool CanPasteSize(const Project& project);    // one button selected and a size copied
 bool CanInsertTemplate(const Project& project); // a language set to insert into
+bool HasTitles(const Project& project);       // the generator windows need a title to show
 
 // mnuAddMenu: the new-menu dialog, then the new menu is selected. Returns its identifier, empty
 // when cancelled.

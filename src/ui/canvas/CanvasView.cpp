@@ -73,28 +73,6 @@ QIcon Swatch(std::uint32_t c)
     return QIcon(QPixmap::fromImage(image));
 }
 
-// rullerHide, the corner between the rulers: a right press clears every guide line.
-class RulerCorner : public QWidget {
-public:
-    explicit RulerCorner(std::function<void()> clear) : clear_(std::move(clear))
-    {
-        setObjectName("rullerHide");
-        setToolTip("Right click to clear all guide lines");
-        setFixedSize(Ruler::kThickness, Ruler::kThickness);
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), QColor(210, 210, 200)); }
-    void mousePressEvent(QMouseEvent* event) override
-    {
-        if (event->button() == Qt::RightButton)
-            clear_();
-    }
-
-private:
-    std::function<void()> clear_;
-};
-
 } // namespace
 
 CanvasView::CanvasView(Project& project, Hooks hooks, QWidget* parent)

@@ -97,4 +97,22 @@ void Ruler::mouseReleaseEvent(QMouseEvent* event)
     changed_();
 }
 
+RulerCorner::RulerCorner(std::function<void()> clear, QWidget* parent) : QWidget(parent), clear_(std::move(clear))
+{
+    setObjectName("rullerHide");
+    setToolTip("Right click to clear all guide lines");
+    setFixedSize(Ruler::kThickness, Ruler::kThickness);
+}
+
+void RulerCorner::paintEvent(QPaintEvent*)
+{
+    QPainter(this).fillRect(rect(), QColor(210, 210, 200));
+}
+
+void RulerCorner::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::RightButton)
+        clear_();
+}
+
 } // namespace mw

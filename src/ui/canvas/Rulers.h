@@ -36,4 +36,17 @@ private:
     long active_ = -1; // the line being dragged
 };
 
+// rullerHide, the corner between the rulers: a right press clears every guide line.
+class RulerCorner : public QWidget {
+public:
+    explicit RulerCorner(std::function<void()> clear, QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    std::function<void()> clear_;
+};
+
 } // namespace mw

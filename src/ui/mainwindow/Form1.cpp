@@ -28,8 +28,10 @@
 #include "ui/panels/frmPropText.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QLabel>
 #include <QStatusBar>
 #include <QMenu>
 #include <QScreen>
@@ -371,6 +373,15 @@ void Form1::Properties1_RowEdited(const QString& name, const QString& value)
 
 void Form1::ShowProgress(const ProgressChannel& channel, const std::string& text)
 {
+    // A window that runs the work shows it in its own label of that name and keeps its Cancel
+    // answering: it turns off what must not be touched meanwhile.
+    QWidget* modal = QApplication::activeModalWidget();
+    auto* own = modal && !channel.Name.empty() ? modal->findChild<QLabel*>(QString::fromStdString(channel.Name)) : nullptr;
+    if (own) {
+        own->setText(QString::fromStdString(text));
+        QCoreApplication::processEvents();
+        return;
+    }
     if (!status_.ShowInPanel(channel.Name, text))
         statusBar()->showMessage(QString::fromStdString(text));
     // Long work runs in this thread; the window still repaints between its steps.

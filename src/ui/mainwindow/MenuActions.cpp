@@ -5,6 +5,7 @@
 #include "menus/LanguageCommands.h"
 #include "menus/MenuBarCommands.h"
 #include "menus/MenuTemplates.h"
+#include "ui/generators/GeneratorWindow.h"
 #include "ui/mainwindow/MenuBar.h"
 
 #include <array>
@@ -26,6 +27,9 @@ const std::array kActions{
     MenuAction{"mnuPasteSize2", &mnuPasteSize},
     MenuAction{"mnuExportToTemplate", [](Project& project) { mnuExportToTemplate(project); }},
     MenuAction{"mnuInsertTemplate", [](Project& project) { mnuInsertTemplate(project); }},
+    MenuAction{"mnuCreateVisualMenuForTitles", &mnuCreateVisualMenuForTitles},
+    MenuAction{"mnuCreateVisualMenuForChapters", &mnuCreateVisualMenuForChapters},
+    MenuAction{"mnuSetup", &mnuSetup},
 };
 
 } // namespace

@@ -13,7 +13,7 @@ struct MenuAction {
     void (*Run)(Project&);
 };
 
-// The entries for languages, menus, buttons, copy and paste, and templates.
+// The entries for languages, menus, buttons, copy and paste, templates and the menu generators.
 std::span<const MenuAction> MenuActions();
 
 } // namespace mw

@@ -311,7 +311,7 @@ void MenuPlayerWindow::ShowPicture()
 
 void MenuPlayerWindow::ShowOverlay()
 {
-    ButtonOverlay overlay;
+    PlayerOverlay overlay;
     if (session_->PlayingTitle() ||
         !PaintButtonOverlay(project_, session_->MenuID(), session_->ButtonID(), overlay)) {
         picture_->SetOverlay({}, {});

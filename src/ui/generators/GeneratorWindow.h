@@ -1,0 +1,83 @@
+#pragma once
+
+#include "generators/PageMenus.h"
+#include "generators/PageModel.h"
+#include "generators/SetupMenu.h"
+#include "media/LoadTitlesInForm.h"
+
+#include <QDialog>
+
+#include <vector>
+
+class QComboBox;
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QPushButton;
+class QRadioButton;
+
+namespace mw {
+
+class PageView;
+class Project;
+class ToolRunner;
+
+// One window for the three generators: frmVisualMenuForChapters over the chapters of a title,
+// frmPreviewMenu over the titles, frmSetup over the streams of a title. The page is designed in
+// the page view; Create makes the menus into the project. The window stays open afterwards, as
+// the page was, until Ok.
+class GeneratorWindow : public QDialog {
+public:
+    GeneratorWindow(GeneratorKind kind, Project& project, QWidget* parent = nullptr);
+
+    // The menus made while the window was open, in the order they were made.
+    const std::vector<std::string>& MadeMenus() const { return made_; }
+
+    void reject() override;
+
+private:
+    void LoadItems();
+    // Combo1: the chapters or the streams of another title.
+    void LoadTitle(int row);
+    // Command1 and mnuCreate: asks for the file, then makes the menus.
+    void Create();
+    bool MakeMenus(const PageMenuRequest& request);
+    // While menus are made the window shows their progress and takes no edits.
+    void SetRunning(bool running);
+    void SetPerPage(int perPage);
+    void SetSide(bool width);
+    void AddText();
+    void ReadFields();
+    void ShowFields();
+
+    GeneratorKind kind_;
+    Project& project_;
+    SetupPage setup_;             // the setup window's streams beside its page
+    MenuPage& page_ = setup_.Page; // the page every window shows
+    std::vector<TitleListRow> titles_;
+    QMenu* mnuMenu_;
+    PageView* view_;
+    QComboBox* Combo1_;
+    QRadioButton* Option1_;
+    QRadioButton* Option2_;
+    QLineEdit* MenuName_;
+    QLineEdit* Text1_;
+    QComboBox* WhatOverlay_;
+    QFrame* picMsg_;
+    QLabel* lblMsg_;
+    QPushButton* Command1_;
+    QPushButton* cmdCancel_;
+    std::vector<QWidget*> idle_; // what a run turns off
+    bool running_ = false;
+    ToolRunner* runner_ = nullptr; // of the run under way
+    std::vector<std::string> made_;
+};
+
+// The Tools entries that open the windows; afterwards the first menu made is the one selected,
+// so that the canvas shows it.
+void mnuCreateVisualMenuForChapters(Project& project);
+void mnuCreateVisualMenuForTitles(Project& project);
+void mnuSetup(Project& project);
+
+} // namespace mw

@@ -1,0 +1,153 @@
+#include "MainWindowFixture.h"
+
+#include "build/DemoProject.h"
+#include "document/TreeQueries.h"
+#include "generators/ChapterMenu.h"
+#include "generators/PageComposer.h"
+#include "media/AviCache.h"
+#include "media/FrameGrabber.h"
+#include "media/TitleNodes.h"
+#include "menus/Actions.h"
+
+#include <QLineEdit>
+#include <QTest>
+
+using namespace mw;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// The rectangle of the shown menu's button `i`, as the canvas has it.
+QRect ButtonRect(const Project& project, std::size_t i)
+{
+    const ButtonShape& shape = project.Canvas.Buttons.at(i).Label;
+    return {int(shape.Left), int(shape.Top), int(shape.Width), int(shape.Height)};
+}
+
+long FrameCount(const std::string& video)
+{
+    const auto avi = OpenAvi(video, AviRead::Headers);
+    const auto stream = avi ? FirstVideoStream(*avi) : std::nullopt;
+    return stream ? static_cast<long>(avi->Stream(*stream).Info.dwLength) : -1;
+}
+
+std::string ButtonProperty(Project& project, std::size_t i, const char* key)
+{
+    const DocNode* button = project.Doc.Tree.ObjectNode(project.Canvas.Buttons.at(i).Label.Tag);
+    return button ? GetPropertyInNode(*button, key) : "";
+}
+
+} // namespace
+
+class GeneratorWindowsTest : public QObject {
+    Q_OBJECT
+private slots:
+    void chapterAndTitleMenusFromTheirWindows();
+};
+
+// The user opens the chapter window on the demo, drags a thumbnail and a label and creates
+// motion menus; the canvas then shows the first page with its buttons wired. The title and setup windows do the
+// same.
+void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
+{
+    test::MainWindow window;
+    window.form->show();
+    Project& project = window.project();
+    QAction* chapters = window.Action("mnuCreateVisualMenuForChapters");
+    QAction* titles = window.Action("mnuCreateVisualMenuForTitles");
+    QVERIFY(!chapters->isEnabled() && !titles->isEnabled());
+
+    const fs::path made = window.Folder() / "made";
+    QVERIFY(MakeDemoProject(made, {{176, 144, 25, 90}, 9}, window.prompt));
+    window.OpenByMenu((made / "Demo" / "Demo.xml").string());
+    QVERIFY(chapters->isEnabled() && titles->isEnabled());
+    project.Values().MethodForPicToMenu = kPicToMenuBuiltIn;
+
+    // Where the window lays out the first chapter, as the core computes it.
+    MenuPage expected;
+    QVERIFY(OpenChapterPage(project, ObjectIdOf(*TitleNodes(project.Doc).front()), 8, expected));
+    const QRect first = ItemRect(expected, expected.Items[0]);
+    const QRect second = ItemRect(expected, expected.Items[1]);
+    const QPoint by(5, 3);
+    const PageLabel& label = expected.Design.Main;
+    const QRect main(label.Left, label.Top, label.Width, label.Height);
+
+    const std::string name = (made / "chapters").string();
+    window.prompt.SavedFiles.push_back(name);
+    test::OnNextDialog([&](QDialog& dialog) {
+        QCOMPARE(dialog.objectName(), QString("frmVisualMenuForChapters"));
+        auto* page = test::Child<QWidget>(dialog, "PicCon");
+        QCOMPARE(page->size(), QSize(expected.Width, expected.Height));
+        const auto drag = [page](QPoint from, QPoint to) {
+            QTest::mousePress(page, Qt::LeftButton, {}, from);
+            QTest::mouseMove(page, to);
+            QTest::mouseRelease(page, Qt::LeftButton, {}, to);
+        };
+        drag(first.center(), first.center() + by);
+        // The main label grows by its lower right corner.
+        drag(main.bottomRight(), main.bottomRight() + by);
+        // A motion menu of one second: each thumbnail plays 25 frames of its chapter.
+        auto* seconds = test::Child<QLineEdit>(dialog, "Text1");
+        seconds->clear();
+        QTest::keyClicks(seconds, "1");
+        test::Click(dialog, "Command1");
+        test::Click(dialog, "Command4");
+    });
+    chapters->trigger();
+    QCOMPARE(FrameCount(name + ".avi"), 25L);
+    QCOMPARE(FrameCount(name + "_2.avi"), 25L);
+
+    // The first page is on the canvas: eight chapters, next, main and setup.
+    QVERIFY(!project.Canvas.CurrentMenuID.empty());
+    const DocNode* menu = project.Doc.Tree.ObjectNode(project.Canvas.CurrentMenuID);
+    QCOMPARE(GetPropertyInNode(*menu, "menuName"), std::string("Chapters 1"));
+    QCOMPARE(project.Canvas.Buttons.size(), std::size_t{11});
+    QCOMPARE(ButtonRect(project, 0), first.translated(by));
+    QCOMPARE(ButtonRect(project, 1), second);
+    QCOMPARE(ButtonRect(project, 9), main.adjusted(0, 0, by.x(), by.y()));
+    const std::vector<ActionRow> plays = LoadActionRows(project.Doc.Tree, ButtonProperty(project, 0, "selectAction"));
+    QCOMPARE(plays.size(), std::size_t{1});
+    QCOMPARE(plays[0].Type, std::string("PlayAction"));
+    // The first chapter of a first page of two steps left to the next page's button.
+    QCOMPARE(ButtonProperty(project, 0, "leftAction"), project.Canvas.Buttons[8].Label.Tag);
+    QCOMPARE(ButtonProperty(project, 0, "rightAction"), project.Canvas.Buttons[1].Label.Tag);
+
+    // The demo has one title: one button and the main button, no paging.
+    window.prompt.SavedFiles.push_back((made / "titles").string());
+    test::OnNextDialog([](QDialog& dialog) {
+        QCOMPARE(dialog.objectName(), QString("frmPreviewMenu"));
+        QVERIFY(!test::Child<QWidget>(dialog, "cmdNext")->isEnabled());
+        test::Click(dialog, "Command1");
+        test::Click(dialog, "Command4");
+    });
+    titles->trigger();
+    menu = project.Doc.Tree.ObjectNode(project.Canvas.CurrentMenuID);
+    QCOMPARE(GetPropertyInNode(*menu, "menuName"), std::string("Titles 1"));
+    QCOMPARE(project.Canvas.Buttons.size(), std::size_t{2});
+
+    // The setup window: the demo's streams, "None" and the main button, the last subtitle
+    // button switching subtitles off.
+    QAction* setup = window.Action("mnuSetup");
+    QVERIFY(setup->isEnabled());
+    window.prompt.SavedFiles.push_back((made / "setup").string());
+    test::OnNextDialog([](QDialog& dialog) {
+        QCOMPARE(dialog.objectName(), QString("frmSetup"));
+        test::Click(dialog, "Command1");
+        test::Click(dialog, "Command4");
+    });
+    setup->trigger();
+    const std::size_t buttons = project.Canvas.Buttons.size();
+    QVERIFY(buttons >= 2);
+    const std::vector<ActionRow> none =
+        LoadActionRows(project.Doc.Tree, ButtonProperty(project, buttons - 2, "selectAction"));
+    QCOMPARE(none.size(), std::size_t{1});
+    QCOMPARE(none[0].Type, std::string("SubtitleSelectAction"));
+
+    window.prompt.Answers.push_back(PromptAnswer::No);
+    window.Action("mnuClose")->trigger();
+    QVERIFY(!chapters->isEnabled() && !titles->isEnabled() && !setup->isEnabled());
+}
+
+QTEST_MAIN(GeneratorWindowsTest)
+#include "GeneratorWindowsTest.moc"
