@@ -1,6 +1,7 @@
 #include "generators/GeneratorRun.h"
 
 #include "build/PicturesToMenuVideo.h"
+#include "core/Prompt.h"
 #include "core/Text.h"
 #include "document/Project.h"
 #include "document/TreeQueries.h"
@@ -28,8 +29,23 @@ std::optional<TitleListRow> FindTitle(const Project& project, const std::string&
     return std::nullopt;
 }
 
-std::string WithAviExtension(std::string name)
+std::string MenuFileFilter(GeneratorKind kind)
 {
+    return kind == GeneratorKind::TitleMenu ? "*.avi;*.divx|*.avi;*.divx" : "*.avi|*.avi";
+}
+
+std::optional<std::string> MenuFileName(Prompt& prompt, const std::string& given, const std::string& filter)
+{
+    std::string name = given;
+    if (name.empty()) {
+        FileDialogRequest ask;
+        ask.Title = "Type a name for the menu";
+        ask.Filter = filter;
+        ask.DefaultExt = "avi";
+        name = prompt.SaveFile(ask).value_or("");
+        if (name.empty())
+            return std::nullopt;
+    }
     if (!EndsWithNoCase(name, ".avi"))
         name += ".avi";
     return name;

@@ -15,6 +15,7 @@
 namespace mw {
 
 class DocNode;
+class Prompt;
 class Project;
 struct MenuVideoTools;
 struct NewMenuForm;
@@ -26,7 +27,12 @@ struct NewMenuForm;
 // The row of the title list of the identifier, with its movie's full path.
 std::optional<TitleListRow> FindTitle(const Project& project, const std::string& titleID);
 
-std::string WithAviExtension(std::string name);
+// The name of the menu's video: the one given, else asked for with the filter of the window;
+// ".avi" is added when missing. Nothing when the user cancels.
+std::optional<std::string> MenuFileName(Prompt& prompt, const std::string& given, const std::string& filter);
+
+// The filter of that dialog in each generator's window: the title window also shows DivX files.
+std::string MenuFileFilter(GeneratorKind kind);
 
 // A menu video is made under a name in the program's tmp folder first and only put in place
 // once every video of the run has been made.

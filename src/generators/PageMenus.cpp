@@ -188,13 +188,16 @@ bool CreatePageMenus(Project& project, MenuPage& page, const PageMenuJob& job, P
 {
     result = {};
     Prompt& prompt = project.Ask();
-    if (page.Items.empty() || job.Request.FileName.empty() || job.Plays.size() != page.Items.size())
+    if (page.Items.empty() || job.Plays.size() != page.Items.size())
         return false;
     const fs::path tmp = project.ProgramFolder() / "tmp";
     std::error_code ec;
     fs::create_directories(tmp, ec);
     fs::create_directories(job.PictureFolder, ec);
-    const std::string fileName = WithAviExtension(job.Request.FileName);
+    const std::optional<std::string> asked = MenuFileName(prompt, job.Request.FileName, MenuFileFilter(page.Kind));
+    if (!asked)
+        return false;
+    const std::string& fileName = *asked;
     const int pages = PageCount(static_cast<int>(page.Items.size()), page.PerPage);
     const int shownPage = page.Page;
 

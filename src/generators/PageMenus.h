@@ -37,7 +37,7 @@ ActionChoice PlayChoice(const std::string& titleID, const std::string& chapterID
 
 // What the user asks of a generator's menus.
 struct PageMenuRequest {
-    std::string FileName{};   // the video of page 1; ".avi" is added when missing
+    std::string FileName{};   // the video of page 1, asked for when empty; ".avi" is added when missing
     std::string MainMenuID{}; // the menu the main buttons lead to; none when empty
     std::string Language{};   // the language set's code; the selected one when empty
     // How long each thumbnail plays from its start, in seconds: Round(seconds) times the

@@ -147,7 +147,10 @@ bool CreateSetupMenu(Project& project, SetupPage& setup, const SetupMenuRequest&
     result = {};
     Prompt& prompt = project.Ask();
     const std::optional<TitleListRow> title = FindTitle(project, setup.TitleID);
-    if (!title || request.Menus.FileName.empty() || setup.Subtitles.empty())
+    if (!title || setup.Subtitles.empty())
+        return false;
+    const std::optional<std::string> fileName = MenuFileName(prompt, request.Menus.FileName, MenuFileFilter(GeneratorKind::SetupMenu));
+    if (!fileName)
         return false;
     const fs::path tmp = project.ProgramFolder() / "tmp";
     std::error_code ec;
@@ -160,7 +163,7 @@ bool CreateSetupMenu(Project& project, SetupPage& setup, const SetupMenuRequest&
 
     prompt.Progress(kPageMessage, "Creating picture...");
     const PageDesign& design = setup.Page.Design;
-    const PageVideo video{(tmp / "setupmenu.avi").string(), WithAviExtension(request.Menus.FileName)};
+    const PageVideo video{(tmp / "setupmenu.avi").string(), *fileName};
     prompt.Progress(kPageMessage, "Creating menu/movie for setup... ");
     const bool made = MakeStillVideo(project, ComposeSetupPage(setup), (tmp / "picformenu.bmp").string(), video.Work,
                                      std::strtod(form.cmbfpsText.c_str(), nullptr), design.UseThisSound,

@@ -102,7 +102,9 @@ TEST_F(ChapterMenuFixture, StillMenuOfTwoPagesShowsItsChaptersIsWiredAndChecksCl
     const std::string before = Everything(project.Doc.Tree);
     PageMenuResult result;
     const std::string mainMenu = LoadTitlesInForm(project.Doc).lstMenus.front().Key.substr(1);
-    ASSERT_TRUE(CreateChapterMenu(project, page, {.TitleID = titleID, .Menus = {.FileName = name, .MainMenuID = mainMenu}}, result))
+    // Without a name the run asks for one, and ".avi" is added to it.
+    prompt.SavedFiles = {name};
+    ASSERT_TRUE(CreateChapterMenu(project, page, {.TitleID = titleID, .Menus = {.MainMenuID = mainMenu}}, result))
         << ::testing::PrintToString(prompt.Texts());
     ASSERT_EQ(result.MenuIDs.size(), 2u);
     EXPECT_TRUE(fs::is_regular_file(name + ".avi"));
@@ -175,6 +177,12 @@ TEST_F(ChapterMenuFixture, FailedRunLeavesProjectAndFilesAlone)
     EXPECT_EQ(ReadAll(name), "mine");
     EXPECT_FALSE(fs::exists(made.Path() / "chapters_2.avi"));
     EXPECT_TRUE(result.MenuIDs.empty());
+
+    // A cancelled name dialog ends the run before anything is made.
+    prompt.SavedFiles = {std::nullopt};
+    EXPECT_FALSE(CreateChapterMenu(project, page, {.TitleID = titleID, .Menus = {}}, result));
+    EXPECT_EQ(Everything(project.Doc.Tree), before);
+    EXPECT_TRUE(prompt.SavedFiles.empty());
 
     // A page whose name is taken by a folder: no page is put in place, not even the first.
     fs::create_directories(made.Path() / "chapters_2.avi" / "inside");

@@ -7,6 +7,7 @@
 #include "document/NodeSelection.h"
 #include "document/Project.h"
 #include "generators/ChapterMenu.h"
+#include "generators/GeneratorRun.h"
 #include "generators/PageSettings.h"
 #include "generators/TitleMenu.h"
 #include "ui/QtDesignTarget.h"
@@ -306,12 +307,9 @@ void GeneratorWindow::Create()
 {
     ReadFields();
     ShowFields();
-    const bool titles = kind_ == GeneratorKind::TitleMenu;
-    FileDialogRequest ask;
-    ask.Title = "Type a name for the menu";
-    ask.Filter = titles ? "*.avi;*.divx|*.avi;*.divx" : "*.avi|*.avi";
-    ask.DefaultExt = "avi";
-    const auto file = project_.Ask().SaveFile(ask);
+    // Asked before the run, so that a cancelled dialog opens no log window.
+    const std::optional<std::string> file =
+        MenuFileName(project_.Ask(), "", MenuFileFilter(kind_));
     if (!file)
         return;
     PageMenuRequest request;
