@@ -44,7 +44,11 @@ TEST_F(MovieWithChaps, StopsWithTheOpenProjectUntouchedThenMakesTheIntroThatPlay
     EXPECT_TRUE(Said(p.prompt, "black.avi\r\nFile not found. Is used as intro menu for one movie with chapters."));
     EXPECT_EQ(p.Xml(), before);
 
+    // A cancel at the question for the movie or at the title's dialog changes nothing either.
     fs::copy_file(movie, p.folder.Path() / kIntroFile);
+    EXPECT_EQ(mnuMovieWithChaps(p.project), MovieWithChapsEnd::Stopped);
+    ASSERT_FALSE(p.prompt.Log.empty());
+    EXPECT_EQ(p.prompt.Log.back().Title, "Select the movie you want to create chapters for it");
     p.forms.NewTitle.push_back(Cancel);
     EXPECT_EQ(mnuMovieWithChaps(p.project, movie.string()), MovieWithChapsEnd::Stopped);
     EXPECT_EQ(p.Xml(), before);
