@@ -50,6 +50,9 @@ int RunNormalize(const CliOptions& options, CliContext& context);
 // (exit 5) is not saved. Exit 2 when the project cannot be read, 3 when it cannot be saved.
 int RunOnProject(const CliOptions& options, CliContext& context, const std::function<int(Project&)>& command);
 
+// Saves under the -o name, or else under the project's own; the user has been told of a failure.
+int SaveProject(const CliOptions& options, Project& project);
+
 // A new project around a movie, saved to -o PROJECT.xml.
 int RunNew(const CliOptions& options, CliContext& context);
 

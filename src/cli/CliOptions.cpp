@@ -95,12 +95,12 @@ CliParseResult ParseCommonOptions(const std::vector<std::string>& args)
                 return result;
             }
             o.DefLang = args[++i];
-        } else if (a == "--count" || a == "--every" || a == "--import" || a == "--manual") {
+        } else if (a == "--count" || a == "--chapters" || a == "--every" || a == "--import" || a == "--manual") {
             if (!hasValue) {
                 result.Error = a + " needs a value";
                 return result;
             }
-            std::optional<std::string>& value = a == "--count"    ? o.ChapCount
+            std::optional<std::string>& value = a == "--count" || a == "--chapters" ? o.ChapCount
                                                 : a == "--every"  ? o.ChapEvery
                                                 : a == "--import" ? o.ChapImport
                                                                   : o.ChapManual;
@@ -259,6 +259,14 @@ std::string CliUsage()
            "                                    a still setup menu choosing the title's audio and\n"
            "                                    subtitle streams, with the layout of section\n"
            "                                    SetupMenu of the settings; prints its identifier\n"
+           "  movie-with-chapters MOVIE -o PROJECT.xml (--chapters N | --every MINUTES)\n"
+           "                                    a new project that plays the movie through its\n"
+           "                                    chapters behind the program folder's black.avi as\n"
+           "                                    an intro menu with no buttons\n"
+           "  movies-with-menu MOVIE... -o PROJECT.xml [--chapters N | --every MINUTES]\n"
+           "                                    a new project with a title per movie and a still\n"
+           "                                    title menu, PROJECT_menu.avi beside the project;\n"
+           "                                    prints the new menus' identifiers\n"
            "  walk PROJECT.xml [--lang CODE]    press every key of a remote through the menus of a\n"
            "                                    language set; list the dead ends and the menus and\n"
            "                                    buttons no path reaches; exit 1 on a dead end\n"
@@ -293,7 +301,9 @@ std::string CliUsage()
            "  --fps F                    pic2avi: frames per second, such as 25 or 29.97\n"
            "  --audio FILE               pic2avi: an audio file to add as a second stream\n"
            "  --count N                  chapters: N chapters of equal length\n"
-           "  --every MINUTES            chapters: a chapter every MINUTES minutes\n"
+           "  --chapters N               movie-with-chapters, movies-with-menu: N chapters a title\n"
+           "  --every MINUTES            chapters, movie-with-chapters, movies-with-menu: a chapter\n"
+           "                             every MINUTES minutes\n"
            "  --import FILE.txt          chapters: the times after [CHAPTERS] in the file\n"
            "  --manual LIST              chapters: START-END[:NAME],... in place of the chapters\n"
            "  --all                      chapters: the same for every title\n"

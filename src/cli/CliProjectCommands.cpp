@@ -23,15 +23,14 @@ std::string AbsolutePath(const std::string& path)
     return ec ? path : full.string();
 }
 
-// Saves under the -o name, or else under the project's own; the user has been told of a failure.
+} // namespace
+
 int SaveProject(const CliOptions& options, Project& project)
 {
     const bool saved = options.Output ? project.SaveFile(false, false, AbsolutePath(*options.Output))
                                       : project.SaveFile(false, false);
     return saved ? kExitOk : kExitUnsaved;
 }
-
-} // namespace
 
 int RunOnProject(const CliOptions& options, CliContext& context, const std::function<int(Project&)>& command)
 {

@@ -68,8 +68,8 @@ std::optional<std::vector<ChapterRow>> ManualRows(const std::string& list)
     return rows;
 }
 
-// Fills the dialog as the user would for the chosen mode: 0 when it is accepted, 1 when the
-// dialog refused it (it said why), 2 for values the dialog could not take.
+} // namespace
+
 int FillChapForm(ChapForm& form, const CliOptions& options, Project& project, CliContext& context)
 {
     Prompt& prompt = project.Ask();
@@ -109,8 +109,6 @@ int FillChapForm(ChapForm& form, const CliOptions& options, Project& project, Cl
     }
     return AcceptChapForm(form, ChapSettingsFile(project), project.Lang(), prompt) ? kExitOk : kExitFaults;
 }
-
-} // namespace
 
 int RunAddTitle(const CliOptions& options, CliContext& context)
 {

@@ -6,6 +6,7 @@
 #include "cli/CliOverlayCommands.h"
 #include "cli/CliPlayerCommands.h"
 #include "cli/CliTitleCommands.h"
+#include "cli/CliWholeProjectCommands.h"
 #include "cli/ConsoleFormHost.h"
 #include "cli/ConsolePrompt.h"
 #include "core/CommandGuard.h"
@@ -62,6 +63,8 @@ const std::map<std::string, CommandRunner, std::less<>>& Commands()
         {"chapter-menu", RunChapterMenu},
         {"title-menu", RunTitleMenu},
         {"setup-menu", RunSetupMenu},
+        {"movie-with-chapters", RunMovieWithChapters},
+        {"movies-with-menu", RunMoviesWithMenu},
         {"walk", RunWalk},
         {"map", RunMap},
     };

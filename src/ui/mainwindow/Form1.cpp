@@ -6,6 +6,7 @@
 #include "document/NodeKindsHelp.h"
 #include "document/NodeSelection.h"
 #include "document/TreeQueries.h"
+#include "generators/WholeProject.h"
 #include "media/AviCache.h"
 #include "media/AddTitle.h"
 #include "media/Chapters.h"
@@ -182,6 +183,12 @@ void Form1::ConnectCommands()
         });
     });
     on("mnuCreateDivX", [this] { RunDivXBuild(this, project_); });
+    on("mnuMovieWithChaps", [this] {
+        bool createNow = false;
+        ReplaceDocument([this, &createNow] { createNow = mnuMovieWithChaps(project_) == MovieWithChapsEnd::CreateNow; });
+        if (createNow)
+            RunDivXBuild(this, project_);
+    });
     // The player only reads the project, so the tree and the canvas stay as they are.
     on("mnuMenuPlayer", [this] { ShowMenuPlayer(project_); });
     on("mnuSrt2Divx", [this] {

@@ -76,7 +76,7 @@ const std::array kEntries{
     MenuEntry{"", "Tools", nullptr, "mnuTools", S::Submenu},
     MenuEntry{"mnuTools", "Mux multiple files", nullptr, "mnuMux", S::Always},
     MenuEntry{"mnuTools", "Many movies with menu...", "Ctrl+M", "mnuMoviesWithMenu", S::NotYet},
-    MenuEntry{"mnuTools", "One movie with chapters...", nullptr, "mnuMovieWithChaps", S::NotYet},
+    MenuEntry{"mnuTools", "One movie with chapters...", nullptr, "mnuMovieWithChaps", S::Always},
     MenuEntry{"mnuTools", "Menu for titles with preview...", nullptr, "mnuCreateVisualMenuForTitles", S::Rule, nullptr, &HasTitles},
     MenuEntry{"mnuTools", "Menu for chapters with preview...", nullptr, "mnuCreateVisualMenuForChapters", S::Rule, nullptr, &HasTitles},
     MenuEntry{"mnuTools", "Menu for Audio/Subtitles setup...", nullptr, "mnuSetup", S::Rule, nullptr, &HasTitles},
