@@ -3,6 +3,7 @@
 #include "build/DemoProject.h"
 #include "core/settings/Settings.h"
 #include "document/TreeQueries.h"
+#include "document/TreeViewToXml.h"
 #include "generators/ChapterMenu.h"
 #include "generators/PageComposer.h"
 #include "generators/PageSettings.h"
@@ -159,6 +160,35 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
     // The first chapter of a first page of two steps left to the next page's button.
     QCOMPARE(ButtonProperty(project, 0, "leftAction"), project.Canvas.Buttons[8].Label.Tag);
     QCOMPARE(ButtonProperty(project, 0, "rightAction"), project.Canvas.Buttons[1].Label.Tag);
+
+    // Cancel in the middle of a motion run leaves the project and the folder as they were.
+    const std::string before = NodeToXmlString(*project.Doc.Tree.Root());
+    const std::string shownMenu = project.Canvas.CurrentMenuID;
+    const std::string cancelled = (made / "cancelled").string();
+    window.prompt.SavedFiles.push_back(cancelled);
+    bool pressed = false;
+    window.prompt.OnProgress = [&pressed](const std::string& text) {
+        if (pressed || text.find(" 5/24") == std::string::npos)
+            return;
+        pressed = true;
+        auto* running = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        QVERIFY(running);
+        test::Click(*running, "cmdCancel");
+    };
+    test::OnNextDialog([](QDialog& dialog) {
+        auto* seconds = test::Child<QLineEdit>(dialog, "Text1");
+        seconds->clear();
+        QTest::keyClicks(seconds, "1");
+        test::Click(dialog, "Command1");
+        QVERIFY(dialog.isVisible());
+        test::Click(dialog, "Command4");
+    });
+    chapters->trigger();
+    window.prompt.OnProgress = nullptr;
+    QVERIFY(pressed);
+    QVERIFY(!fs::exists(cancelled + ".avi") && !fs::exists(cancelled + "_2.avi"));
+    QCOMPARE(NodeToXmlString(*project.Doc.Tree.Root()), before);
+    QCOMPARE(project.Canvas.CurrentMenuID, shownMenu);
 
     // The demo has one title: one button and the main button, no paging.
     window.prompt.SavedFiles.push_back((made / "titles").string());
