@@ -78,6 +78,8 @@ std::optional<FontChoice> ScriptedPrompt::PickFont(const FontChoice&)
 void ScriptedPrompt::Progress(const ProgressChannel& channel, const std::string& text)
 {
     ProgressLog.emplace_back(channel.Name, text);
+    if (OnProgress)
+        OnProgress(text);
 }
 
 } // namespace mw

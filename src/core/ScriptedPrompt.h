@@ -3,6 +3,7 @@
 #include "core/Prompt.h"
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,9 @@ public:
     std::deque<std::optional<std::string>> Folders;
     std::deque<std::optional<std::uint32_t>> Colors;
     std::deque<std::optional<FontChoice>> Fonts;
+    // Runs after each progress line is logged, where a window would answer its user: a test
+    // presses Cancel here in the middle of a run.
+    std::function<void(const std::string& text)> OnProgress;
 
     // The texts of message boxes and questions, in order.
     std::vector<std::string> Texts() const;

@@ -86,4 +86,15 @@ bool SetPageHeight(MenuPage& page, long height)
     return true;
 }
 
+bool FitPageToPicture(MenuPage& page, QSize picture)
+{
+    const long width = picture.width() - picture.width() % 4;
+    const long height = picture.height() - picture.height() % 4;
+    if (!ValidSide(width) || !ValidSide(height))
+        return false;
+    page.Width = static_cast<int>(width);
+    page.Height = static_cast<int>(height);
+    return true;
+}
+
 } // namespace mw

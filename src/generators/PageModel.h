@@ -105,6 +105,7 @@ struct MenuPage {
     int Height = 576;
     PageDesign Design{};
     GradientColors Gradient{};
+    bool FitPicture = false; // the page takes the background picture's size when it is chosen
     std::vector<PageItem> Items{};
     float ItemWidth = 120;  // every thumbnail has this size once "Same size" was used
     float ItemHeight = 90;
@@ -130,5 +131,8 @@ void PlacePictures(MenuPage& page, bool recalculate);
 // A page side must be a multiple of 4 and at least 100; anything else changes nothing.
 bool SetPageWidth(MenuPage& page, long width);
 bool SetPageHeight(MenuPage& page, long height);
+// The page takes a picture's size, each side cut down to a multiple of 4; a side below 100
+// keeps the page as it was.
+bool FitPageToPicture(MenuPage& page, QSize picture);
 
 } // namespace mw

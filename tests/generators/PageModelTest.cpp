@@ -88,10 +88,16 @@ TEST(PageModel, PageSidesAreMultiplesOfFourFromAHundred)
     EXPECT_FALSE(SetPageWidth(page, 102));
     EXPECT_FALSE(SetPageWidth(page, 96));
     EXPECT_FALSE(SetPageHeight(page, -4));
+    // A picture too small on one side changes neither side.
+    EXPECT_FALSE(FitPageToPicture(page, QSize(640, 99)));
     EXPECT_EQ(page.Width, 720);
+    EXPECT_EQ(page.Height, 576);
     EXPECT_TRUE(SetPageWidth(page, 104));
     EXPECT_TRUE(SetPageHeight(page, 100));
     EXPECT_EQ(page.Width, 104);
+    EXPECT_EQ(page.Height, 100);
+    EXPECT_TRUE(FitPageToPicture(page, QSize(643, 102)));
+    EXPECT_EQ(page.Width, 640);
     EXPECT_EQ(page.Height, 100);
 }
 

@@ -1,16 +1,23 @@
 #include "MainWindowFixture.h"
 
 #include "build/DemoProject.h"
+#include "core/settings/Settings.h"
 #include "document/TreeQueries.h"
+#include "document/TreeViewToXml.h"
 #include "generators/ChapterMenu.h"
 #include "generators/PageComposer.h"
+#include "generators/PageSettings.h"
 #include "media/AviCache.h"
 #include "media/FrameGrabber.h"
 #include "media/TitleNodes.h"
 #include "menus/Actions.h"
 
+#include <QLabel>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QTest>
+
+#include <array>
 
 using namespace mw;
 
@@ -87,6 +94,45 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
         drag(first.center(), first.center() + by);
         // The main label grows by its lower right corner.
         drag(main.bottomRight(), main.bottomRight() + by);
+
+        // A background of five colours: the page's corners show the corner colours.
+        const std::array<std::uint32_t, 5> colors{0x0000FF, 0x00FF00, 0xFF0000, 0xFFFFFF, 0x808080};
+        test::OnNextDialog([&](QDialog& background) {
+            QCOMPARE(background.objectName(), QString("frmSelectColor"));
+            test::Child<QRadioButton>(background, "Option4")->click();
+            auto* middle = test::Child<QLabel>(background, "lblColor_4");
+            QVERIFY(!middle->isEnabled());
+            test::Child<QRadioButton>(background, "Option2")->click();
+            QVERIFY(middle->isEnabled());
+            for (std::size_t i = 0; i < colors.size(); ++i) {
+                window.prompt.Colors.push_back(colors[i]);
+                const std::string box = "lblColor_" + std::to_string(i);
+                QTest::mouseClick(test::Child<QLabel>(background, box.c_str()), Qt::LeftButton);
+            }
+            QVERIFY(window.prompt.Colors.empty());
+            test::Click(background, "OKButton");
+        });
+        test::Child<QAction>(dialog, "mnuBackground")->trigger();
+        const QImage shown = page->grab().toImage();
+        const int right = shown.width() - 1;
+        const int bottom = shown.height() - 1;
+        QCOMPARE(shown.pixel(0, 0), qRgb(255, 0, 0));
+        QCOMPARE(shown.pixel(right, 0), qRgb(0, 255, 0));
+        QCOMPARE(shown.pixel(0, bottom), qRgb(0, 0, 255));
+        QCOMPARE(shown.pixel(right, bottom), qRgb(255, 255, 255));
+        // The middle of the page, between the thumbnails, has the fifth colour.
+        const QRgb centre = shown.pixel(right / 2, bottom / 2);
+        for (int channel : {qRed(centre), qGreen(centre), qBlue(centre)})
+            QVERIFY(std::abs(channel - 0x80) <= 2);
+
+        // The caption overlay, kept in the settings the window saves.
+        test::OnNextDialog([](QDialog& overlay) {
+            QCOMPARE(overlay.windowTitle(), QString("Select overlay"));
+            test::Child<QRadioButton>(overlay, "Option2")->click();
+            test::Click(overlay, "OKButton");
+        });
+        test::Click(dialog, "cmdOverlay");
+        test::Child<QAction>(dialog, "mnuSetSettings")->trigger();
         // A motion menu of one second: each thumbnail plays 25 frames of its chapter.
         auto* seconds = test::Child<QLineEdit>(dialog, "Text1");
         seconds->clear();
@@ -95,6 +141,8 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
         test::Click(dialog, "Command4");
     });
     chapters->trigger();
+    const fs::path settings = SettingsFilePath(project.ProgramFolder());
+    QCOMPARE(LoadDefValues(GeneratorKind::ChaptersMenu, settings, project.ProgramFolder(), "", 720, 576).WhatOverlay, 1);
     QCOMPARE(FrameCount(name + ".avi"), 25L);
     QCOMPARE(FrameCount(name + "_2.avi"), 25L);
 
@@ -112,6 +160,35 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
     // The first chapter of a first page of two steps left to the next page's button.
     QCOMPARE(ButtonProperty(project, 0, "leftAction"), project.Canvas.Buttons[8].Label.Tag);
     QCOMPARE(ButtonProperty(project, 0, "rightAction"), project.Canvas.Buttons[1].Label.Tag);
+
+    // Cancel in the middle of a motion run leaves the project and the folder as they were.
+    const std::string before = NodeToXmlString(*project.Doc.Tree.Root());
+    const std::string shownMenu = project.Canvas.CurrentMenuID;
+    const std::string cancelled = (made / "cancelled").string();
+    window.prompt.SavedFiles.push_back(cancelled);
+    bool pressed = false;
+    window.prompt.OnProgress = [&pressed](const std::string& text) {
+        if (pressed || text.find(" 5/24") == std::string::npos)
+            return;
+        pressed = true;
+        auto* running = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        QVERIFY(running);
+        test::Click(*running, "cmdCancel");
+    };
+    test::OnNextDialog([](QDialog& dialog) {
+        auto* seconds = test::Child<QLineEdit>(dialog, "Text1");
+        seconds->clear();
+        QTest::keyClicks(seconds, "1");
+        test::Click(dialog, "Command1");
+        QVERIFY(dialog.isVisible());
+        test::Click(dialog, "Command4");
+    });
+    chapters->trigger();
+    window.prompt.OnProgress = nullptr;
+    QVERIFY(pressed);
+    QVERIFY(!fs::exists(cancelled + ".avi") && !fs::exists(cancelled + "_2.avi"));
+    QCOMPARE(NodeToXmlString(*project.Doc.Tree.Root()), before);
+    QCOMPARE(project.Canvas.CurrentMenuID, shownMenu);
 
     // The demo has one title: one button and the main button, no paging.
     window.prompt.SavedFiles.push_back((made / "titles").string());

@@ -1,6 +1,7 @@
 #include "ui/dialogs/NamedControls.h"
 
 #include "render/cDIB.h"
+#include "ui/QtColor.h"
 
 #include <QDialog>
 #include <QGroupBox>
@@ -30,6 +31,24 @@ QPushButton* NamedButton(const char* name, const char* text)
     // Enter in the frame fields adds a chapter; no button may take it first.
     button->setAutoDefault(false);
     return button;
+}
+
+QLabel* ColorLabel(const QString& name, std::uint32_t color)
+{
+    auto* label = new QLabel;
+    label->setObjectName(name);
+    label->setMinimumSize(40, 18);
+    label->setFrameShape(QFrame::Box);
+    label->setAutoFillBackground(true);
+    ShowColor(label, color);
+    return label;
+}
+
+void ShowColor(QLabel* label, std::uint32_t color)
+{
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::Window, ToQColor(color));
+    label->setPalette(palette);
 }
 
 QHBoxLayout* OkCancelRow(QDialog& dialog, QPushButton* ok, QPushButton* cancel, bool& accepted)

@@ -7,6 +7,7 @@
 
 #include <QGroupBox>
 
+#include <cstdint>
 #include <memory>
 
 class QDialog;
@@ -24,6 +25,11 @@ namespace mw {
 // Controls named as the language files and the tests know them.
 QLabel* NamedLabel(const char* name, const char* text);
 QPushButton* NamedButton(const char* name, const char* text);
+
+// A box that shows a colour (red in the low byte) and opens the colour picker on a click, which
+// the form's event filter catches; ShowColor repaints it.
+QLabel* ColorLabel(const QString& name, std::uint32_t color);
+void ShowColor(QLabel* label, std::uint32_t color);
 
 // The OK and Cancel buttons of a form's dialog, in a row at the right; accepted says how the
 // dialog closed.

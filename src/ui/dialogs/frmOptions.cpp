@@ -1,7 +1,7 @@
 #include "ui/dialogs/frmOptions.h"
 
 #include "core/Prompt.h"
-#include "ui/QtColor.h"
+#include "ui/dialogs/NamedControls.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -77,24 +77,6 @@ QCheckBox* frmOptions::Check(const char* name, const char* caption, bool& field)
         RefreshEnabled();
     });
     return box;
-}
-
-QLabel* frmOptions::ColorLabel(const QString& name, std::uint32_t color)
-{
-    auto* label = new QLabel;
-    label->setObjectName(name);
-    label->setMinimumSize(40, 18);
-    label->setFrameShape(QFrame::Box);
-    label->setAutoFillBackground(true);
-    ShowColor(label, color);
-    return label;
-}
-
-void frmOptions::ShowColor(QLabel* label, std::uint32_t color)
-{
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::Window, ToQColor(color));
-    label->setPalette(palette);
 }
 
 QWidget* frmOptions::GeneralPage()

@@ -31,8 +31,6 @@ private:
     QWidget* BuildPage();
     QWidget* OverlaysPage();
     QCheckBox* Check(const char* name, const char* caption, bool& field);
-    QLabel* ColorLabel(const QString& name, std::uint32_t color);
-    void ShowColor(QLabel* label, std::uint32_t color);
     void RefreshEnabled();
     void OKButton_Click();
 

@@ -14,6 +14,7 @@
 #include "ui/dialogs/BuildLogWindow.h"
 #include "ui/dialogs/NamedControls.h"
 #include "ui/dialogs/ToolPathDialog.h"
+#include "ui/generators/PageDialogs.h"
 #include "ui/generators/PageView.h"
 
 #include <QApplication>
@@ -68,7 +69,7 @@ QLineEdit* NamedEdit(const char* name)
 GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* parent)
     : QDialog(parent), kind_(kind), project_(project), mnuMenu_(new QMenu("Menu", this)), Combo1_(new QComboBox),
       Option1_(new QRadioButton("6/page")), Option2_(new QRadioButton("8/page")), MenuName_(NamedEdit("MenuName")),
-      Text1_(NamedEdit("Text1")), WhatOverlay_(new QComboBox), picMsg_(new QFrame), lblMsg_(NamedLabel("lblMsg", "")),
+      Text1_(NamedEdit("Text1")), picMsg_(new QFrame), lblMsg_(NamedLabel("lblMsg", "")),
       Command1_(NamedButton("Command1", "Create...")), cmdCancel_(NamedButton("cmdCancel", "Cancel"))
 {
     setObjectName(NamesOf(kind).Form);
@@ -76,8 +77,6 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
     Combo1_->setObjectName("Combo1");
     Option1_->setObjectName("Option1");
     Option2_->setObjectName("Option2");
-    WhatOverlay_->setObjectName("WhatOverlay");
-    WhatOverlay_->addItems({"Same shape as the button", "The overlay will highlight the text (name) of the chapter or title"});
     picMsg_->setObjectName("picMsg");
     picMsg_->setFrameShape(QFrame::Panel);
     picMsg_->setFrameShadow(QFrame::Sunken);
@@ -114,13 +113,10 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
     });
     mnuMenu_->addSeparator();
     item("mnuAddText", "Add text/picture", [this] { AddText(); });
-    item("mnuBackground", "Background picture...", [this] {
-        const std::vector<std::string> chosen = project_.Ask().OpenFiles(PictureRequest("Select picture"));
-        if (!chosen.empty()) {
-            page_.Design.Picture = chosen.front();
-            view_->Refresh();
-        }
-    });
+    item("mnuBackground", "Background...", [this] { SelectBackground(); });
+    const auto selectOverlay = [this] { mw::SelectOverlay(page_.Design.WhatOverlay, this); };
+    if (kind_ != GeneratorKind::SetupMenu)
+        item("mnuSelectOverlay", "Overlay...", selectOverlay);
     item("mnuWidth", "Width...", [this] { SetSide(true); });
     item("mnuHeight", "Height...", [this] { SetSide(false); });
     if (kind_ != GeneratorKind::SetupMenu) {
@@ -147,12 +143,11 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
         fields->addRow(NamedLabel("lblMotion", "Motion (seconds)"), Text1_);
     else
         Text1_->hide();
-    if (kind_ != GeneratorKind::SetupMenu)
-        fields->addRow(NamedLabel("lblOverlay", "Overlay"), WhatOverlay_);
-    else
-        WhatOverlay_->hide();
-    WhatOverlay_->setMinimumContentsLength(16);
-    WhatOverlay_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    if (kind_ != GeneratorKind::SetupMenu) {
+        auto* overlay = NamedButton("cmdOverlay", "Select overlay...");
+        connect(overlay, &QPushButton::clicked, this, selectOverlay);
+        fields->addRow(NamedLabel("lblOverlay", "Overlay"), overlay);
+    }
 
     auto* ok = NamedButton("Command4", "Ok");
     auto* fieldsBox = new QWidget;
@@ -284,6 +279,17 @@ void GeneratorWindow::AddText()
     view_->Refresh();
 }
 
+void GeneratorWindow::SelectBackground()
+{
+    const QSize size(page_.Width, page_.Height);
+    if (!mw::SelectBackground(page_, project_.Ask(), this))
+        return;
+    // A page fitted to its picture lays its grid out anew.
+    if (size != QSize(page_.Width, page_.Height))
+        PlacePictures(page_, true);
+    view_->Refresh();
+}
+
 void GeneratorWindow::ReadFields()
 {
     std::string name = MenuName_->text().toStdString();
@@ -292,14 +298,12 @@ void GeneratorWindow::ReadFields()
         name += ' ';
     page_.Design.MenuName = name;
     page_.Design.Animation = std::to_string(std::max(0LL, LeadingNumber(Text1_->text().toStdString())));
-    page_.Design.WhatOverlay = WhatOverlay_->currentIndex();
 }
 
 void GeneratorWindow::ShowFields()
 {
     MenuName_->setText(Q(page_.Design.MenuName));
     Text1_->setText(Q(page_.Design.Animation));
-    WhatOverlay_->setCurrentIndex(page_.Design.WhatOverlay == 0 ? 0 : 1);
     (page_.PerPage == 6 ? Option1_ : Option2_)->setChecked(true);
 }
 

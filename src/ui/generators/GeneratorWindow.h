@@ -48,6 +48,7 @@ private:
     void SetPerPage(int perPage);
     void SetSide(bool width);
     void AddText();
+    void SelectBackground();
     void ReadFields();
     void ShowFields();
 
@@ -63,7 +64,6 @@ private:
     QRadioButton* Option2_;
     QLineEdit* MenuName_;
     QLineEdit* Text1_;
-    QComboBox* WhatOverlay_;
     QFrame* picMsg_;
     QLabel* lblMsg_;
     QPushButton* Command1_;
