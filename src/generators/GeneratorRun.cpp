@@ -99,6 +99,11 @@ bool PutAllInPlace(const std::vector<PageVideo>& videos)
     return ok;
 }
 
+int PicToMenuMethod(Project& project, const MenuVideoTools* tools)
+{
+    return tools ? project.Values().MethodForPicToMenu : kPicToMenuBuiltIn;
+}
+
 bool MakeStillVideo(Project& project, const QImage& composed, const std::string& picture, const std::string& video,
                     double fps, const std::string& sound, MenuVideoTools* tools)
 {
@@ -107,7 +112,7 @@ bool MakeStillVideo(Project& project, const QImage& composed, const std::string&
     cDIB dib;
     const bool made = dib.CreateFromImage(composed) && dib.Save(picture) &&
                       CreateAviFromaPic(picture, video, fps, sound,
-                                        tools ? project.Values().MethodForPicToMenu : kPicToMenuBuiltIn,
+                                        PicToMenuMethod(project, tools),
                                         project.Values(), project.Lang(), project.Ask(), tools);
     fs::remove(picture, ec);
     return made;

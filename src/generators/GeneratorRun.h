@@ -47,6 +47,10 @@ void RemoveFiles(const std::vector<PageVideo>& videos);
 // first and comes back when any video fails. A folder under a video's name fails the run.
 bool PutAllInPlace(const std::vector<PageVideo>& videos);
 
+// The way page videos are made: the settings' picture-to-menu method when the window gives its
+// tools, else the built-in encoder.
+int PicToMenuMethod(Project& project, const MenuVideoTools* tools);
+
 // The composed page saved as `picture` and encoded into `video`, by the settings' picture-to-menu
 // method with `tools`, by the built-in encoder without them; the picture is removed afterwards
 // whatever happened.

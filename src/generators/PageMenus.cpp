@@ -68,7 +68,7 @@ struct PageVideoMaker {
     double Fps;
 
     MenuVideoTools* Tools() const { return Job.Request.Tools; }
-    int Method() const { return Tools() ? Owner.Values().MethodForPicToMenu : kPicToMenuBuiltIn; }
+    int Method() const { return PicToMenuMethod(Owner, Tools()); }
     bool Cancelled() const { return Tools() && Tools()->Runner.Cancelled(); }
 
     bool Still(const std::string& output) const
