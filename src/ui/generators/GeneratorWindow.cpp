@@ -16,6 +16,7 @@
 #include "ui/dialogs/ToolPathDialog.h"
 #include "ui/generators/PageDialogs.h"
 #include "ui/generators/PageView.h"
+#include "ui/help/HelpWindow.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -30,6 +31,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace mw {
 
@@ -180,6 +182,7 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, SetupPage
     side->addWidget(picMsg_);
     side->addStretch();
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(HelpButton(*this));
     buttons->addWidget(Command1_);
     buttons->addWidget(ok);
     buttons->addWidget(cmdCancel_);
@@ -197,6 +200,13 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, SetupPage
     auto* layout = new QVBoxLayout(this);
     layout->setMenuBar(bar);
     layout->addLayout(columns);
+    // The controls this kind leaves out still belong to the window.
+    for (QWidget* control : std::initializer_list<QWidget*>{Combo1_, Option1_, Option2_, Text1_}) {
+        if (!control->parentWidget()) {
+            control->setParent(this);
+            control->hide();
+        }
+    }
 
     ShowFields();
 
@@ -410,22 +420,22 @@ void OpenGenerator(GeneratorKind kind, Project& project)
     GeneratorWindow window(kind, project, QApplication::activeWindow());
     LoadTextForDesign(project.Lang(), window);
     window.exec();
-    if (window.MadeMenus().empty())
-        return;
-    if (DocNode* menu = project.Doc.Tree.ObjectNode(window.MadeMenus().front()))
-        TreeView1_NodeClick(project, menu);
+    SelectFirstMenu(project, window.MadeMenus());
 }
 
 } // namespace
 
+void SelectFirstMenu(Project& project, const std::vector<std::string>& menus)
+{
+    if (menus.empty())
+        return;
+    if (DocNode* menu = project.Doc.Tree.ObjectNode(menus.front()))
+        TreeView1_NodeClick(project, menu);
+}
+
 void mnuCreateVisualMenuForChapters(Project& project)
 {
     OpenGenerator(GeneratorKind::ChaptersMenu, project);
-}
-
-void mnuCreateVisualMenuForTitles(Project& project)
-{
-    OpenGenerator(GeneratorKind::TitleMenu, project);
 }
 
 void mnuSetup(Project& project)
