@@ -57,10 +57,6 @@ WindowNames NamesOf(GeneratorKind kind)
     return {"frmSetup", "Preview menu for Setup"};
 }
 
-// A page without a background picture of its own starts on a pale blue, on which the default
-// black captions read well.
-constexpr GradientColors kStartGradient{0xF5DCC8, 0xFAEBE1, 0xE6BEA0, 0xF0D2BE, std::nullopt};
-
 QLineEdit* NamedEdit(const char* name)
 {
     auto* edit = new QLineEdit;
@@ -264,7 +260,7 @@ void GeneratorWindow::LoadItems(bool handed, const std::string& titleID)
         break;
     }
     if (opened)
-        page_.Gradient = kStartGradient;
+        PaintStartBackground(page_);
 }
 
 void GeneratorWindow::LoadTitle(int row)
@@ -424,6 +420,11 @@ void OpenGenerator(GeneratorKind kind, Project& project)
 }
 
 } // namespace
+
+void PaintStartBackground(MenuPage& page)
+{
+    page.Gradient = {0xF5DCC8, 0xFAEBE1, 0xE6BEA0, 0xF0D2BE, std::nullopt};
+}
 
 void SelectFirstMenu(Project& project, const std::vector<std::string>& menus)
 {

@@ -218,6 +218,7 @@ void ManyMoviesWindow::EditMenu()
     MenuPage page{.Kind = GeneratorKind::TitleMenu};
     if (!OpenManyMoviesPage(project_, form_, page))
         return;
+    PaintStartBackground(page);
     GeneratorWindow window(GeneratorKind::TitleMenu, project_, page, GeneratorWindow::PageUse::Create, {}, this);
     LoadTextForDesign(project_.Lang(), window);
     window.exec();
