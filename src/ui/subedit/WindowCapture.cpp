@@ -37,7 +37,7 @@ QByteArray Property(xcb_connection_t* c, xcb_window_t window, xcb_atom_t name)
 xcb_window_t Parent(xcb_connection_t* c, xcb_window_t window)
 {
     const Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(c, xcb_query_tree(c, window), nullptr));
-    return tree && tree->parent != tree->root ? tree->parent : XCB_WINDOW_NONE;
+    return tree && tree->parent != tree->root ? tree->parent : xcb_window_t(XCB_WINDOW_NONE);
 }
 
 } // namespace

@@ -16,6 +16,7 @@
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
@@ -354,7 +355,11 @@ void frmButtonsFromDVDSubEdit::ShowSets()
 
 void mnuButtonsFromDVDSubEdit(Project& project)
 {
-    QWidget* main = QApplication::activeWindow();
+    QWidget* main = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (!main && qobject_cast<QMainWindow*>(window) && window->isVisible())
+            main = window;
+    }
     // No parent: hiding the main window must leave this one on the screen.
     frmButtonsFromDVDSubEdit window(project, main);
     window.setWindowModality(Qt::ApplicationModal);

@@ -2,6 +2,7 @@
 
 #include "ui/dialogs/NamedControls.h"
 
+#include <QLabel>
 #include <QPainter>
 #include <QPixmap>
 #include <QScrollArea>
