@@ -18,11 +18,11 @@ struct Note {
 };
 
 constexpr std::array kNotes{
-    Note{"Zoom 100%: one screen pixel for each pixel of the menu picture.", {40, 92}},
+    Note{"Zoom 100%: one screen pixel for each pixel of the menu picture.", {336, 56}},
     Note{"Show the button areas (highlights) filled, each in one plain colour.", {128, 150}},
     Note{"No smoothing or blending of the colours at the edges.", {262, 226}},
     Note{"One background colour over most of the picture.", {60, 300}},
-    Note{"Keep the whole picture on the screen, not covered by other windows.", {318, 74}},
+    Note{"Keep the whole picture on the screen, not covered by other windows.", {360, 344}},
 };
 
 void Number(QPainter& p, QPoint at, int n)
@@ -67,16 +67,24 @@ QImage SubEditSettingsPicture()
     p.fillRect(QRect(menu.left() + 190, menu.top() + 84, 90, 90), QColor(0, 160, 255));
     p.setRenderHint(QPainter::Antialiasing);
 
-    // The icon being dragged onto the picture.
-    const QPoint drop(menu.left() + 250, menu.top() + 40);
-    p.setPen(QPen(QColor(200, 40, 40), 2, Qt::DashLine));
-    p.drawLine(QPoint(window.right() + 40, window.top() + 20), drop);
-    QPainterPath arrow;
-    arrow.moveTo(drop);
-    arrow.lineTo(drop + QPoint(14, -2));
-    arrow.lineTo(drop + QPoint(4, 12));
-    arrow.closeSubpath();
-    p.fillPath(arrow, QColor(200, 40, 40));
+    // The icon of the Buttons window, dropped onto the picture.
+    const QRect icon(menu.left() + 214, menu.top() + 196, 28, 28);
+    p.fillRect(icon, Qt::white);
+    p.setPen(QPen(QColor(200, 40, 40), 2));
+    p.setBrush(Qt::NoBrush);
+    p.drawEllipse(icon.center() + QPoint(1, 1), 8, 8);
+    p.drawLine(icon.center().x() + 1, icon.top() + 3, icon.center().x() + 1, icon.bottom() - 2);
+    p.drawLine(icon.left() + 3, icon.center().y() + 1, icon.right() - 2, icon.center().y() + 1);
+    QPainterPath pointer;
+    const QPoint tip = icon.bottomRight() - QPoint(6, 6);
+    pointer.moveTo(tip);
+    pointer.lineTo(tip + QPoint(4, 16));
+    pointer.lineTo(tip + QPoint(8, 11));
+    pointer.lineTo(tip + QPoint(15, 10));
+    pointer.closeSubpath();
+    p.setPen(QPen(Qt::black, 1));
+    p.setBrush(Qt::white);
+    p.drawPath(pointer);
 
     font.setBold(false);
     font.setPixelSize(13);
