@@ -106,8 +106,7 @@ private:
     std::vector<std::pair<fs::path, fs::path>> files_;
 };
 
-} // namespace
-
+// The colour most pixels of the picture have.
 QRgb SubEditBackground(const QImage& picture)
 {
     std::unordered_map<QRgb, long> counts;
@@ -125,12 +124,14 @@ QRgb SubEditBackground(const QImage& picture)
     return most;
 }
 
+} // namespace
+
 SubEditScan FindSubEditButtons(const QImage& picture)
 {
     SubEditScan scan;
     if (picture.isNull())
         return scan;
-    const QRgb background = SubEditBackground(picture);
+    const QRgb background = scan.Background = SubEditBackground(picture);
     const int width = picture.width();
     std::vector<bool> seen(static_cast<std::size_t>(width) * static_cast<std::size_t>(picture.height()));
     std::vector<bool> taken(seen.size());
@@ -173,8 +174,7 @@ std::optional<int> SubEditSets::Capture(const QImage& picture, Prompt& prompt, s
     }
     status = std::to_string(scan.Buttons.size()) + kSubEditFound;
     const auto free = std::find_if(sets_.begin(), sets_.end(), [](const SubEditSet& set) { return set.Empty(); });
-    free->Picture = picture;
-    free->Buttons = std::move(scan.Buttons);
+    *free = {picture, std::move(scan.Buttons), scan.Background};
     active_ = static_cast<int>(free - sets_.begin());
     return active_;
 }
@@ -224,18 +224,18 @@ void SubEditSets::ResizeActive(int dw, int dh)
     }
 }
 
-cDIB SubEditOverlay(const QImage& picture, const SubEditButton& button)
+cDIB SubEditOverlay(const SubEditSet& set, const SubEditButton& button)
 {
     const QRect rect = button.Rect;
+    const QImage& picture = set.Picture;
     cDIB overlay = NewOverlayDib(rect.width(), rect.height());
-    const QRgb background = SubEditBackground(picture);
     for (int y = 0; y < rect.height() && !overlay.Empty(); ++y) {
         for (int x = 0; x < rect.width(); ++x) {
             const QPoint at = rect.topLeft() + QPoint(x, y);
             if (!picture.valid(at))
                 continue;
             const QRgb colour = picture.pixel(at);
-            if (colour != background)
+            if (colour != set.Background)
                 overlay.SetPixel(x, y, colour == button.Colour ? 1 : 2);
         }
     }
@@ -322,7 +322,7 @@ std::vector<std::string> PasteSubEditButtons(Project& project, const SubEditSet*
         fs::create_directories(folder, ec);
         for (std::size_t i = 0; !ec && i < set->Buttons.size(); ++i) {
             const fs::path file = SubEditOverlayFile(project.ProgramFolder(), menuID, static_cast<int>(i) + 1);
-            if (!files.Write(file, BmpFileBytes(SubEditOverlay(set->Picture, set->Buttons[i]))))
+            if (!files.Write(file, BmpFileBytes(SubEditOverlay(*set, set->Buttons[i]))))
                 ec = std::make_error_code(std::errc::io_error);
         }
         if (ec || !files.PutInPlace()) {

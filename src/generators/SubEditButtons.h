@@ -44,11 +44,9 @@ struct SubEditButton {
 
 struct SubEditScan {
     std::vector<SubEditButton> Buttons; // at most kSubEditSetSize
+    QRgb Background = 0;                // the colour most pixels have
     bool TooMany = false;
 };
-
-// The colour most pixels of the picture have.
-QRgb SubEditBackground(const QImage& picture);
 
 // Goes through the picture row by row: a pixel that is not background and not yet taken starts
 // an area, which grows over the touching pixels of its colour; the rectangle around it is taken
@@ -59,6 +57,7 @@ SubEditScan FindSubEditButtons(const QImage& picture);
 struct SubEditSet {
     QImage Picture;
     std::vector<SubEditButton> Buttons;
+    QRgb Background = 0;
 
     bool Empty() const { return Buttons.empty(); }
 };
@@ -95,7 +94,7 @@ private:
 
 // The area of a button as a 4-bit overlay: its colour on entry 1, other colours but the
 // background on entry 2, the rest transparent.
-cDIB SubEditOverlay(const QImage& picture, const SubEditButton& button);
+cDIB SubEditOverlay(const SubEditSet& set, const SubEditButton& button);
 
 // The file of the overlay of button number n (from 1) pasted into a menu.
 std::filesystem::path SubEditOverlayFile(const std::filesystem::path& programFolder, const std::string& menuID, int n);

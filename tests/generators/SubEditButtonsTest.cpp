@@ -31,8 +31,8 @@ std::vector<QRect> Rects(const std::vector<SubEditButton>& buttons)
 TEST(SubEditScan, FindsEachHighlightOnceInRowOrderAndDropsSpecks)
 {
     const QImage picture = mw::test::HighlightPicture();
-    EXPECT_EQ(mw::SubEditBackground(picture), qRgb(0, 0, 0));
     const mw::SubEditScan scan = mw::FindSubEditButtons(picture);
+    EXPECT_EQ(scan.Background, qRgb(0, 0, 0));
     EXPECT_FALSE(scan.TooMany);
     // The 4-pixel wide bar is left out, the text inside the first area makes no button, the two
     // red areas stay two, and the one at the corner of the picture is whole.
@@ -50,7 +50,8 @@ TEST(SubEditScan, OverlayHoldsTheAreaOnEntryOneAndWhatIsInsideOnEntryTwo)
 {
     const QImage picture = mw::test::HighlightPicture();
     const mw::SubEditScan scan = mw::FindSubEditButtons(picture);
-    const mw::cDIB overlay = mw::SubEditOverlay(picture, scan.Buttons.front());
+    const mw::SubEditSet set{picture, scan.Buttons, scan.Background};
+    const mw::cDIB overlay = mw::SubEditOverlay(set, scan.Buttons.front());
     ASSERT_EQ(overlay.BPP(), 4);
     EXPECT_EQ(overlay.Width(), 40);
     EXPECT_EQ(overlay.Height(), 20);
@@ -61,7 +62,7 @@ TEST(SubEditScan, OverlayHoldsTheAreaOnEntryOneAndWhatIsInsideOnEntryTwo)
     // A button moved past the picture's edge keeps the outside transparent.
     SubEditButton past = scan.Buttons.back();
     past.Rect.translate(5, 5);
-    const mw::cDIB clipped = mw::SubEditOverlay(picture, past);
+    const mw::cDIB clipped = mw::SubEditOverlay(set, past);
     EXPECT_EQ(clipped.Pixel(0, 0), 1u);
     EXPECT_EQ(clipped.Pixel(29, 29), 0u);
 }
@@ -156,7 +157,7 @@ TEST_F(SubEditPasteTest, PastesTheSetAsButtonsWithTheirOverlaysInOneUndoStep)
         EXPECT_EQ(a.Position, "3 4 0 0");
         mw::cDIB written;
         ASSERT_TRUE(mw::LoadBmpFile(Overlay(int(i) + 1).string(), written));
-        EXPECT_EQ(written, mw::SubEditOverlay(set.Picture, set.Buttons[i]));
+        EXPECT_EQ(written, mw::SubEditOverlay(set, set.Buttons[i]));
     }
     // The library's menu now lists the folder.
     EXPECT_TRUE(std::any_of(project.Overlays.Folders.begin(), project.Overlays.Folders.end(),
