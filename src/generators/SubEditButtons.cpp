@@ -165,7 +165,8 @@ std::optional<int> SubEditSets::Capture(const QImage& picture, Prompt& prompt, s
         prompt.Message(kSubEditSetsFull);
         return std::nullopt;
     }
-    SubEditScan scan = FindSubEditButtons(picture);
+    const QImage rgb = picture.convertToFormat(QImage::Format_RGB32);
+    SubEditScan scan = FindSubEditButtons(rgb);
     if (scan.TooMany)
         prompt.Message(kSubEditTooMany);
     if (scan.Buttons.empty()) {
@@ -174,7 +175,7 @@ std::optional<int> SubEditSets::Capture(const QImage& picture, Prompt& prompt, s
     }
     status = std::to_string(scan.Buttons.size()) + kSubEditFound;
     const auto free = std::find_if(sets_.begin(), sets_.end(), [](const SubEditSet& set) { return set.Empty(); });
-    *free = {picture, std::move(scan.Buttons), scan.Background};
+    *free = {rgb, std::move(scan.Buttons), scan.Background};
     active_ = static_cast<int>(free - sets_.begin());
     return active_;
 }

@@ -53,7 +53,7 @@ struct SubEditScan {
 // whole, so that text or a border of another colour inside a highlight makes no button of its own.
 SubEditScan FindSubEditButtons(const QImage& picture);
 
-// One capture: the picture and the buttons found in it. Empty when the slot is free.
+// One capture: the picture (in RGB32) and the buttons found in it. Empty when the slot is free.
 struct SubEditSet {
     QImage Picture;
     std::vector<SubEditButton> Buttons;

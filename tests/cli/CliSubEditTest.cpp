@@ -51,6 +51,11 @@ TEST_F(CliSubEdit, MakesTheButtonsAndOverlaysOfAPictureAndTheProjectChecksClean)
     // Forced to squares, without overlays.
     ASSERT_EQ(Run("buttons-from-picture project.xml 14 menu.png --force 12 --no-overlays").Exit, 0);
     EXPECT_NE(Run("menus project.xml").Out.find("rect=170,90,12,12 "), std::string::npos);
+    const std::string saved = Saved();
+    std::size_t shapes = 0;
+    for (auto at = saved.find("Shape='DVDSubEdit"); at != std::string::npos; at = saved.find("Shape='DVDSubEdit", at + 1))
+        ++shapes;
+    EXPECT_EQ(shapes, 4u); // the second four keep the default overlay
 }
 
 TEST_F(CliSubEdit, APictureWithoutAreasOrABadLineLeavesTheProjectAsItWas)

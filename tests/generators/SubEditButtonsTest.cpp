@@ -167,20 +167,6 @@ TEST_F(SubEditPasteTest, PastesTheSetAsButtonsWithTheirOverlaysInOneUndoStep)
     EXPECT_EQ(Xml(), before.Xml);
 }
 
-TEST_F(SubEditPasteTest, ForcedSizeAndDefaultOverlayWhenOverlaysAreNotPasted)
-{
-    const mw::SubEditSet set = Captured();
-    const std::vector<std::string> ids = mw::PasteSubEditButtons(project, &set, {12, false});
-    ASSERT_EQ(ids.size(), 4u);
-    const mw::CanvasButton& last = project.Canvas.Buttons.back();
-    EXPECT_EQ(last.Label.Left, 170);
-    EXPECT_EQ(last.Label.Width, 12);
-    EXPECT_EQ(last.Label.Height, 12);
-    EXPECT_EQ(last.Shape.find("DVDSubEdit"), std::string::npos);
-    EXPECT_NE(last.Position, mw::kSubEditOverlayPosition);
-    EXPECT_FALSE(fs::exists(Overlay(1)));
-}
-
 TEST_F(SubEditPasteTest, NothingChangesWithoutActiveButtonsOrWhenAnOverlayCannotBeWritten)
 {
     const auto before = State();

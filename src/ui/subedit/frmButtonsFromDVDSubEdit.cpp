@@ -295,7 +295,7 @@ void frmButtonsFromDVDSubEdit::PictureFromFile()
 void frmButtonsFromDVDSubEdit::Captured(const QImage& picture)
 {
     std::string found;
-    sets_.Capture(picture.convertToFormat(QImage::Format_RGB32), project_.Ask(), found);
+    sets_.Capture(picture, project_.Ask(), found);
     ShowSets();
     status_->setText(QString::fromStdString(found));
 }
