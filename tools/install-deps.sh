@@ -7,7 +7,7 @@ packages=(
   clang libclang-rt-14-dev
   libpugixml-dev
   libavformat-dev libavcodec-dev libavutil-dev libswscale-dev libswresample-dev ffmpeg
-  qt6-base-dev libgl-dev qt6-image-formats-plugins qt6-multimedia-dev
+  qt6-base-dev libgl-dev libxcb1-dev qt6-image-formats-plugins qt6-multimedia-dev
   libqt6svg6 adwaita-icon-theme
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-liberation2

@@ -2,6 +2,7 @@
 
 #include "build/GifFile.h"
 #include "build/PicToMenuSteps.h"
+#include "build/SubEditSettingsPicture.h"
 #include "build/cAVICreator.h"
 #include "render/OverlayCanvas.h"
 #include "render/OverlayPainters.h"
@@ -215,6 +216,9 @@ bool MakeStarterLibrary(const fs::path& folder, Prompt& prompt)
     const fs::path sky = folder / "Templates" / "Pictures" / "sky.jpg";
     if (!Sky().save(QString::fromStdString(sky.string()), "JPG", 90))
         return Fail(prompt, sky, {});
+    const fs::path settings = folder / "DVDSubEditSettings.jpg";
+    if (!SubEditSettingsPicture().save(QString::fromStdString(settings.string()), "JPG", 92))
+        return Fail(prompt, settings, {});
     return WriteBlackClip(folder / "black.avi", prompt);
 }
 

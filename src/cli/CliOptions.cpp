@@ -146,6 +146,7 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
         {"--per-page", "chapter-menu", &menu.PerPage}, {"--main", "chapter-menu", &menu.Main},
         {"--per-page", "title-menu", &menu.PerPage}, {"--main", "setup-menu", &menu.Main},
         {"--motion", "chapter-menu", &menu.Motion}, {"--motion", "title-menu", &menu.Motion},
+        {"--force", "buttons-from-picture", &menu.Force}, {"--no-overlays", "buttons-from-picture", nullptr},
     };
     bool prepareOnly = false;
     std::vector<std::string> rest;
@@ -172,6 +173,8 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
             menu.ResetPosition = true;
         } else if (a == "--prepare-only") {
             prepareOnly = true;
+        } else if (a == "--no-overlays") {
+            menu.NoOverlays = true;
         } else if (i + 1 < args.size()) {
             *option->Value = args[++i];
         } else {
@@ -270,6 +273,13 @@ std::string CliUsage()
            "  walk PROJECT.xml [--lang CODE]    press every key of a remote through the menus of a\n"
            "                                    language set; list the dead ends and the menus and\n"
            "                                    buttons no path reaches; exit 1 on a dead end\n"
+           "  buttons-from-picture PROJECT.xml MENU_ID PICTURE [--force SIZE] [--no-overlays]\n"
+           "                                    the highlight areas of a picture (runs of one colour\n"
+           "                                    other than the most common one, at least 5 by 5\n"
+           "                                    pixels, at most 20) as buttons of the menu, each\n"
+           "                                    with its area as its overlay in the program folder's\n"
+           "                                    overlays/DVDSubEdit/MENU_ID_N.bmp; prints the new\n"
+           "                                    buttons' identifiers\n"
            "  map PROJECT.xml -o MAP.svg        draw the menus and their links with Graphviz's dot\n"
            "  pic2avi PICTURE... -o OUT.avi --fps F [--audio FILE]\n"
            "                                    a menu video: five seconds of one picture, or one\n"
@@ -308,6 +318,8 @@ std::string CliUsage()
            "  --manual LIST              chapters: START-END[:NAME],... in place of the chapters\n"
            "  --all                      chapters: the same for every title\n"
            "  --prepare-only             build: write every file, run no tool, clean nothing\n"
+           "  --force SIZE               buttons-from-picture: every button SIZE by SIZE pixels\n"
+           "  --no-overlays              buttons-from-picture: the default overlay, no files written\n"
            "  --help                     show this text\n"
            "  --version                  show the version\n"
            "\n"

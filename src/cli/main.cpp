@@ -5,6 +5,7 @@
 #include "cli/CliOptions.h"
 #include "cli/CliOverlayCommands.h"
 #include "cli/CliPlayerCommands.h"
+#include "cli/CliSubEditCommands.h"
 #include "cli/CliTitleCommands.h"
 #include "cli/CliWholeProjectCommands.h"
 #include "cli/ConsoleFormHost.h"
@@ -67,6 +68,7 @@ const std::map<std::string, CommandRunner, std::less<>>& Commands()
         {"movies-with-menu", RunMoviesWithMenu},
         {"walk", RunWalk},
         {"map", RunMap},
+        {"buttons-from-picture", RunButtonsFromPicture},
     };
     return commands;
 }

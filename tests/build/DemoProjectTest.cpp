@@ -151,6 +151,7 @@ TEST(StarterLibrary, ShipsFourColourOverlaysAndTheHelperFilesAndSeedsAFreshProgr
     EXPECT_EQ(border.pixelColor(0, 0), QColor(255, 0, 0));
     EXPECT_EQ(border.pixelColor(border.width() / 2, border.height() / 2), QColor(0, 255, 0));
     EXPECT_FALSE(QImage(QString::fromStdString((shipped.Path() / "Templates" / "Pictures" / "sky.jpg").string())).isNull());
+    EXPECT_EQ(QImage(QString::fromStdString((shipped.Path() / "DVDSubEditSettings.jpg").string())).size(), QSize(720, 420));
     const auto black = AviFile::Open((shipped.Path() / "black.avi").string());
     ASSERT_TRUE(black);
     EXPECT_GT(black->Stream(0).Info.dwLength, 0u);
@@ -161,7 +162,8 @@ TEST(StarterLibrary, ShipsFourColourOverlaysAndTheHelperFilesAndSeedsAFreshProgr
     env.IsWritable = [](const fs::path&) { return false; };
     const fs::path folder = ResolveProgramFolder("/opt/menuwright/bin/menuwright", env, shipped.Path());
     for (const char* file : {"overlays/Rectangle_.bmp", "overlays/Corners}.bmp", "overlays/frames/DVD_Button_2.bmp",
-                             "frames/DVD_Button_2.gif", "Templates/Pictures/sky.jpg", "black.avi"})
+                             "frames/DVD_Button_2.gif", "Templates/Pictures/sky.jpg", "black.avi",
+                             "DVDSubEditSettings.jpg"})
         EXPECT_TRUE(fs::exists(folder / file)) << file;
 }
 

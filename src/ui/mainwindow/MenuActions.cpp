@@ -8,6 +8,7 @@
 #include "ui/generators/GeneratorWindow.h"
 #include "ui/generators/ManyMoviesWindow.h"
 #include "ui/mainwindow/MenuBar.h"
+#include "ui/subedit/frmButtonsFromDVDSubEdit.h"
 
 #include <array>
 
@@ -31,6 +32,7 @@ const std::array kActions{
     MenuAction{"mnuMoviesWithMenu", &mnuMoviesWithMenu},
     MenuAction{"mnuCreateVisualMenuForChapters", &mnuCreateVisualMenuForChapters},
     MenuAction{"mnuSetup", &mnuSetup},
+    MenuAction{"mnuButtonsFromDVDSubEdit", &mnuButtonsFromDVDSubEdit},
 };
 
 } // namespace

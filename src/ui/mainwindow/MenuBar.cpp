@@ -79,7 +79,7 @@ const std::array kEntries{
     MenuEntry{"mnuTools", "One movie with chapters...", nullptr, "mnuMovieWithChaps", S::Always},
     MenuEntry{"mnuTools", "Menu for chapters with preview...", nullptr, "mnuCreateVisualMenuForChapters", S::Rule, nullptr, &HasTitles},
     MenuEntry{"mnuTools", "Menu for Audio/Subtitles setup...", nullptr, "mnuSetup", S::Rule, nullptr, &HasTitles},
-    MenuEntry{"mnuTools", "Buttons from DVDSubEdit...", nullptr, "mnuButtonsFromDVDSubEdit", S::NotYet},
+    MenuEntry{"mnuTools", "Buttons from DVDSubEdit...", nullptr, "mnuButtonsFromDVDSubEdit", S::Document},
     Sep("mnuTools"),
     MenuEntry{"mnuTools", "Export menu to template...", nullptr, "mnuExportToTemplate", S::Rule, nullptr, &MenuOnCanvas},
     MenuEntry{"mnuTools", "Insert menu template...", nullptr, "mnuInsertTemplate", S::Rule, nullptr, &CanInsertTemplate},

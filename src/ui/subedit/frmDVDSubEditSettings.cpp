@@ -1,0 +1,27 @@
+#include "ui/subedit/frmDVDSubEditSettings.h"
+
+#include "ui/dialogs/NamedControls.h"
+
+#include <QLabel>
+#include <QPixmap>
+#include <QVBoxLayout>
+
+namespace mw {
+
+frmDVDSubEditSettings::frmDVDSubEditSettings(const std::filesystem::path& programFolder, QWidget* parent)
+    : QDialog(parent)
+{
+    setObjectName("frmDVDSubEditSettings");
+    setWindowTitle("DVDSubEdit settings");
+    const QString file = QString::fromStdString((programFolder / "DVDSubEditSettings.jpg").string());
+    const QPixmap picture(file);
+    auto* Image1 = NamedLabel("Image1", "");
+    if (picture.isNull())
+        Image1->setText("The picture " + file + " is missing.");
+    else
+        Image1->setPixmap(picture);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(Image1);
+}
+
+} // namespace mw
