@@ -115,7 +115,7 @@ LanguageEditor::LanguageEditor(fs::path programFolder, const LangDoc& lang, Prom
 {
 }
 
-FormTexts LanguageEditor::Texts() const { return FormTexts(lang_, kForm); }
+FormTexts LanguageEditor::CreateLangTexts() const { return FormTexts(lang_, kForm); }
 
 std::string LanguageEditor::RunningVersion()
 {
@@ -125,13 +125,13 @@ std::string LanguageEditor::RunningVersion()
 
 std::string LanguageEditor::Title() const
 {
-    const FormTexts t = Texts();
+    const FormTexts t = CreateLangTexts();
     return t(1, "Create new language for program ") + kAppTitle + " ver. " + RunningVersion();
 }
 
 std::string LanguageEditor::UpdateHelp() const
 {
-    const FormTexts t = Texts();
+    const FormTexts t = CreateLangTexts();
     return t(16, "If you have create a language file and want to update/add some new strings\n"
                  "1. Be sure that the \"Auto create missing items\" is NOT checked.\n"
                  "2. At left treeview (original language) click/select the root (first) item\n"
@@ -165,7 +165,7 @@ bool LanguageEditor::XmlToTree(const std::string& fileName, pugi::xml_document& 
     const fs::path path = programFolder_ / fileName;
     if (doc.load_file(path.c_str()) && doc.document_element())
         return true;
-    prompt_.Message(Texts()(2, "Error loading xml file ") + path.string());
+    prompt_.Message(CreateLangTexts()(2, "Error loading xml file ") + path.string());
     return false;
 }
 
@@ -190,7 +190,7 @@ bool LanguageEditor::ChooseNew(const std::string& entry)
     if (entry == newFile_)
         return false;
     if (entry == originalFile_) {
-        prompt_.Message(Texts()(6, "Can not load the same file as the original one"));
+        prompt_.Message(CreateLangTexts()(6, "Can not load the same file as the original one"));
         return false;
     }
     pugi::xml_document loaded;
@@ -208,7 +208,7 @@ bool LanguageEditor::ChooseNew(const std::string& entry)
 
 bool LanguageEditor::CreateNewFile()
 {
-    const FormTexts t = Texts();
+    const FormTexts t = CreateLangTexts();
     const std::optional<std::string> answer =
         prompt_.Input(t(3, "Type the new language name\n(New file will be created at program's folder)"), kAppTitle, "");
     const std::string name = Trim(answer.value_or(""));
@@ -272,7 +272,7 @@ pugi::xml_node LanguageEditor::NewElement(const LangItem& item, Shown& shown)
             if (!AutoCreate) {
                 if (declined_.contains(path))
                     return {};
-                const FormTexts t = Texts();
+                const FormTexts t = CreateLangTexts();
                 const std::string question = t(7, "Section/Node ") + section + t(8, " not found. Create it?");
                 if (prompt_.Ask(question, PromptButtons::YesNo, PromptAnswer::Yes) != PromptAnswer::Yes) {
                     declined_.insert(path);
@@ -305,7 +305,7 @@ LanguageEditor::Shown LanguageEditor::SelectOriginal(const LangItem& item)
     if (item.Attribute) {
         pugi::xml_attribute attr = element.attribute(item.Attribute->c_str());
         if (!attr) {
-            const FormTexts t = Texts();
+            const FormTexts t = CreateLangTexts();
             const std::string question = t(9, "Value/Node \"") + *item.Attribute + t(10, "\" not found. Create it?");
             if (AutoCreate ||
                 prompt_.Ask(question, PromptButtons::YesNo, PromptAnswer::Yes) == PromptAnswer::Yes) {
@@ -333,7 +333,7 @@ LanguageEditor::Shown LanguageEditor::SelectNew(const LangItem& item)
     shown.Text2 = ValueOf(AttributeOf(new_, item));
     const bool found = ElementOf(original_, item) && (!item.Attribute || AttributeOf(original_, item));
     if (!found) {
-        prompt_.Message(Texts()(11, "Original item not found"));
+        prompt_.Message(CreateLangTexts()(11, "Original item not found"));
         return shown;
     }
     selectedOriginal_ = item;
@@ -348,7 +348,7 @@ std::optional<LangItem> LanguageEditor::Update(const std::string& text)
         return std::nullopt;
     const pugi::xml_node element = ElementOf(new_, *selectedNew_);
     if (!element) {
-        prompt_.Message(Texts()(12, "Error writing text in language file"));
+        prompt_.Message(CreateLangTexts()(12, "Error writing text in language file"));
         return std::nullopt;
     }
     WriteAttribute(element, *selectedNew_->Attribute, text);
@@ -384,7 +384,7 @@ std::optional<LangItem> LanguageEditor::MoveToNextItem(const LangItem& from) con
 
 bool LanguageEditor::Save()
 {
-    const FormTexts t = Texts();
+    const FormTexts t = CreateLangTexts();
     if (newFile_.empty() || !new_.document_element()) {
         prompt_.Message(t(13, "Select or create a new language file first"));
         return false;
@@ -411,7 +411,7 @@ bool LanguageEditor::AskToSave()
 {
     if (!modified_)
         return true;
-    const FormTexts t = Texts();
+    const FormTexts t = CreateLangTexts();
     const std::string question = t(14, "Language file ") + newFile_ + t(15, " is not saved. Save it now?");
     if (prompt_.Ask(question, PromptButtons::YesNo, PromptAnswer::Yes) != PromptAnswer::Yes)
         return true;

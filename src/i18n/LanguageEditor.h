@@ -89,7 +89,7 @@ public:
     bool Modified() const { return modified_; }
 
 private:
-    FormTexts Texts() const;
+    FormTexts CreateLangTexts() const;
     bool XmlToTree(const std::string& fileName, pugi::xml_document& doc) const;
     bool CreateNewFile();
     pugi::xml_node NewElement(const LangItem& item, Shown& shown);

@@ -94,7 +94,7 @@ const std::array kEntries{
     MenuEntry{"mnuHelp", "Help window is on top", nullptr, "mnuHelpOnTop", S::NotYet},
     Sep("mnuHelp"),
     MenuEntry{"mnuHelp", "Languages", nullptr, "mnuLanguages", S::Submenu},
-    MenuEntry{"mnuLanguages", "Create new Language...", nullptr, "mnuCreateLangNick", S::NotYet},
+    MenuEntry{"mnuLanguages", "Create new Language...", nullptr, "mnuCreateLangNick"},
     MenuEntry{"mnuLanguages", "Default", nullptr, "mnuLangDef"},
     MenuEntry{"mnuHelp", "About...", nullptr, "mnuAbout"},
 };
