@@ -290,10 +290,8 @@ pugi::xml_node LanguageEditor::NewElement(const LangItem& item, Shown& shown)
 
 LanguageEditor::Shown LanguageEditor::SelectOriginal(const LangItem& item)
 {
-    Shown shown;
     selectedOriginal_ = item;
-    shown.Original = item;
-    shown.Text1 = ValueOf(AttributeOf(original_, item));
+    Shown shown{.Text1 = ValueOf(AttributeOf(original_, item)), .Original = item};
     if (!new_.document_element())
         return shown;
     const pugi::xml_node element = NewElement(item, shown);
@@ -327,12 +325,9 @@ LanguageEditor::Shown LanguageEditor::SelectOriginal(const LangItem& item)
 
 LanguageEditor::Shown LanguageEditor::SelectNew(const LangItem& item)
 {
-    Shown shown;
     selectedNew_ = item;
-    shown.New = item;
-    shown.Text2 = ValueOf(AttributeOf(new_, item));
-    const bool found = ElementOf(original_, item) && (!item.Attribute || AttributeOf(original_, item));
-    if (!found) {
+    Shown shown{.Text2 = ValueOf(AttributeOf(new_, item)), .New = item};
+    if (!ElementOf(original_, item) || (item.Attribute && !AttributeOf(original_, item))) {
         prompt_.Message(CreateLangTexts()(11, "Original item not found"));
         return shown;
     }

@@ -69,10 +69,10 @@ public:
 
     // What the window shows after a click in either tree.
     struct Shown {
-        std::string Text1;
-        std::string Text2;
-        std::optional<LangItem> Original; // the item to select in Tree1
-        std::optional<LangItem> New;      // the item to select in Tree2
+        std::string Text1{};
+        std::string Text2{};
+        std::optional<LangItem> Original{}; // the item to select in Tree1
+        std::optional<LangItem> New{};      // the item to select in Tree2
         bool NewTreeChanged = false;      // items were created in the new file
     };
     // Tree1_NodeClick: the matching item of the new file, created when missing and wanted.
