@@ -16,6 +16,7 @@
 #include "ui/dialogs/ToolPathDialog.h"
 #include "ui/generators/PageDialogs.h"
 #include "ui/generators/PageView.h"
+#include "ui/help/HelpWindow.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -28,6 +29,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <initializer_list>
 
 namespace mw {
 
@@ -53,10 +57,6 @@ WindowNames NamesOf(GeneratorKind kind)
     return {"frmSetup", "Preview menu for Setup"};
 }
 
-// A page without a background picture of its own starts on a pale blue, on which the default
-// black captions read well.
-constexpr GradientColors kStartGradient{0xF5DCC8, 0xFAEBE1, 0xE6BEA0, 0xF0D2BE, std::nullopt};
-
 QLineEdit* NamedEdit(const char* name)
 {
     auto* edit = new QLineEdit;
@@ -67,7 +67,25 @@ QLineEdit* NamedEdit(const char* name)
 } // namespace
 
 GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* parent)
-    : QDialog(parent), kind_(kind), project_(project), mnuMenu_(new QMenu("Menu", this)), Combo1_(new QComboBox),
+    : GeneratorWindow(kind, project, nullptr, nullptr, PageUse::Create, {}, parent)
+{
+}
+
+GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, MenuPage& page, PageUse use,
+                                 const std::string& titleID, QWidget* parent)
+    : GeneratorWindow(kind, project, nullptr, &page, use, titleID, parent)
+{
+}
+
+GeneratorWindow::GeneratorWindow(Project& project, SetupPage& setup, PageUse use, QWidget* parent)
+    : GeneratorWindow(GeneratorKind::SetupMenu, project, &setup, &setup.Page, use, setup.TitleID, parent)
+{
+}
+
+GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, SetupPage* setup, MenuPage* page,
+                                 PageUse use, const std::string& titleID, QWidget* parent)
+    : QDialog(parent), kind_(kind), project_(project), setup_(setup ? *setup : own_),
+      page_(page ? *page : setup_.Page), mnuMenu_(new QMenu("Menu", this)), Combo1_(new QComboBox),
       Option1_(new QRadioButton("6/page")), Option2_(new QRadioButton("8/page")), MenuName_(NamedEdit("MenuName")),
       Text1_(NamedEdit("Text1")), picMsg_(new QFrame), lblMsg_(NamedLabel("lblMsg", "")),
       Command1_(NamedButton("Command1", "Create...")), cmdCancel_(NamedButton("cmdCancel", "Cancel"))
@@ -84,7 +102,7 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
     (new QVBoxLayout(picMsg_))->addWidget(lblMsg_);
     picMsg_->hide();
 
-    LoadItems();
+    LoadItems(page != nullptr, titleID);
     PageExtras extras;
     if (kind_ == GeneratorKind::SetupMenu) {
         extras.Compose = [this] { return ComposeSetupPage(setup_); };
@@ -106,7 +124,7 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
         return action;
     };
     mnuMenu_->setObjectName("mnuMenu");
-    item("mnuCreate", "Create...", [this] { Create(); });
+    item("mnuCreate", "Create...", [this] { Create(); })->setVisible(use == PageUse::Create);
     item("mnuSetSettings", "Set these settings as default", [this] {
         ReadFields();
         SaveDefValues(kind_, page_.Design, SettingsFilePath(project_.ProgramFolder()));
@@ -149,6 +167,9 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
         fields->addRow(NamedLabel("lblOverlay", "Overlay"), overlay);
     }
 
+    // A handed page keeps to its title.
+    Combo1_->setEnabled(page == nullptr);
+    Command1_->setVisible(use == PageUse::Create);
     auto* ok = NamedButton("Command4", "Ok");
     auto* fieldsBox = new QWidget;
     fieldsBox->setLayout(fields);
@@ -157,6 +178,7 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
     side->addWidget(picMsg_);
     side->addStretch();
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(HelpButton(*this));
     buttons->addWidget(Command1_);
     buttons->addWidget(ok);
     buttons->addWidget(cmdCancel_);
@@ -174,6 +196,13 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
     auto* layout = new QVBoxLayout(this);
     layout->setMenuBar(bar);
     layout->addLayout(columns);
+    // The controls this kind leaves out still belong to the window.
+    for (QWidget* control : std::initializer_list<QWidget*>{Combo1_, Option1_, Option2_, Text1_}) {
+        if (!control->parentWidget()) {
+            control->setParent(this);
+            control->hide();
+        }
+    }
 
     ShowFields();
 
@@ -193,6 +222,12 @@ void GeneratorWindow::reject()
         runner_->Cancel();
 }
 
+void GeneratorWindow::done(int result)
+{
+    ReadFields();
+    QDialog::done(result);
+}
+
 void GeneratorWindow::SetRunning(bool running)
 {
     running_ = running;
@@ -202,11 +237,16 @@ void GeneratorWindow::SetRunning(bool running)
         action->setEnabled(!running);
 }
 
-void GeneratorWindow::LoadItems()
+void GeneratorWindow::LoadItems(bool handed, const std::string& titleID)
 {
     titles_ = LoadTitlesInForm(project_.Doc).lstTitles;
     for (const TitleListRow& title : titles_)
         Combo1_->addItem(Q(title.Path + "|" + title.TitleID));
+    if (handed) {
+        const auto row = std::ranges::find(titles_, titleID, &TitleListRow::TitleID);
+        Combo1_->setCurrentIndex(row == titles_.end() ? -1 : int(row - titles_.begin()));
+        return;
+    }
     bool opened = false;
     switch (kind_) {
     case GeneratorKind::TitleMenu:
@@ -220,7 +260,7 @@ void GeneratorWindow::LoadItems()
         break;
     }
     if (opened)
-        page_.Gradient = kStartGradient;
+        PaintStartBackground(page_);
 }
 
 void GeneratorWindow::LoadTitle(int row)
@@ -376,22 +416,27 @@ void OpenGenerator(GeneratorKind kind, Project& project)
     GeneratorWindow window(kind, project, QApplication::activeWindow());
     LoadTextForDesign(project.Lang(), window);
     window.exec();
-    if (window.MadeMenus().empty())
-        return;
-    if (DocNode* menu = project.Doc.Tree.ObjectNode(window.MadeMenus().front()))
-        TreeView1_NodeClick(project, menu);
+    SelectFirstMenu(project, window.MadeMenus());
 }
 
 } // namespace
 
+void PaintStartBackground(MenuPage& page)
+{
+    page.Gradient = {0xF5DCC8, 0xFAEBE1, 0xE6BEA0, 0xF0D2BE, std::nullopt};
+}
+
+void SelectFirstMenu(Project& project, const std::vector<std::string>& menus)
+{
+    if (menus.empty())
+        return;
+    if (DocNode* menu = project.Doc.Tree.ObjectNode(menus.front()))
+        TreeView1_NodeClick(project, menu);
+}
+
 void mnuCreateVisualMenuForChapters(Project& project)
 {
     OpenGenerator(GeneratorKind::ChaptersMenu, project);
-}
-
-void mnuCreateVisualMenuForTitles(Project& project)
-{
-    OpenGenerator(GeneratorKind::TitleMenu, project);
 }
 
 void mnuSetup(Project& project)
