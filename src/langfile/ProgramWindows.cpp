@@ -21,6 +21,7 @@
 #include "ui/dialogs/frmNewMenu.h"
 #include "ui/dialogs/frmNewTitle.h"
 #include "ui/dialogs/frmOptions.h"
+#include "ui/languages/frmCreateLang.h"
 #include "ui/mainwindow/Form1.h"
 #include "ui/mainwindow/MenuBar.h"
 #include "ui/panels/frmPropText.h"
@@ -82,11 +83,12 @@ std::vector<FormDesign> ProgramWindowDesigns()
                                 ListChoiceDialog::Look::List, program.Lang.LangDoc());
     ActionForm actionForm;
     Form2 action(actionForm, project);
+    frmCreateLang createLang(program.Lang.ProgramFolder(), program.Lang.LangDoc(), prompt);
 
     std::vector<FormDesign> designs;
     for (QWidget* window : std::initializer_list<QWidget*>{
              &form1, &options, &cliPath, &virtualDubPath, &about, &newTitle, &chap, &newMenu, &newLang, &selectMenu,
-             &action, &propText, &overFromPic, form1.findChild<QDockWidget*>("frmProp"),
+             &action, &propText, &overFromPic, &createLang, form1.findChild<QDockWidget*>("frmProp"),
              form1.findChild<QDockWidget*>("frmPropMenu")})
         designs.push_back(WithoutPlaceholders(ReadFormDesign(*window)));
     return designs;

@@ -19,6 +19,7 @@
 #include "ui/dialogs/BuildLogWindow.h"
 #include "ui/dialogs/frmOptions.h"
 #include "ui/help/HelpWindow.h"
+#include "ui/languages/frmCreateLang.h"
 #include "ui/mainwindow/DocTreeModel.h"
 #include "ui/mainwindow/HelpPane.h"
 #include "ui/mainwindow/MenuActions.h"
@@ -178,6 +179,7 @@ void Form1::ConnectCommands()
     connect(toolbars_.NoCreateOverlays(), &QAction::toggled, this, [this](bool pressed) { project_.NoCreateOverlays = pressed; });
     on("mnuOptions", [this] { mnuOptions_Click(); });
     on("mnuAbout", [this] { mnuAbout_Click(); });
+    on("mnuCreateLangNick", [this] { mnuCreateLangNick_Click(); });
     ConnectHelp(*this, program_.Lang.ProgramFolder(), project_.Values(), *menus_.Action("mnuHelpHelp"),
                 *menus_.Action("mnuHelpOnTop"));
     on("mnuMux", [this] {
@@ -234,6 +236,14 @@ void Form1::mnuAbout_Click()
 {
     frmAbout dialog(this);
     LoadTextForDesign(project_.Lang(), dialog);
+    dialog.exec();
+}
+
+void Form1::mnuCreateLangNick_Click()
+{
+    frmCreateLang dialog(project_.ProgramFolder(), program_.Lang.LangDoc(), project_.Ask(), this);
+    // A saved language is offered at once, not only at the next start.
+    connect(&dialog, &frmCreateLang::Saved, this, &Form1::FillLanguages);
     dialog.exec();
 }
 
@@ -315,11 +325,15 @@ void Form1::RefreshCommands()
 void Form1::FillLanguages()
 {
     QMenu* menu = menus_.Menu("mnuLanguages");
+    for (QAction* item : languages_)
+        delete item;
+    languages_.clear();
     int index = 0;
     for (const LanguageFileEntry& entry : ListLanguageFiles(project_.ProgramFolder())) {
         QAction* item = menu->addAction(QString::fromStdString(entry.Caption));
         item->setObjectName("mnuLangDef_" + QString::number(++index));
         item->setCheckable(true);
+        item->setChecked(entry.Caption == program_.TickedLanguage);
         languages_.push_back(item);
         connect(item, &QAction::triggered, this, [this, caption = entry.Caption] {
             RunCommandCaught(project_.Ask(), [this, &caption] { ChangeLanguage(caption); });

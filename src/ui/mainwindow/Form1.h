@@ -51,6 +51,7 @@ private:
     // Runs a command that changes the document in place, with the tree pane told around it.
     void RefreshTree(const std::function<void()>& command);
     void RefreshCommands();
+    // mnuLangDef's entries, one per language file of the program folder.
     void FillLanguages();
     // Labels the window from the language file, keeping what the file does not decide.
     void Relabel();
@@ -64,6 +65,7 @@ private:
     void mnuOpen_Click();
     void mnuOptions_Click();
     void mnuAbout_Click();
+    void mnuCreateLangNick_Click();
     void ApplyLayout();
     void KeepLayout();
 

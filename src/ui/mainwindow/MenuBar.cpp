@@ -93,7 +93,7 @@ const std::array kEntries{
     MenuEntry{"mnuHelp", "Help window is on top", nullptr, "mnuHelpOnTop", S::Always, nullptr, nullptr, true},
     Sep("mnuHelp"),
     MenuEntry{"mnuHelp", "Languages", nullptr, "mnuLanguages", S::Submenu},
-    MenuEntry{"mnuLanguages", "Create new Language...", nullptr, "mnuCreateLangNick", S::NotYet},
+    MenuEntry{"mnuLanguages", "Create new Language...", nullptr, "mnuCreateLangNick"},
     MenuEntry{"mnuLanguages", "Default", nullptr, "mnuLangDef"},
     MenuEntry{"mnuHelp", "About...", nullptr, "mnuAbout"},
 };
