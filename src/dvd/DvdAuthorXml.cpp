@@ -51,8 +51,6 @@ void MenuPgc(pugi::xml_node menus, const DvdMenu& menu, const fs::path& file)
     if (menu.Still && menu.Post.empty())
         vob.append_attribute("pause") = "inf";
     for (const DvdButton& button : menu.Buttons) {
-        if (button.Command.empty())
-            continue;
         pugi::xml_node node = pgc.append_child("button");
         node.append_attribute("name") = button.Name.c_str();
         node.text().set(button.Command.c_str());

@@ -325,6 +325,9 @@ private:
         const ListCommands select = Commands(graph_.Actions(menu, node, "selectAction"), language, label);
         button.Command = select.Sets + select.Jump;
         Tidy(button.Command);
+        // dvdauthor wants a command for every button; one that does nothing keeps it highlighted.
+        if (button.Command.empty())
+            button.Command = "button = " + Number(1024L * ButtonNumber(menu, button.ID)) + ";";
         return button;
     }
 

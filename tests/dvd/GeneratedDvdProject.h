@@ -12,7 +12,7 @@
 namespace mw::test {
 
 // A project made as a user makes one with the generators, on the demo's small movie: the movie
-// twice as titles, the first with nine chapters; in English the demo's main menu, a title menu,
+// twice as titles, the first with seven chapters; in English the demo's main menu, a title menu,
 // a chapter menu on two pages and a setup menu, all back to the main menu; in German a title
 // menu. Opened as the window opens it.
 class GeneratedDvdProject : public CliFixture {
@@ -20,19 +20,19 @@ protected:
     void Generate()
     {
         NeedFontApplication();
-        ASSERT_TRUE(MakeDemoProject(folder.Path(), {{176, 144, 25, 90}, 9}, prompt));
+        ASSERT_TRUE(MakeDemoProject(folder.Path(), {{176, 144, 25, 250}, 7}, prompt));
         const std::string demo = ReadAll(ProjectFile());
         std::smatch found;
         ASSERT_TRUE(std::regex_search(demo, found, std::regex(R"re(<DivXMediaMenu[^>]*objectID="(\d+)")re")));
-        mainMenu = found[1];
+        mainMenuID = found[1];
         ASSERT_TRUE(std::regex_search(demo, found, std::regex(R"re(<Title[^>]*objectID="(\d+)")re")));
-        title = found[1];
+        titleID = found[1];
         const std::string p = Quoted(ProjectFile());
         const std::string movie = Quoted(ProjectFile().parent_path() / "Demo.avi");
         for (const std::string& command :
              {"add-title " + p + " " + movie, "title-menu " + p + " -o titles --motion -1",
-              "chapter-menu " + p + " " + title + " -o chapters --per-page 6 --motion -1 --main " + mainMenu,
-              "setup-menu " + p + " " + title + " -o setup --main " + mainMenu, "add-lang " + p + " de",
+              "chapter-menu " + p + " " + titleID + " -o chapters --per-page 6 --motion -1 --main " + mainMenuID,
+              "setup-menu " + p + " " + titleID + " -o setup --main " + mainMenuID, "add-lang " + p + " de",
               "title-menu " + p + " -o titles-de --motion -1 --lang de"}) {
             const CommandResult made = Run(command);
             ASSERT_EQ(made.Exit, 0) << command << "\n" << made.Out;
@@ -42,8 +42,8 @@ protected:
 
     std::filesystem::path ProjectFile() const { return folder.Path() / "Demo" / "Demo.xml"; }
 
-    std::string mainMenu;
-    std::string title;
+    std::string mainMenuID;
+    std::string titleID;
     ProgramState program{folder.Path()};
     ScriptedPrompt prompt;
     ScriptedForms forms;
