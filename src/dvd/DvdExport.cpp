@@ -7,6 +7,7 @@
 #include "dvd/DvdTools.h"
 #include "dvd/DvdTranscode.h"
 #include "dvd/Subpicture.h"
+#include "media/TitleNodes.h"
 #include "media/mAVIDecs.h"
 #include "menuplayer/ButtonOverlay.h"
 
@@ -260,7 +261,10 @@ DvdPlan PlanDvdExport(Project& project, const DvdExportRequest& request)
             source = {int(width), int(height), fps};
         return source;
     };
-    const TvStandard standard = request.Standard.value_or(StandardForRate(project.MovieFps));
+    // By default the standard of the first title's rate, which is what most of the disc plays.
+    const std::vector<DocNode*> titles = TitleNodes(project.Doc);
+    const double fps = titles.empty() ? project.MovieFps : probe(TitleFile(project.Doc, *titles.front())).Fps;
+    const TvStandard standard = request.Standard.value_or(StandardForRate(fps));
     return PlanDvd(project.Doc, project.Canvas.Colors, standard, request.Language, probe);
 }
 

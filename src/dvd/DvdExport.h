@@ -15,7 +15,7 @@ class Project;
 struct DvdExportRequest {
     std::filesystem::path Target; // the folder that receives VIDEO_TS
     std::optional<std::filesystem::path> Iso;
-    std::optional<TvStandard> Standard; // by default the one of the project's frame rate
+    std::optional<TvStandard> Standard; // by default the one of the first title's frame rate
     std::string Language;               // a menu language's code; empty for all of them
 };
 

@@ -22,7 +22,7 @@ using ::testing::HasSubstr;
 
 // Two language sets. English: an intro that hands over to the main menu's second button, a
 // still main menu with music and four buttons (tracks and resume, another title, a menu of the
-// other language, a chapter), a chapter menu. German: one menu whose button leads to English.
+// other language, a chapter), a chapter menu with a button beside its picture. German: one menu whose button leads to English.
 // The first title has an audio track of another file and a subtitle track.
 constexpr const char* kProject = R"(<DivXMediaManager menuVersion="1" objectID="1" defaultMenuLanguage="en" version="1.0">
 <Media objectID="2">
@@ -75,6 +75,9 @@ constexpr const char* kProject = R"(<DivXMediaManager menuVersion="1" objectID="
 <ButtonMenu objectID="62" selectAction="63">
 <MenuRectangle objectID="64" left="0" top="0" width="10" height="10"/>
 <Action objectID="63"><PlayAction objectID="65" titleID="6" mediaObjectID="11"/></Action>
+</ButtonMenu>
+<ButtonMenu objectID="66" selectAction="63">
+<MenuRectangle objectID="67" left="640" top="0" width="20" height="20"/>
 </ButtonMenu>
 </DivXMediaMenu>
 </LanguageMenus>
@@ -163,6 +166,7 @@ TEST_F(DvdPlanTest, MenusButtonsAndNavigationOfEachLanguage)
     EXPECT_THAT(main.Buttons[2].Neighbours, ElementsAre("b2", "b3", "b3", "b3"));
 
     EXPECT_THAT(en.Menus[2].Entries, ElementsAre("ptt"));
+    EXPECT_EQ(en.Menus[2].Buttons.size(), 1u);
 
     const DvdLanguage& de = plan.Languages[1];
     EXPECT_EQ(de.Code, "de");
@@ -219,6 +223,7 @@ TEST_F(DvdPlanTest, ActionsBecomeCommandsAndWhatCannotBeDoneIsNamed)
     EXPECT_THAT(plan.Unsupported,
                 ElementsAre("title 6: audio track 00wb comes from another file, which the disc leaves out",
                             "title 6: its subtitle tracks are not carried to the disc",
+                            "button 66 of menu 59 \"Scenes\" lies outside the menu's picture and is left out",
                             HasSubstr("button 55 of menu 50 \"Main\": MenuTransitionAction to menu 95 \"Haupt\" of "
                                       "another language set"),
                             HasSubstr("button 96 of menu 95 \"Haupt\": MenuTransitionAction to menu 50")));
