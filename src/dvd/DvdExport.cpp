@@ -12,6 +12,7 @@
 #include "menuplayer/ButtonOverlay.h"
 
 #include <QImageReader>
+#include <QStandardPaths>
 
 #include <chrono>
 #include <fstream>
@@ -22,6 +23,10 @@ namespace mw {
 namespace fs = std::filesystem;
 
 namespace {
+
+// The image needs UDF, through which players and libdvdread read a DVD-Video; xorriso writes
+// none, genisoimage does.
+constexpr const char* kImageProgram = "genisoimage";
 
 std::string UniqueName(const std::string& stem)
 {
@@ -66,11 +71,12 @@ public:
 
     bool Run(std::string& error)
     {
-        std::initializer_list<DvdTool> tools = {DvdTool::Ffmpeg, DvdTool::Spumux, DvdTool::Dvdauthor};
-        std::initializer_list<DvdTool> withIso = {DvdTool::Ffmpeg, DvdTool::Spumux, DvdTool::Dvdauthor,
-                                                  DvdTool::Xorriso};
-        if (!HaveDvdTools(request_.Iso ? withIso : tools, error))
+        if (!HaveDvdTools({DvdTool::Ffmpeg, DvdTool::Spumux, DvdTool::Dvdauthor}, error))
             return false;
+        if (request_.Iso && QStandardPaths::findExecutable(kImageProgram).isEmpty()) {
+            error = std::string(kImageProgram) + " was not found; install the package " + kImageProgram;
+            return false;
+        }
         plan_ = PlanDvdExport(project_, request_);
         for (const std::string& left : plan_.Unsupported)
             log_.Line("Not on the disc: " + left);
@@ -196,10 +202,13 @@ private:
         Next("Writing the ISO image");
         isoPart_ = *request_.Iso;
         isoPart_ += ".part";
-        return Tool(DvdTool::Xorriso,
-                    {"-as", "mkisofs", "-dvd-video", "-V", "MENUWRIGHT", "-o", fs::absolute(isoPart_).string(),
-                     fresh_.string()},
-                    error);
+        const ToolRun run = runner_.RunNative(
+            kImageProgram, {"-dvd-video", "-udf", "-V", "MENUWRIGHT", "-o", fs::absolute(isoPart_).string(), fresh_.string()},
+            work_, Lines());
+        if (run.Finished() && run.ExitCode == 0)
+            return true;
+        error = std::string(kImageProgram) + " failed (exit code " + std::to_string(run.ExitCode) + ")";
+        return false;
     }
 
     // The new disc takes the old one's place; should that fail, the old one comes back.

@@ -23,7 +23,7 @@ struct DvdExportRequest {
 DvdPlan PlanDvdExport(Project& project, const DvdExportRequest& request);
 
 // Makes the project a DVD-Video folder, and an ISO image when asked: every menu and title
-// transcoded, the buttons muxed into each menu, dvdauthor, xorriso. The log shows each step, the
+// transcoded, the buttons muxed into each menu, dvdauthor, genisoimage. The log shows each step, the
 // tools' output and what the disc leaves out of the project. The work is done in a folder of its
 // own under the program folder's "tmp", the disc is made beside the target and takes its place
 // only when every step succeeded; a failure or a cancel leaves the old target, the old image and
