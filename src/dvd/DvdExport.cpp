@@ -86,7 +86,9 @@ public:
         }
         if (!Prepare(error))
             return false;
-        const fs::path target = fs::absolute(request_.Target);
+        fs::path target = fs::absolute(request_.Target).lexically_normal();
+        if (target.filename().empty()) // "disc/"
+            target = target.parent_path();
         fresh_ = target.parent_path() / ("." + target.filename().string() + UniqueName(".new"));
         files_.Folder = work_;
         return Transcodes(error) && Buttons(error) && Author(error) && Image(error) && Replace(target, error);

@@ -115,6 +115,7 @@ TEST_F(DvdExport, TheDiscReadsBackWithItsTitlesChaptersMenusAndButtons)
     DvdExportRequest request;
     request.Target = folder.Path() / "disc";
     request.Iso = folder.Path() / "disc.iso";
+    request.Standard = TvStandard::Ntsc; // the 25 frames a second of the movies made 29.97
     ToolRunner runner;
     RecordedLog log;
     std::string error;
