@@ -7,10 +7,12 @@
 #include "dvd/DvdTools.h"
 #include "dvd/DvdTranscode.h"
 #include "dvd/Subpicture.h"
+#include "media/TitleNodes.h"
 #include "media/mAVIDecs.h"
 #include "menuplayer/ButtonOverlay.h"
 
 #include <QImageReader>
+#include <QStandardPaths>
 
 #include <chrono>
 #include <fstream>
@@ -21,6 +23,10 @@ namespace mw {
 namespace fs = std::filesystem;
 
 namespace {
+
+// The image needs UDF, through which players and libdvdread read a DVD-Video; xorriso writes
+// none, genisoimage does.
+constexpr const char* kImageProgram = "genisoimage";
 
 std::string UniqueName(const std::string& stem)
 {
@@ -65,11 +71,12 @@ public:
 
     bool Run(std::string& error)
     {
-        std::initializer_list<DvdTool> tools = {DvdTool::Ffmpeg, DvdTool::Spumux, DvdTool::Dvdauthor};
-        std::initializer_list<DvdTool> withIso = {DvdTool::Ffmpeg, DvdTool::Spumux, DvdTool::Dvdauthor,
-                                                  DvdTool::Xorriso};
-        if (!HaveDvdTools(request_.Iso ? withIso : tools, error))
+        if (!HaveDvdTools({DvdTool::Ffmpeg, DvdTool::Spumux, DvdTool::Dvdauthor}, error))
             return false;
+        if (request_.Iso && QStandardPaths::findExecutable(kImageProgram).isEmpty()) {
+            error = std::string(kImageProgram) + " was not found; install the package " + kImageProgram;
+            return false;
+        }
         plan_ = PlanDvdExport(project_, request_);
         for (const std::string& left : plan_.Unsupported)
             log_.Line("Not on the disc: " + left);
@@ -79,7 +86,9 @@ public:
         }
         if (!Prepare(error))
             return false;
-        const fs::path target = fs::absolute(request_.Target);
+        fs::path target = fs::absolute(request_.Target).lexically_normal();
+        if (target.filename().empty()) // "disc/"
+            target = target.parent_path();
         fresh_ = target.parent_path() / ("." + target.filename().string() + UniqueName(".new"));
         files_.Folder = work_;
         return Transcodes(error) && Buttons(error) && Author(error) && Image(error) && Replace(target, error);
@@ -195,10 +204,13 @@ private:
         Next("Writing the ISO image");
         isoPart_ = *request_.Iso;
         isoPart_ += ".part";
-        return Tool(DvdTool::Xorriso,
-                    {"-as", "mkisofs", "-dvd-video", "-V", "MENUWRIGHT", "-o", fs::absolute(isoPart_).string(),
-                     fresh_.string()},
-                    error);
+        const ToolRun run = runner_.RunNative(
+            kImageProgram, {"-dvd-video", "-udf", "-V", "MENUWRIGHT", "-o", fs::absolute(isoPart_).string(), fresh_.string()},
+            work_, Lines());
+        if (run.Finished() && run.ExitCode == 0)
+            return true;
+        error = std::string(kImageProgram) + " failed (exit code " + std::to_string(run.ExitCode) + ")";
+        return false;
     }
 
     // The new disc takes the old one's place; should that fail, the old one comes back.
@@ -260,7 +272,10 @@ DvdPlan PlanDvdExport(Project& project, const DvdExportRequest& request)
             source = {int(width), int(height), fps};
         return source;
     };
-    const TvStandard standard = request.Standard.value_or(StandardForRate(project.MovieFps));
+    // By default the standard of the first title's rate, which is what most of the disc plays.
+    const std::vector<DocNode*> titles = TitleNodes(project.Doc);
+    const double fps = titles.empty() ? project.MovieFps : probe(TitleFile(project.Doc, *titles.front())).Fps;
+    const TvStandard standard = request.Standard.value_or(StandardForRate(fps));
     return PlanDvd(project.Doc, project.Canvas.Colors, standard, request.Language, probe);
 }
 

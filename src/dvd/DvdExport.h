@@ -15,7 +15,7 @@ class Project;
 struct DvdExportRequest {
     std::filesystem::path Target; // the folder that receives VIDEO_TS
     std::optional<std::filesystem::path> Iso;
-    std::optional<TvStandard> Standard; // by default the one of the project's frame rate
+    std::optional<TvStandard> Standard; // by default the one of the first title's frame rate
     std::string Language;               // a menu language's code; empty for all of them
 };
 
@@ -23,7 +23,7 @@ struct DvdExportRequest {
 DvdPlan PlanDvdExport(Project& project, const DvdExportRequest& request);
 
 // Makes the project a DVD-Video folder, and an ISO image when asked: every menu and title
-// transcoded, the buttons muxed into each menu, dvdauthor, xorriso. The log shows each step, the
+// transcoded, the buttons muxed into each menu, dvdauthor, genisoimage. The log shows each step, the
 // tools' output and what the disc leaves out of the project. The work is done in a folder of its
 // own under the program folder's "tmp", the disc is made beside the target and takes its place
 // only when every step succeeded; a failure or a cancel leaves the old target, the old image and

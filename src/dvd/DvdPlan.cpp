@@ -16,7 +16,7 @@ namespace mw {
 
 namespace {
 
-// A DVD has at most this many audio streams and buttons per menu.
+// A DVD has at most this many audio streams, and buttons per menu.
 constexpr std::size_t kDvdAudioStreams = 8;
 constexpr std::size_t kDvdButtons = 36;
 
@@ -88,6 +88,10 @@ public:
             for (const DocNode* menu : graph_.Menus(*sets[l]))
                 menus_[ObjectIdOf(*menu)] = {int(l), ++number};
         }
+        for (const DocNode* set : sets) {
+            for (const DocNode* menu : graph_.Menus(*set))
+                PlaceButtons(*menu);
+        }
         std::array<Colour, 3> current = colours;
         for (std::size_t l = 0; l < sets.size(); ++l)
             plan_.Languages.push_back(PlanLanguage(*sets[l], int(l), current));
@@ -109,6 +113,52 @@ private:
         int Language = 0;
         int Number = 0;
     };
+    struct ButtonPlace {
+        int Number = 0;
+        DvdArea Source;
+        DvdArea Area;
+    };
+
+    DvdSource Probe(const std::string& file)
+    {
+        const auto known = sources_.find(file);
+        return known != sources_.end() ? known->second : sources_[file] = probe_(file);
+    }
+
+    // The buttons a menu keeps on the disc, numbered as the DVD numbers them: those that show
+    // on the menu's picture, up to the most a DVD menu has.
+    void PlaceButtons(const DocNode& menu)
+    {
+        const DvdSource picture = Probe(graph_.BackgroundFile(menu));
+        const std::string label = graph_.MenuLabel(ObjectIdOf(menu));
+        int number = 0;
+        for (const DocNode* button : graph_.Buttons(menu)) {
+            ButtonPlace place;
+            if (const DocNode* rect = ChildNamed(button, "MenuRectangle")) {
+                const auto row = [rect](const char* name) { return int(LeadingNumber(GetPropertyInNode(*rect, name))); };
+                place.Source = {row("left"), row("top"), row("width"), row("height")};
+            }
+            place.Area = ToDvdFrame(place.Source, picture.Width, picture.Height, plan_.Standard);
+            const std::string id = ObjectIdOf(*button);
+            if (place.Area.Width <= 0 || place.Area.Height <= 0)
+                plan_.Unsupported.push_back("button " + id + " of " + label +
+                                            " lies outside the menu's picture and is left out");
+            else if (std::size_t(number) == kDvdButtons)
+                plan_.Unsupported.push_back("button " + id + " of " + label +
+                                            " is left out, as a DVD menu has at most 36 buttons");
+            else {
+                place.Number = ++number;
+                buttons_[id] = place;
+            }
+        }
+    }
+
+    // The button's number on the disc; 0 when the disc leaves it out.
+    int ButtonNumber(const std::string& id) const
+    {
+        const auto place = buttons_.find(Trim(id));
+        return place == buttons_.end() ? 0 : place->second.Number;
+    }
 
     const DvdTitle* TitleOf(const std::string& id) const
     {
@@ -127,7 +177,7 @@ private:
             title.Number = int(plan_.Titles.size()) + 1;
             title.Movie = TitleFile(doc_, *node);
             graph_.PlayRange(title.ID, title.ID, title.Frames);
-            title.Fps = probe_(title.Movie).Fps;
+            title.Fps = Probe(title.Movie).Fps;
             title.ChapterStarts.push_back(title.Frames.Start);
             for (const DocNode* chapter : ChapterNodesOf(*node)) {
                 FrameRange frames;
@@ -248,26 +298,28 @@ private:
         menu.Frames = graph_.Background(node, deadEnds);
         for (const std::string& deadEnd : deadEnds)
             plan_.Unsupported.push_back(deadEnd);
-        menu.Picture = probe_(menu.Video);
+        menu.Picture = Probe(menu.Video);
         menu.Still = IsPictureMenu(menu.Video) || menu.Frames.End <= menu.Frames.Start;
         PlanMenuAudio(node, menu);
         const std::string label = graph_.MenuLabel(menu.ID);
 
-        const std::vector<const DocNode*> buttons = graph_.Buttons(node);
-        if (buttons.size() > kDvdButtons)
-            plan_.Unsupported.push_back(label + ": buttons after the 36th are left out, as a DVD menu has no more");
         std::map<std::string, std::string> names;
-        for (std::size_t i = 0; i < buttons.size() && i < kDvdButtons; ++i)
-            names[ObjectIdOf(*buttons[i])] = "b" + Number(long(i) + 1);
-        for (std::size_t i = 0; i < buttons.size() && i < kDvdButtons; ++i)
-            menu.Buttons.push_back(PlanButton(node, *buttons[i], language, names, menu.Picture));
+        std::vector<const DocNode*> buttons;
+        for (const DocNode* button : graph_.Buttons(node)) {
+            const int number = ButtonNumber(ObjectIdOf(*button));
+            if (number > 0) {
+                names[ObjectIdOf(*button)] = "b" + Number(number);
+                buttons.push_back(button);
+            }
+        }
+        for (const DocNode* button : buttons)
+            menu.Buttons.push_back(PlanButton(node, *button, language, names));
 
-        const std::string start = graph_.StartButton(node, deadEnds);
+        const int start = std::max(1, ButtonNumber(graph_.StartButton(node, deadEnds)));
         menu.Pre = "g2 = " + Number(menu.Number) + "; " +
                    Commands(graph_.Actions(node, node, "enterAction"), language, label).Sets;
         if (!menu.Buttons.empty())
-            menu.Pre += "if (g1 gt 0) { button = g1; g1 = 0; } else button = " +
-                        Number(1024L * ButtonNumber(node, start)) + "; ";
+            menu.Pre += "if (g1 gt 0) { button = g1; g1 = 0; } else button = " + Number(1024L * start) + "; ";
         const ListCommands exit = Commands(graph_.Actions(node, node, "exitAction"), language, label);
         if (!exit.Jump.empty())
             menu.Post = exit.Sets + exit.Jump;
@@ -295,27 +347,15 @@ private:
         menu.AudioStreams = {AudioOrdinal(*audio)};
     }
 
-    int ButtonNumber(const DocNode& menu, const std::string& id) const
-    {
-        const std::vector<const DocNode*> buttons = graph_.Buttons(menu);
-        for (std::size_t i = 0; i < buttons.size(); ++i) {
-            if (ObjectIdOf(*buttons[i]) == Trim(id))
-                return int(i) + 1;
-        }
-        return 1;
-    }
-
     DvdButton PlanButton(const DocNode& menu, const DocNode& node, int language,
-                         const std::map<std::string, std::string>& names, const DvdSource& picture)
+                         const std::map<std::string, std::string>& names)
     {
         DvdButton button;
         button.ID = ObjectIdOf(node);
         button.Name = names.at(button.ID);
-        if (const DocNode* rect = ChildNamed(&node, "MenuRectangle")) {
-            const auto row = [rect](const char* name) { return int(LeadingNumber(GetPropertyInNode(*rect, name))); };
-            button.Source = {row("left"), row("top"), row("width"), row("height")};
-        }
-        button.Area = ToDvdFrame(button.Source, picture.Width, picture.Height, plan_.Standard);
+        const ButtonPlace& place = buttons_.at(button.ID);
+        button.Source = place.Source;
+        button.Area = place.Area;
         for (int d = 0; d < 4; ++d) {
             std::string deadEnd;
             const auto next = names.find(graph_.Neighbour(menu, node, Direction(d), deadEnd));
@@ -327,7 +367,7 @@ private:
         Tidy(button.Command);
         // dvdauthor wants a command for every button; one that does nothing keeps it highlighted.
         if (button.Command.empty())
-            button.Command = "button = " + Number(1024L * ButtonNumber(menu, button.ID)) + ";";
+            button.Command = "button = " + Number(1024L * ButtonNumber(button.ID)) + ";";
         return button;
     }
 
@@ -377,11 +417,9 @@ private:
             }
             case ActionStep::Kind::GoToButton: {
                 // The player has checked that the button is one of the menu shown by then.
-                const DocNode* button = doc_.Tree.ObjectNode(step.Target);
-                const DocNode* menu = button ? button->Parent() : nullptr;
-                if (!menu || (leftMenu && !shownMenu))
+                const long value = 1024L * ButtonNumber(step.Target);
+                if (value == 0 || (leftMenu && !shownMenu))
                     break;
-                const long value = 1024L * ButtonNumber(*menu, step.Target);
                 result.Sets += (leftMenu ? "g1 = " : "button = ") + Number(value) + "; ";
                 break;
             }
@@ -422,6 +460,8 @@ private:
     const DvdProbe& probe_;
     DvdPlan plan_;
     std::map<std::string, MenuPlace> menus_;
+    std::map<std::string, ButtonPlace> buttons_;
+    std::map<std::string, DvdSource> sources_;
 };
 
 } // namespace
@@ -444,17 +484,20 @@ DvdArea DvdPictureArea(int width, int height, TvStandard standard)
 DvdArea ToDvdFrame(const DvdArea& rect, int width, int height, TvStandard standard)
 {
     const DvdArea picture = DvdPictureArea(width, height, standard);
-    if (width <= 0 || height <= 0)
-        return EvenLines(rect, picture.Height);
-    const double sx = double(picture.Width) / width;
-    const double sy = double(picture.Height) / height;
-    const int left = picture.Left + int(std::lround(rect.Left * sx));
-    const int right = picture.Left + int(std::lround((rect.Left + rect.Width) * sx));
-    const int top = picture.Top + int(std::lround(rect.Top * sy));
-    const int bottom = picture.Top + int(std::lround((rect.Top + rect.Height) * sy));
-    const int clampedLeft = std::clamp(left, 0, kDvdFrameWidth);
-    const int clampedRight = std::clamp(right, clampedLeft, kDvdFrameWidth);
-    return EvenLines({clampedLeft, top, clampedRight - clampedLeft, bottom - top}, DvdFrameHeight(standard));
+    const double sx = width > 0 ? double(picture.Width) / width : 1;
+    const double sy = height > 0 ? double(picture.Height) / height : 1;
+    // What lies beyond the picture never shows.
+    const auto place = [](int origin, int from, int to, double scale, int low, int high) {
+        return std::pair{std::clamp(origin + int(std::lround(from * scale)), low, high),
+                         std::clamp(origin + int(std::lround(to * scale)), low, high)};
+    };
+    const auto [left, right] = place(picture.Left, rect.Left, rect.Left + rect.Width, sx, picture.Left,
+                                     picture.Left + picture.Width);
+    const auto [top, bottom] = place(picture.Top, rect.Top, rect.Top + rect.Height, sy, picture.Top,
+                                     picture.Top + picture.Height);
+    if (right <= left || bottom <= top)
+        return {left, top, 0, 0};
+    return EvenLines({left, top, right - left, bottom - top}, DvdFrameHeight(standard));
 }
 
 DvdPlan PlanDvd(const Document& doc, const std::array<Colour, 3>& colours, TvStandard standard,
