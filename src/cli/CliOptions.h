@@ -25,6 +25,8 @@ struct MenuCliOptions {
     std::optional<std::string> PerPage;  // --per-page 6|8, of chapter-menu and title-menu
     std::optional<std::string> Main;     // --main MENU_ID, of chapter-menu and setup-menu
     std::optional<std::string> Motion;   // --motion SECONDS, of chapter-menu and title-menu
+    std::optional<std::string> Iso;      // --iso OUT.iso, of dvd
+    std::optional<std::string> Standard; // --standard pal|ntsc, of dvd
 };
 
 // The command line, taken apart: a command word, its plain arguments and the options.

@@ -14,8 +14,8 @@ const char* ToolProgram(DvdTool tool)
         return "spumux";
     case DvdTool::Dvdauthor:
         return "dvdauthor";
-    case DvdTool::Xorriso:
-        return "xorriso";
+    case DvdTool::Genisoimage:
+        return "genisoimage";
     case DvdTool::Lsdvd:
         return "lsdvd";
     }

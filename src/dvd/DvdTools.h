@@ -10,7 +10,7 @@
 namespace mw {
 
 // The Linux programs that make a DVD-Video, each from a Debian package.
-enum class DvdTool { Ffmpeg, Spumux, Dvdauthor, Xorriso, Lsdvd };
+enum class DvdTool { Ffmpeg, Spumux, Dvdauthor, Genisoimage, Lsdvd };
 
 const char* ToolProgram(DvdTool tool);
 const char* ToolPackage(DvdTool tool);

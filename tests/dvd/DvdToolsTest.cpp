@@ -26,7 +26,7 @@ TEST(DvdTools, AMissingToolNamesItsDebianPackage)
     std::string error;
     EXPECT_FALSE(HaveDvdTools({DvdTool::Spumux, DvdTool::Ffmpeg}, error));
     EXPECT_EQ(error, "spumux was not found; install the package dvdauthor");
-    EXPECT_EQ(MissingToolMessage(DvdTool::Xorriso), "xorriso was not found; install the package xorriso");
+    EXPECT_EQ(MissingToolMessage(DvdTool::Genisoimage), "genisoimage was not found; install the package genisoimage");
     ToolRunner runner;
     EXPECT_FALSE(RunDvdTool(runner, DvdTool::Lsdvd, {}, work.Path(), [](const std::string&) {}, error));
     EXPECT_EQ(error, "lsdvd was not found; install the package lsdvd");

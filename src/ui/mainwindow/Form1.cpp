@@ -18,6 +18,7 @@
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/BuildLogWindow.h"
 #include "ui/dialogs/frmOptions.h"
+#include "ui/dvd/DvdExportDialog.h"
 #include "ui/mainwindow/DocTreeModel.h"
 #include "ui/mainwindow/HelpPane.h"
 #include "ui/mainwindow/MenuActions.h"
@@ -183,6 +184,7 @@ void Form1::ConnectCommands()
         });
     });
     on("mnuCreateDivX", [this] { RunDivXBuild(this, project_); });
+    on("mnuExportDvd", [this] { RunDvdExport(this, project_); });
     on("mnuMovieWithChaps", [this] {
         bool createNow = false;
         ReplaceDocument([this, &createNow] { createNow = mnuMovieWithChaps(project_) == MovieWithChapsEnd::CreateNow; });
