@@ -12,7 +12,6 @@
 #include "menuplayer/ButtonOverlay.h"
 
 #include <QImageReader>
-#include <QStandardPaths>
 
 #include <chrono>
 #include <fstream>
@@ -23,10 +22,6 @@ namespace mw {
 namespace fs = std::filesystem;
 
 namespace {
-
-// The image needs UDF, through which players and libdvdread read a DVD-Video; xorriso writes
-// none, genisoimage does.
-constexpr const char* kImageProgram = "genisoimage";
 
 std::string UniqueName(const std::string& stem)
 {
@@ -71,12 +66,9 @@ public:
 
     bool Run(std::string& error)
     {
-        if (!HaveDvdTools({DvdTool::Ffmpeg, DvdTool::Spumux, DvdTool::Dvdauthor}, error))
+        if (!HaveDvdTools({DvdTool::Ffmpeg, DvdTool::Spumux, DvdTool::Dvdauthor}, error) ||
+            (request_.Iso && !HaveDvdTools({DvdTool::Genisoimage}, error)))
             return false;
-        if (request_.Iso && QStandardPaths::findExecutable(kImageProgram).isEmpty()) {
-            error = std::string(kImageProgram) + " was not found; install the package " + kImageProgram;
-            return false;
-        }
         plan_ = PlanDvdExport(project_, request_);
         for (const std::string& left : plan_.Unsupported)
             log_.Line("Not on the disc: " + left);
@@ -204,13 +196,10 @@ private:
         Next("Writing the ISO image");
         isoPart_ = *request_.Iso;
         isoPart_ += ".part";
-        const ToolRun run = runner_.RunNative(
-            kImageProgram, {"-dvd-video", "-udf", "-V", "MENUWRIGHT", "-o", fs::absolute(isoPart_).string(), fresh_.string()},
-            work_, Lines());
-        if (run.Finished() && run.ExitCode == 0)
-            return true;
-        error = std::string(kImageProgram) + " failed (exit code " + std::to_string(run.ExitCode) + ")";
-        return false;
+        // UDF, through which players read a DVD-Video.
+        return Tool(DvdTool::Genisoimage,
+                    {"-dvd-video", "-udf", "-V", "MENUWRIGHT", "-o", fs::absolute(isoPart_).string(), fresh_.string()},
+                    error);
     }
 
     // The new disc takes the old one's place; should that fail, the old one comes back.
