@@ -1,7 +1,7 @@
 #include "dvd/DvdExport.h"
 
 #include "build/MuxScripts.h"
-#include "core/Text.h"
+#include "core/ScriptedPrompt.h"
 #include "document/Project.h"
 #include "dvd/DvdAuthorXml.h"
 #include "dvd/DvdTools.h"
@@ -249,7 +249,10 @@ private:
 
 DvdPlan PlanDvdExport(Project& project, const DvdExportRequest& request)
 {
-    const DvdProbe probe = [&project](const std::string& file) {
+    // Read quietly, as the export runs beside the window: a movie that cannot be read fails its
+    // transcode, which tells why.
+    ScriptedPrompt quiet;
+    const DvdProbe probe = [&quiet](const std::string& file) {
         DvdSource source;
         if (IsPictureMenu(file)) {
             const QSize size = QImageReader(QString::fromStdString(file)).size();
@@ -257,7 +260,7 @@ DvdPlan PlanDvdExport(Project& project, const DvdExportRequest& request)
         }
         long start = 0, length = 0, width = 0, height = 0;
         float fps = 0;
-        if (GetStreamByType(file, "video", start, length, fps, width, height, project.Ask()) >= 0)
+        if (GetStreamByType(file, "video", start, length, fps, width, height, quiet) >= 0)
             source = {int(width), int(height), fps};
         return source;
     };
