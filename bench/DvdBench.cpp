@@ -73,14 +73,6 @@ std::string ProjectXml()
            menus + "</LanguageMenus></DivXMediaManager>";
 }
 
-struct QuietLog : mw::BuildLog {
-    void Step(const std::string&) override {}
-    void Progress(int, int) override {}
-    void Line(const std::string&) override {}
-    void ShowTextFile(const fs::path&) override {}
-    void OpenResult(const fs::path&) override {}
-};
-
 struct DvdProject {
     mw::ProgramState program{mw::bench::BenchFolder("menuwright-bench-dvd-home")};
     mw::ScriptedPrompt prompt;
@@ -103,7 +95,7 @@ void BM_Dvd_Export60sTitleThreeStillMenus(benchmark::State& state)
     mw::DvdExportRequest request{Folder() / "disc", {}, mw::TvStandard::Pal, {}};
     for (auto _ : state) {
         mw::ToolRunner runner;
-        QuietLog log;
+        mw::bench::QuietLog log;
         std::string error;
         if (!mw::ExportDvd(open.project, request, runner, log, error))
             state.SkipWithError(error.c_str());
