@@ -3,6 +3,8 @@
 // The files the benchmarks work on, made once and kept between runs under the system's temporary
 // folder, and the timing of whole processes.
 
+#include "build/BuildLog.h"
+
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
@@ -65,6 +67,15 @@ inline const std::filesystem::path& BusyHourMovie()
                    "-c:v mpeg4 -vtag DX50 -g 250 -sc_threshold 1000000000 -b:v 1200k");
     return file;
 }
+
+// A build's log that nobody reads.
+struct QuietLog : mw::BuildLog {
+    void Step(const std::string&) override {}
+    void Progress(int, int) override {}
+    void Line(const std::string&) override {}
+    void ShowTextFile(const std::filesystem::path&) override {}
+    void OpenResult(const std::filesystem::path&) override {}
+};
 
 // Whole processes, so that start-up counts on both sides alike.
 inline void TimeCommand(benchmark::State& state, const std::string& command)

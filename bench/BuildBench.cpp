@@ -34,14 +34,6 @@ const fs::path& Folder()
 
 fs::path Home() { return Folder() / "home"; }
 
-struct QuietLog : mw::BuildLog {
-    void Step(const std::string&) override {}
-    void Progress(int, int) override {}
-    void Line(const std::string&) override {}
-    void ShowTextFile(const fs::path&) override {}
-    void OpenResult(const fs::path&) override {}
-};
-
 class Builder {
 public:
     explicit Builder(mw::DocTree& tree) : tree_(tree) {}
@@ -110,7 +102,7 @@ void BM_Build_Prepare240Overlays(benchmark::State& state)
                         false, 25, Folder() / "out.divx", true, {}};
     for (auto _ : state) {
         mw::ToolRunner runner;
-        QuietLog log;
+        mw::bench::QuietLog log;
         if (mw::mnuCreateDivX_Click(build, prompt, runner, log) != mw::BuildEnd::Prepared || !prompt.Log.empty())
             state.SkipWithError("the build did not prepare its files");
     }

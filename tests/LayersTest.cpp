@@ -11,8 +11,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array<const char*, 9> kLayers = {"core",  "i18n",  "render", "document",  "media",
-                                                "menus", "build", "menuplayer", "generators"};
+constexpr std::array<const char*, 10> kLayers = {"core",  "i18n",  "render",     "document", "media",
+                                                 "menus", "build", "menuplayer", "dvd",      "generators"};
 
 std::ptrdiff_t RankOf(const std::string& folder)
 {

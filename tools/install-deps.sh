@@ -11,7 +11,7 @@ packages=(
   libqt6svg6 adwaita-icon-theme
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-liberation2
-  libxml2-utils dvdauthor graphviz
+  libxml2-utils dvdauthor genisoimage lsdvd graphviz
   mencoder gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-libav
   xvfb xauth
 )

@@ -44,6 +44,15 @@ void StopGroup(QProcess& process)
     }
 }
 
+// Working folder, empty input unless a file is given, and a process group of its own so that a
+// cancel reaches everything the tool started.
+void SetUp(QProcess& process, const std::filesystem::path& folder, const std::filesystem::path& input = {})
+{
+    process.setWorkingDirectory(QString::fromStdString(folder.string()));
+    process.setStandardInputFile(input.empty() ? QProcess::nullDevice() : QString::fromStdString(input.string()));
+    process.setChildProcessModifier([] { ::setsid(); });
+}
+
 } // namespace
 
 ToolRunner::ToolRunner(std::string wine) : wine_(std::move(wine)) {}
@@ -71,9 +80,9 @@ std::vector<std::string> ToolRunner::WineArguments(const std::filesystem::path& 
     return result;
 }
 
-std::optional<ToolRun> ToolRunner::Prepare(QProcess& process, const std::filesystem::path& program,
-                                           const std::vector<std::string>& arguments,
-                                           const std::filesystem::path& folder) const
+std::optional<ToolRun> ToolRunner::PrepareWine(QProcess& process, const std::filesystem::path& program,
+                                               const std::vector<std::string>& arguments,
+                                               const std::filesystem::path& folder) const
 {
     if (cancelled_)
         return ToolRun{ToolRun::Outcome::Cancelled};
@@ -82,26 +91,18 @@ std::optional<ToolRun> ToolRunner::Prepare(QProcess& process, const std::filesys
         return ToolRun{ToolRun::Outcome::NoWine};
     process.setProgram(QString::fromStdString(wine));
     process.setArguments(ToQt(WineArguments(program, arguments)));
-    process.setWorkingDirectory(QString::fromStdString(folder.string()));
     // Wine's own diagnostics would bury the tool's output in the log; a user who sets them keeps them.
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     if (!environment.contains("WINEDEBUG"))
         environment.insert("WINEDEBUG", "-all");
     process.setProcessEnvironment(environment);
     // No one types at a "pause": it reads the end of the input and goes on.
-    process.setStandardInputFile(QProcess::nullDevice());
-    // Its own process group, so that a cancel reaches the tools that the batch file started.
-    process.setChildProcessModifier([] { ::setsid(); });
+    SetUp(process, folder);
     return std::nullopt;
 }
 
-ToolRun ToolRunner::Run(const std::filesystem::path& program, const std::vector<std::string>& arguments,
-                        const std::filesystem::path& folder, const LineSink& onLine)
+ToolRun ToolRunner::Wait(QProcess& process, const LineSink& onLine) const
 {
-    QProcess process;
-    if (const std::optional<ToolRun> refused = Prepare(process, program, arguments, folder))
-        return *refused;
-    process.setProcessChannelMode(QProcess::MergedChannels);
     process.start();
     if (!process.waitForStarted(-1))
         return {ToolRun::Outcome::NotStarted};
@@ -127,11 +128,45 @@ ToolRun ToolRunner::Run(const std::filesystem::path& program, const std::vector<
     return {ToolRun::Outcome::Finished, process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1};
 }
 
+ToolRun ToolRunner::Run(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                        const std::filesystem::path& folder, const LineSink& onLine)
+{
+    QProcess process;
+    if (const std::optional<ToolRun> refused = PrepareWine(process, program, arguments, folder))
+        return *refused;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    return Wait(process, onLine);
+}
+
+ToolRun ToolRunner::RunNative(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                              const std::filesystem::path& folder, const LineSink& onLine,
+                              const ToolStreams& streams)
+{
+    if (cancelled_)
+        return {ToolRun::Outcome::Cancelled};
+    const QString executable = program.has_parent_path()
+                                   ? QString::fromStdString(program.string())
+                                   : QStandardPaths::findExecutable(QString::fromStdString(program.string()));
+    if (executable.isEmpty())
+        return {ToolRun::Outcome::NotStarted};
+    QProcess process;
+    process.setProgram(executable);
+    process.setArguments(ToQt(arguments));
+    SetUp(process, folder, streams.Input);
+    if (streams.Output.empty()) {
+        process.setProcessChannelMode(QProcess::MergedChannels);
+    } else {
+        process.setStandardOutputFile(QString::fromStdString(streams.Output.string()));
+        process.setReadChannel(QProcess::StandardError);
+    }
+    return Wait(process, onLine);
+}
+
 ToolRun ToolRunner::Start(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                           const std::filesystem::path& folder)
 {
     QProcess process;
-    if (const std::optional<ToolRun> refused = Prepare(process, program, arguments, folder))
+    if (const std::optional<ToolRun> refused = PrepareWine(process, program, arguments, folder))
         return *refused;
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());

@@ -22,9 +22,16 @@ struct ToolRun {
     bool Finished() const { return Result == Outcome::Finished; }
 };
 
-// Runs the outside Windows tools (the muxer, the encoders, the batch files we write for them)
-// through Wine: a ".bat" through "cmd /c", anything else as a program. One runner serves one
-// build: once cancelled, it starts nothing more.
+// Files in place of a program's standard input and output. Without an input file it reads
+// an empty input; without an output file its output comes as lines with its errors.
+struct ToolStreams {
+    std::filesystem::path Input;
+    std::filesystem::path Output;
+};
+
+// Runs the outside tools: the Windows ones (the muxer, the encoders, the batch files we write for
+// them) through Wine, a ".bat" through "cmd /c", anything else as a program; Linux programs as
+// they are. One runner serves one build: once cancelled, it starts nothing more.
 class ToolRunner {
 public:
     using LineSink = std::function<void(const std::string& line)>;
@@ -42,6 +49,10 @@ public:
     // together, line ends cut) to onLine as it comes, and waits for it to end.
     ToolRun Run(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                 const std::filesystem::path& folder, const LineSink& onLine);
+    // Runs a Linux program (a path, or a name looked up on PATH) as Run runs a Windows tool,
+    // with the same cancel. NotStarted when it cannot be found or started.
+    ToolRun RunNative(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                      const std::filesystem::path& folder, const LineSink& onLine, const ToolStreams& streams = {});
     // Starts the program and lets it run on its own; Finished once it has started.
     ToolRun Start(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                   const std::filesystem::path& folder);
@@ -53,8 +64,11 @@ public:
 private:
     std::string WineProgram() const;
     // Sets the process up to run the program through Wine; the outcome instead when it must not start.
-    std::optional<ToolRun> Prepare(QProcess& process, const std::filesystem::path& program,
-                                   const std::vector<std::string>& arguments, const std::filesystem::path& folder) const;
+    std::optional<ToolRun> PrepareWine(QProcess& process, const std::filesystem::path& program,
+                                       const std::vector<std::string>& arguments,
+                                       const std::filesystem::path& folder) const;
+    // Starts the prepared process and passes its lines until it ends or the runner is cancelled.
+    ToolRun Wait(QProcess& process, const LineSink& onLine) const;
 
     std::string wine_;
     std::atomic<bool> cancelled_ = false;

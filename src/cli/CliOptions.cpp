@@ -147,6 +147,7 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
         {"--per-page", "title-menu", &menu.PerPage}, {"--main", "setup-menu", &menu.Main},
         {"--motion", "chapter-menu", &menu.Motion}, {"--motion", "title-menu", &menu.Motion},
         {"--force", "buttons-from-picture", &menu.Force}, {"--no-overlays", "buttons-from-picture", nullptr},
+        {"--iso", "dvd", &menu.Iso}, {"--standard", "dvd", &menu.Standard},
     };
     bool prepareOnly = false;
     std::vector<std::string> rest;
@@ -294,6 +295,11 @@ std::string CliUsage()
            "                                    and the scripts run through Wine. --prepare-only\n"
            "                                    writes every file into its tmp folder, runs nothing\n"
            "                                    and cleans nothing; -o names the result\n"
+           "  dvd PROJECT.xml -o FOLDER [--iso OUT.iso] [--standard pal|ntsc] [--lang CODE]\n"
+           "                                    the project as a DVD-Video in FOLDER (VIDEO_TS), made\n"
+           "                                    with ffmpeg, spumux and dvdauthor; --iso also writes a\n"
+           "                                    disc image; --standard defaults to the project's frame\n"
+           "                                    rate; --lang exports one language set's menus only\n"
            "  overlay-from-picture PICTURE -o OUT.bmp [--transparent X,Y]\n"
            "                                    a picture in 16 colours as an overlay, the colour of\n"
            "                                    pixel X,Y (default 0,0) transparent\n"
@@ -307,7 +313,7 @@ std::string CliUsage()
            "  --lang CODE                new: the menu language instead of the setting defLang;\n"
            "                             chapter-menu, title-menu, setup-menu: the language set of the\n"
            "                             new menus; walk: the language set to walk (default:\n"
-           "                             defaultMenuLanguage)\n"
+           "                             defaultMenuLanguage); dvd: the one language set to export\n"
            "  --fps F                    pic2avi: frames per second, such as 25 or 29.97\n"
            "  --audio FILE               pic2avi: an audio file to add as a second stream\n"
            "  --count N                  chapters: N chapters of equal length\n"
@@ -320,6 +326,8 @@ std::string CliUsage()
            "  --prepare-only             build: write every file, run no tool, clean nothing\n"
            "  --force SIZE               buttons-from-picture: every button SIZE by SIZE pixels\n"
            "  --no-overlays              buttons-from-picture: the default overlay, no files written\n"
+           "  --iso OUT.iso              dvd: also an ISO image of the disc\n"
+           "  --standard pal|ntsc        dvd: the TV standard (default: by the project's rate)\n"
            "  --help                     show this text\n"
            "  --version                  show the version\n"
            "\n"

@@ -27,6 +27,8 @@ struct MenuCliOptions {
     std::optional<std::string> Motion;   // --motion SECONDS, of chapter-menu and title-menu
     std::optional<std::string> Force;    // --force SIZE, of buttons-from-picture
     bool NoOverlays = false;             // --no-overlays, of buttons-from-picture
+    std::optional<std::string> Iso;      // --iso OUT.iso, of dvd
+    std::optional<std::string> Standard; // --standard pal|ntsc, of dvd
 };
 
 // The command line, taken apart: a command word, its plain arguments and the options.

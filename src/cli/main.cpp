@@ -1,5 +1,6 @@
 #include "cli/CliBuildCommands.h"
 #include "cli/CliCommands.h"
+#include "cli/CliDvdCommands.h"
 #include "cli/CliGeneratorCommands.h"
 #include "cli/CliMenuCommands.h"
 #include "cli/CliOptions.h"
@@ -61,6 +62,7 @@ const std::map<std::string, CommandRunner, std::less<>>& Commands()
         {"export-template", RunExportTemplate},
         {"insert-template", RunInsertTemplate},
         {"build", RunBuild},
+        {"dvd", RunDvd},
         {"chapter-menu", RunChapterMenu},
         {"title-menu", RunTitleMenu},
         {"setup-menu", RunSetupMenu},

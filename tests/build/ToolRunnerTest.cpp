@@ -64,6 +64,36 @@ TEST(ToolRunner, CancelStopsTheToolAndWhatItStartedAndEveryLaterRun)
     EXPECT_FALSE(std::filesystem::exists(late)) << "a tool started by the cancelled one went on";
 }
 
+TEST(ToolRunner, LinuxProgramTakesFilesForItsStreamsAndStopsWithWhatItStartedOnCancel)
+{
+    ScratchFolder work;
+    const auto input = work.Write("in.txt", "b\na\n");
+    const auto output = work.Path() / "out.txt";
+    ToolRunner runner("no-such-wine");
+    std::vector<std::string> lines;
+    const ToolRun run = runner.RunNative("sh", {"-c", "sort; echo said >&2; pwd >&2; exit 4"}, work.Path(),
+                                         [&](const std::string& l) { lines.push_back(l); }, {input, output});
+    EXPECT_TRUE(run.Finished());
+    EXPECT_EQ(run.ExitCode, 4);
+    EXPECT_EQ(ReadAll(output), "a\nb\n");
+    EXPECT_EQ(lines, (std::vector<std::string>{"said", work.Path().string()}));
+    EXPECT_EQ(runner.RunNative("no-such-program", {}, work.Path(), [](const std::string&) {}).Result,
+              ToolRun::Outcome::NotStarted);
+
+    const auto late = work.Path() / "late";
+    const ToolRun stopped = runner.RunNative(
+        "sh", {"-c", "echo started; (sleep 1; touch '" + late.string() + "') & sleep 30"}, work.Path(),
+        [&](const std::string& line) {
+            if (line == "started")
+                std::thread([&runner] { runner.Cancel(); }).detach();
+        });
+    EXPECT_EQ(stopped.Result, ToolRun::Outcome::Cancelled);
+    EXPECT_EQ(runner.RunNative("true", {}, work.Path(), [](const std::string&) {}).Result,
+              ToolRun::Outcome::Cancelled);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    EXPECT_FALSE(std::filesystem::exists(late)) << "a program started by the cancelled one went on";
+}
+
 // The real thing, when Wine is installed (see the README): our batch file's command lines and
 // its Z: paths as Wine's cmd reads them; a "pause" goes on by itself.
 TEST(ToolRunner, RealWineRunsOurBatchFile)

@@ -20,6 +20,7 @@
 #include "ui/dialogs/frmOptions.h"
 #include "ui/help/HelpWindow.h"
 #include "ui/languages/frmCreateLang.h"
+#include "ui/dvd/DvdExportDialog.h"
 #include "ui/mainwindow/DocTreeModel.h"
 #include "ui/mainwindow/HelpPane.h"
 #include "ui/mainwindow/MenuActions.h"
@@ -188,6 +189,7 @@ void Form1::ConnectCommands()
         });
     });
     on("mnuCreateDivX", [this] { RunDivXBuild(this, project_); });
+    on("mnuExportDvd", [this] { RunDvdExport(this, project_); });
     on("mnuMovieWithChaps", [this] {
         bool createNow = false;
         ReplaceDocument([this, &createNow] { createNow = mnuMovieWithChaps(project_) == MovieWithChapsEnd::CreateNow; });

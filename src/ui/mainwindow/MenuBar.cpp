@@ -32,6 +32,8 @@ const std::array kEntries{
     MenuEntry{"mnuFile", "Save", "Ctrl+S", "mnuSave", S::Document},
     MenuEntry{"mnuFile", "Save As...", nullptr, "mnuSaveAs", S::Document},
     Sep("mnuFile"),
+    MenuEntry{"mnuFile", "Export DVD-Video...", nullptr, "mnuExportDvd", S::Document},
+    Sep("mnuFile"),
     MenuEntry{"mnuFile", "Options...", "Ctrl+P", "mnuOptions"},
     Sep("mnuFile"),
     MenuEntry{"mnuFile", "Recent files", nullptr, "mnuRecentFiles", S::Submenu},
