@@ -63,7 +63,7 @@ DvdExportDialog::DvdExportDialog(const DvdExportChoices& choices, Prompt& prompt
     connect(cmdIso_, &QPushButton::clicked, this, &DvdExportDialog::cmdIso_Click);
 
     cboLanguage_->setObjectName("cboLanguage");
-    cboLanguage_->addItem("All", QString());
+    cboLanguage_->addItem("All languages", QString());
     for (const std::string& code : choices.Languages)
         cboLanguage_->addItem(QString::fromStdString(code), QString::fromStdString(code));
     cboLanguage_->setEnabled(choices.Languages.size() > 1);
