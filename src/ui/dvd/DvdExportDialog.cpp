@@ -156,7 +156,6 @@ void RunDvdExport(QWidget* window, Project& project)
             return BuildEnd::Done;
         if (runner.Cancelled())
             return BuildEnd::Cancelled;
-        log.Line(error);
         prompt.Message(error);
         return BuildEnd::Failed;
     });
