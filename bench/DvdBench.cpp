@@ -123,8 +123,13 @@ void BM_Dvd_FfmpegTranscodesAlone(benchmark::State& state)
         if (!mw::ReadDvdSourceVideo(job.Source, source, error))
             throw std::runtime_error(error);
         std::string command = "ffmpeg";
-        for (const std::string& argument : mw::DvdTranscodeArguments(job, source, job.Output))
-            command += " " + mw::bench::Quoted(argument);
+        for (const std::string& argument : mw::DvdTranscodeArguments(job, source, job.Output)) {
+            // The filters hold quotes of their own.
+            std::string quoted = "'";
+            for (const char c : argument)
+                quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+            command += " " + quoted + "'";
+        }
         commands.push_back(command + " >/dev/null 2>&1");
     };
     int n = 0;

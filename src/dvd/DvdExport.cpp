@@ -1,7 +1,7 @@
 #include "dvd/DvdExport.h"
 
 #include "build/MuxScripts.h"
-#include "core/Text.h"
+#include "core/ScriptedPrompt.h"
 #include "document/Project.h"
 #include "dvd/DvdAuthorXml.h"
 #include "dvd/DvdTools.h"
@@ -12,7 +12,6 @@
 #include "menuplayer/ButtonOverlay.h"
 
 #include <QImageReader>
-#include <QStandardPaths>
 
 #include <chrono>
 #include <fstream>
@@ -23,10 +22,6 @@ namespace mw {
 namespace fs = std::filesystem;
 
 namespace {
-
-// The image needs UDF, through which players and libdvdread read a DVD-Video; xorriso writes
-// none, genisoimage does.
-constexpr const char* kImageProgram = "genisoimage";
 
 std::string UniqueName(const std::string& stem)
 {
@@ -71,12 +66,9 @@ public:
 
     bool Run(std::string& error)
     {
-        if (!HaveDvdTools({DvdTool::Ffmpeg, DvdTool::Spumux, DvdTool::Dvdauthor}, error))
+        if (!HaveDvdTools({DvdTool::Ffmpeg, DvdTool::Spumux, DvdTool::Dvdauthor}, error) ||
+            (request_.Iso && !HaveDvdTools({DvdTool::Genisoimage}, error)))
             return false;
-        if (request_.Iso && QStandardPaths::findExecutable(kImageProgram).isEmpty()) {
-            error = std::string(kImageProgram) + " was not found; install the package " + kImageProgram;
-            return false;
-        }
         plan_ = PlanDvdExport(project_, request_);
         for (const std::string& left : plan_.Unsupported)
             log_.Line("Not on the disc: " + left);
@@ -204,13 +196,10 @@ private:
         Next("Writing the ISO image");
         isoPart_ = *request_.Iso;
         isoPart_ += ".part";
-        const ToolRun run = runner_.RunNative(
-            kImageProgram, {"-dvd-video", "-udf", "-V", "MENUWRIGHT", "-o", fs::absolute(isoPart_).string(), fresh_.string()},
-            work_, Lines());
-        if (run.Finished() && run.ExitCode == 0)
-            return true;
-        error = std::string(kImageProgram) + " failed (exit code " + std::to_string(run.ExitCode) + ")";
-        return false;
+        // UDF, through which players read a DVD-Video.
+        return Tool(DvdTool::Genisoimage,
+                    {"-dvd-video", "-udf", "-V", "MENUWRIGHT", "-o", fs::absolute(isoPart_).string(), fresh_.string()},
+                    error);
     }
 
     // The new disc takes the old one's place; should that fail, the old one comes back.
@@ -260,7 +249,10 @@ private:
 
 DvdPlan PlanDvdExport(Project& project, const DvdExportRequest& request)
 {
-    const DvdProbe probe = [&project](const std::string& file) {
+    // Read quietly, as the export runs beside the window: a movie that cannot be read fails its
+    // transcode, which tells why.
+    ScriptedPrompt quiet;
+    const DvdProbe probe = [&quiet](const std::string& file) {
         DvdSource source;
         if (IsPictureMenu(file)) {
             const QSize size = QImageReader(QString::fromStdString(file)).size();
@@ -268,7 +260,7 @@ DvdPlan PlanDvdExport(Project& project, const DvdExportRequest& request)
         }
         long start = 0, length = 0, width = 0, height = 0;
         float fps = 0;
-        if (GetStreamByType(file, "video", start, length, fps, width, height, project.Ask()) >= 0)
+        if (GetStreamByType(file, "video", start, length, fps, width, height, quiet) >= 0)
             source = {int(width), int(height), fps};
         return source;
     };

@@ -382,7 +382,7 @@ private:
     {
         ListCommands result;
         bool leftMenu = false;
-        const DocNode* shownMenu = nullptr;
+        bool menuOnDisc = false;
         for (const ActionStep& step : actions.Steps) {
             const DvdTitle* title = TitleOf(step.TitleID);
             switch (step.What) {
@@ -408,17 +408,17 @@ private:
                     plan_.Unsupported.push_back(where + ": MenuTransitionAction to " + graph_.MenuLabel(step.Target) +
                                                 " of another language set; a disc shows the menus of one "
                                                 "language only");
-                    shownMenu = nullptr;
+                    menuOnDisc = false;
                     break;
                 }
-                shownMenu = graph_.Menu(step.Target);
+                menuOnDisc = true;
                 result.Jump = "jump menu " + Number(place->second.Number) + ";";
                 break;
             }
             case ActionStep::Kind::GoToButton: {
                 // The player has checked that the button is one of the menu shown by then.
                 const long value = 1024L * ButtonNumber(step.Target);
-                if (value == 0 || (leftMenu && !shownMenu))
+                if (value == 0 || (leftMenu && !menuOnDisc))
                     break;
                 result.Sets += (leftMenu ? "g1 = " : "button = ") + Number(value) + "; ";
                 break;
