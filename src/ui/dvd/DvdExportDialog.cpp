@@ -20,10 +20,10 @@ namespace mw {
 
 namespace fs = std::filesystem;
 
-DvdExportChoices DvdExportDefaults(const Project& project)
+DvdExportChoices DvdExportDefaults(Project& project)
 {
     DvdExportChoices choices;
-    choices.Standard = StandardForRate(project.MovieFps);
+    choices.Standard = PlanDvdExport(project, {}).Standard;
     const fs::path file = project.Doc.ProjectFile;
     if (!file.empty())
         choices.Folder = (file.parent_path() / (file.stem().string() + " DVD")).string();
