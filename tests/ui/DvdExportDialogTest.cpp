@@ -24,7 +24,7 @@ void DvdExportDialogTest::defaultsComeFromTheProjectAndChoicesReachTheRequest()
     test::MainWindow w;
     std::string twoLanguages = test::kCanvasProject;
     twoLanguages.insert(twoLanguages.find("</DivXMediaManager>"),
-                        R"(<LanguageMenus objectID="30" languageCode="de" startingMenuID="12" rootMenuID="none"/>)");
+                        R"(<LanguageMenus objectID="30" languageCode="de" startingMenuID="none" rootMenuID="none"/>)");
     w.Write("disc.xml", twoLanguages);
     w.OpenByMenu((w.Folder() / "disc.xml").string());
     QVERIFY(w.Action("mnuExportDvd")->isEnabled());
