@@ -53,9 +53,9 @@ std::string PictureFilters(const DvdTranscodeJob& job, const DvdSourceVideo& sou
     const std::string w = std::to_string(kDvdFrameWidth);
     const std::string h = std::to_string(DvdFrameHeight(job.Standard));
     // A 4:3 picture fills the frame; wider ones take the whole width, narrower the whole height.
-    std::string filters = "scale=w='if(gte(dar,4/3)," + w + ",round(" + w + "*dar*3/8)*2)'" + ":h='if(gte(dar,4/3),round(" +
-                          h + "*4/3/dar/2)*2," + h + ")'" + ",pad=" + w + ":" + h + ":(ow-iw)/2:(oh-ih)/2,setsar=" +
-                          (job.Standard == TvStandard::Pal ? "16/15" : "8/9");
+    std::string filters = "scale=w='if(gte(dar,4/3)," + w + ",round(" + w + "*dar*3/8)*2)'" +
+                          ":h='if(gte(dar,4/3),round(" + h + "*4/3/dar/2)*2," + h + ")'" + ",pad=" + w + ":" + h +
+                          ":(ow-iw)/2:(oh-ih)/2,setsar=" + (job.Standard == TvStandard::Pal ? "16/15" : "8/9");
     const FrameRate target = DvdFrameRate(job.Standard);
     if (Telecined(job, source))
         filters += ",telecine=first_field=top:pattern=23";
@@ -181,7 +181,8 @@ bool TranscodeForDvd(ToolRunner& runner, const DvdTranscodeJob& job, const DvdPr
         }
     };
     const std::filesystem::path folder = job.Output.has_parent_path() ? job.Output.parent_path() : ".";
-    const bool ran = RunDvdTool(runner, DvdTool::Ffmpeg, DvdTranscodeArguments(job, source, part), folder, onOutput, error);
+    const bool ran =
+        RunDvdTool(runner, DvdTool::Ffmpeg, DvdTranscodeArguments(job, source, part), folder, onOutput, error);
     std::error_code failed;
     if (ran) {
         std::filesystem::rename(part, job.Output, failed);

@@ -20,10 +20,10 @@ namespace mw {
 
 namespace fs = std::filesystem;
 
-DvdExportChoices DvdExportDefaults(const Project& project)
+DvdExportChoices DvdExportDefaults(Project& project)
 {
     DvdExportChoices choices;
-    choices.Standard = StandardForRate(project.MovieFps);
+    choices.Standard = PlanDvdExport(project, {}).Standard;
     const fs::path file = project.Doc.ProjectFile;
     if (!file.empty())
         choices.Folder = (file.parent_path() / (file.stem().string() + " DVD")).string();
@@ -63,7 +63,7 @@ DvdExportDialog::DvdExportDialog(const DvdExportChoices& choices, Prompt& prompt
     connect(cmdIso_, &QPushButton::clicked, this, &DvdExportDialog::cmdIso_Click);
 
     cboLanguage_->setObjectName("cboLanguage");
-    cboLanguage_->addItem("All", QString());
+    cboLanguage_->addItem("All languages", QString());
     for (const std::string& code : choices.Languages)
         cboLanguage_->addItem(QString::fromStdString(code), QString::fromStdString(code));
     cboLanguage_->setEnabled(choices.Languages.size() > 1);
@@ -156,7 +156,6 @@ void RunDvdExport(QWidget* window, Project& project)
             return BuildEnd::Done;
         if (runner.Cancelled())
             return BuildEnd::Cancelled;
-        log.Line(error);
         prompt.Message(error);
         return BuildEnd::Failed;
     });

@@ -24,9 +24,9 @@ struct DvdExportChoices {
     std::vector<std::string> Languages; // the codes of the project's menu sets
 };
 
-// A folder beside the project named after it, the standard of the project's frame rate and its
-// menu languages.
-DvdExportChoices DvdExportDefaults(const Project& project);
+// A folder beside the project named after it, the standard the export takes by default and the
+// project's menu languages.
+DvdExportChoices DvdExportDefaults(Project& project);
 
 // File > Export DVD-Video...: where the disc goes, its TV standard, an ISO image or not, and all
 // menu languages or one.
