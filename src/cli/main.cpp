@@ -7,6 +7,7 @@
 #include "cli/CliPlayerCommands.h"
 #include "cli/CliTitleCommands.h"
 #include "cli/CliWholeProjectCommands.h"
+#include "cli/CliWizardCommands.h"
 #include "cli/ConsoleFormHost.h"
 #include "cli/ConsolePrompt.h"
 #include "core/CommandGuard.h"
@@ -65,6 +66,7 @@ const std::map<std::string, CommandRunner, std::less<>>& Commands()
         {"setup-menu", RunSetupMenu},
         {"movie-with-chapters", RunMovieWithChapters},
         {"movies-with-menu", RunMoviesWithMenu},
+        {"wizard", RunWizard},
         {"walk", RunWalk},
         {"map", RunMap},
     };
