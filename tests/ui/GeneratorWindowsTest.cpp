@@ -11,6 +11,7 @@
 #include "media/FrameGrabber.h"
 #include "media/TitleNodes.h"
 #include "menus/Actions.h"
+#include "ui/generators/GeneratorWindow.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -43,6 +44,13 @@ std::string ButtonProperty(Project& project, std::size_t i, const char* key)
 {
     const DocNode* button = project.Doc.Tree.ObjectNode(project.Canvas.Buttons.at(i).Label.Tag);
     return button ? GetPropertyInNode(*button, key) : "";
+}
+
+void Drag(QWidget* page, QPoint from, QPoint to)
+{
+    QTest::mousePress(page, Qt::LeftButton, {}, from);
+    QTest::mouseMove(page, to);
+    QTest::mouseRelease(page, Qt::LeftButton, {}, to);
 }
 
 } // namespace
@@ -86,14 +94,9 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
         QCOMPARE(dialog.objectName(), QString("frmVisualMenuForChapters"));
         auto* page = test::Child<QWidget>(dialog, "PicCon");
         QCOMPARE(page->size(), QSize(expected.Width, expected.Height));
-        const auto drag = [page](QPoint from, QPoint to) {
-            QTest::mousePress(page, Qt::LeftButton, {}, from);
-            QTest::mouseMove(page, to);
-            QTest::mouseRelease(page, Qt::LeftButton, {}, to);
-        };
-        drag(first.center(), first.center() + by);
+        Drag(page, first.center(), first.center() + by);
         // The main label grows by its lower right corner.
-        drag(main.bottomRight(), main.bottomRight() + by);
+        Drag(page, main.bottomRight(), main.bottomRight() + by);
 
         // A background of five colours: the page's corners show the corner colours.
         const std::array<std::uint32_t, 5> colors{0x0000FF, 0x00FF00, 0xFF0000, 0xFFFFFF, 0x808080};
@@ -220,6 +223,27 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
         LoadActionRows(project.Doc.Tree, ButtonProperty(project, buttons - 2, "selectAction"));
     QCOMPARE(none.size(), std::size_t{1});
     QCOMPARE(none[0].Type, std::string("SubtitleSelectAction"));
+
+    // A caller's page, edited in place with Create hidden: the edits reach the caller's page and
+    // nothing is made.
+    const std::string title = ObjectIdOf(*TitleNodes(project.Doc).front());
+    MenuPage handed;
+    QVERIFY(OpenChapterPage(project, title, 8, handed));
+    const QRect thumb = ItemRect(handed, handed.Items[0]);
+    const std::string unchanged = NodeToXmlString(*project.Doc.Tree.Root());
+    {
+        GeneratorWindow editor(GeneratorKind::ChaptersMenu, project, handed, GeneratorWindow::PageUse::EditOnly, title);
+        editor.show();
+        QVERIFY(!test::Child<QWidget>(editor, "Command1")->isVisible());
+        QVERIFY(!test::Child<QAction>(editor, "mnuCreate")->isVisible());
+        QVERIFY(!test::Child<QWidget>(editor, "Combo1")->isEnabled());
+        Drag(test::Child<QWidget>(editor, "PicCon"), thumb.center(), thumb.center() + by);
+        test::Child<QLineEdit>(editor, "MenuName")->setText("Extras");
+        test::Click(editor, "Command4");
+    }
+    QCOMPARE(ItemRect(handed, handed.Items[0]), thumb.translated(by));
+    QCOMPARE(handed.Design.MenuName, std::string("Extras "));
+    QCOMPARE(NodeToXmlString(*project.Doc.Tree.Root()), unchanged);
 
     window.prompt.Answers.push_back(PromptAnswer::No);
     window.Action("mnuClose")->trigger();

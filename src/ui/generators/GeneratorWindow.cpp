@@ -29,6 +29,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace mw {
 
 namespace {
@@ -67,7 +69,25 @@ QLineEdit* NamedEdit(const char* name)
 } // namespace
 
 GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* parent)
-    : QDialog(parent), kind_(kind), project_(project), mnuMenu_(new QMenu("Menu", this)), Combo1_(new QComboBox),
+    : GeneratorWindow(kind, project, nullptr, nullptr, PageUse::Create, {}, parent)
+{
+}
+
+GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, MenuPage& page, PageUse use,
+                                 const std::string& titleID, QWidget* parent)
+    : GeneratorWindow(kind, project, nullptr, &page, use, titleID, parent)
+{
+}
+
+GeneratorWindow::GeneratorWindow(Project& project, SetupPage& setup, PageUse use, QWidget* parent)
+    : GeneratorWindow(GeneratorKind::SetupMenu, project, &setup, &setup.Page, use, setup.TitleID, parent)
+{
+}
+
+GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, SetupPage* setup, MenuPage* page,
+                                 PageUse use, const std::string& titleID, QWidget* parent)
+    : QDialog(parent), kind_(kind), project_(project), setup_(setup ? *setup : own_),
+      page_(page ? *page : setup_.Page), mnuMenu_(new QMenu("Menu", this)), Combo1_(new QComboBox),
       Option1_(new QRadioButton("6/page")), Option2_(new QRadioButton("8/page")), MenuName_(NamedEdit("MenuName")),
       Text1_(NamedEdit("Text1")), picMsg_(new QFrame), lblMsg_(NamedLabel("lblMsg", "")),
       Command1_(NamedButton("Command1", "Create...")), cmdCancel_(NamedButton("cmdCancel", "Cancel"))
@@ -84,7 +104,7 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
     (new QVBoxLayout(picMsg_))->addWidget(lblMsg_);
     picMsg_->hide();
 
-    LoadItems();
+    LoadItems(page != nullptr, titleID);
     PageExtras extras;
     if (kind_ == GeneratorKind::SetupMenu) {
         extras.Compose = [this] { return ComposeSetupPage(setup_); };
@@ -106,7 +126,7 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
         return action;
     };
     mnuMenu_->setObjectName("mnuMenu");
-    item("mnuCreate", "Create...", [this] { Create(); });
+    item("mnuCreate", "Create...", [this] { Create(); })->setVisible(use == PageUse::Create);
     item("mnuSetSettings", "Set these settings as default", [this] {
         ReadFields();
         SaveDefValues(kind_, page_.Design, SettingsFilePath(project_.ProgramFolder()));
@@ -149,6 +169,9 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, QWidget* 
         fields->addRow(NamedLabel("lblOverlay", "Overlay"), overlay);
     }
 
+    // A handed page keeps to its title.
+    Combo1_->setEnabled(page == nullptr);
+    Command1_->setVisible(use == PageUse::Create);
     auto* ok = NamedButton("Command4", "Ok");
     auto* fieldsBox = new QWidget;
     fieldsBox->setLayout(fields);
@@ -193,6 +216,12 @@ void GeneratorWindow::reject()
         runner_->Cancel();
 }
 
+void GeneratorWindow::done(int result)
+{
+    ReadFields();
+    QDialog::done(result);
+}
+
 void GeneratorWindow::SetRunning(bool running)
 {
     running_ = running;
@@ -202,11 +231,16 @@ void GeneratorWindow::SetRunning(bool running)
         action->setEnabled(!running);
 }
 
-void GeneratorWindow::LoadItems()
+void GeneratorWindow::LoadItems(bool handed, const std::string& titleID)
 {
     titles_ = LoadTitlesInForm(project_.Doc).lstTitles;
     for (const TitleListRow& title : titles_)
         Combo1_->addItem(Q(title.Path + "|" + title.TitleID));
+    if (handed) {
+        const auto row = std::ranges::find(titles_, titleID, &TitleListRow::TitleID);
+        Combo1_->setCurrentIndex(row == titles_.end() ? -1 : int(row - titles_.begin()));
+        return;
+    }
     bool opened = false;
     switch (kind_) {
     case GeneratorKind::TitleMenu:

@@ -27,17 +27,33 @@ class ToolRunner;
 // frmPreviewMenu over the titles, frmSetup over the streams of a title. The page is designed in
 // the page view; Create makes the menus into the project. The window stays open afterwards, as
 // the page was, until Ok.
+//
+// A caller may hand the window a page it opened itself; the window then edits that page in place
+// and keeps to its title. Editing only hides Create, for a caller that makes the menus later.
 class GeneratorWindow : public QDialog {
 public:
+    enum class PageUse { EditOnly, Create };
+
+    // Opens its own page: the titles, or the first title's chapters or streams.
     GeneratorWindow(GeneratorKind kind, Project& project, QWidget* parent = nullptr);
+    // The title or chapter kind on the caller's page; `titleID` names the title of the chapters.
+    GeneratorWindow(GeneratorKind kind, Project& project, MenuPage& page, PageUse use,
+                    const std::string& titleID = {}, QWidget* parent = nullptr);
+    // The setup kind on the caller's page and streams.
+    GeneratorWindow(Project& project, SetupPage& setup, PageUse use, QWidget* parent = nullptr);
 
     // The menus made while the window was open, in the order they were made.
     const std::vector<std::string>& MadeMenus() const { return made_; }
 
     void reject() override;
+    // The fields go back to the page however the window ends.
+    void done(int result) override;
 
 private:
-    void LoadItems();
+    GeneratorWindow(GeneratorKind kind, Project& project, SetupPage* setup, MenuPage* page, PageUse use,
+                    const std::string& titleID, QWidget* parent);
+    // Fills the title list; on a handed page selects its title, else opens the window's own page.
+    void LoadItems(bool handed, const std::string& titleID);
     // Combo1: the chapters or the streams of another title.
     void LoadTitle(int row);
     // Command1 and mnuCreate: asks for the file, then makes the menus.
@@ -54,8 +70,9 @@ private:
 
     GeneratorKind kind_;
     Project& project_;
-    SetupPage setup_;             // the setup window's streams beside its page
-    MenuPage& page_ = setup_.Page; // the page every window shows
+    SetupPage own_;   // the page, when no caller handed one
+    SetupPage& setup_; // the setup window's streams beside its page
+    MenuPage& page_;   // the page every window shows
     std::vector<TitleListRow> titles_;
     QMenu* mnuMenu_;
     PageView* view_;
