@@ -2,7 +2,10 @@
 
 #include "build/OutsideMenuVideo.h"
 #include "core/Text.h"
+#include "document/MenuTrackList.h"
 #include "document/Project.h"
+#include "document/TreeViewToXml.h"
+#include "document/XmlToTreeView.h"
 #include "document/TreeQueries.h"
 #include "generators/ChapterMenu.h"
 #include "generators/GeneratorRun.h"
@@ -19,14 +22,14 @@
 #include "media/TitleNodes.h"
 #include "media/mAVIDecs.h"
 #include "menus/Actions.h"
-#include "menus/MenuCommands.h"
-#include "menus/MenuForms.h"
+#include "menus/CanvasCommands.h"
 #include "menus/RemoveTitle.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <map>
 #include <system_error>
+#include <type_traits>
 
 namespace fs = std::filesystem;
 
@@ -56,6 +59,33 @@ const WizardRow* RowAt(const Wizard& wizard, int index)
     return index >= 0 && index < static_cast<int>(wizard.TreeView1.size())
                ? &wizard.TreeView1[static_cast<std::size_t>(index)]
                : nullptr;
+}
+
+// The page a row shows: the title page or its title's chapter page, as const as the wizard.
+template <typename W> auto* PageOfRow(W& wizard, int index)
+{
+    using Page = std::conditional_t<std::is_const_v<W>, const MenuPage, MenuPage>;
+    const WizardRow* row = RowAt(wizard, index);
+    Page* page = nullptr;
+    if (row && row->Kind == WizardRowKind::TitleMenu && wizard.TitlePage)
+        page = &*wizard.TitlePage;
+    if (row && row->Kind == WizardRowKind::ChapterMenu) {
+        auto& chapters = wizard.List1[static_cast<std::size_t>(row->Title)].Chapters;
+        page = chapters ? &*chapters : nullptr;
+    }
+    return page;
+}
+
+template <typename W> auto* SetupOfRow(W& wizard, int index)
+{
+    using Setup = std::conditional_t<std::is_const_v<W>, const SetupPage, SetupPage>;
+    const WizardRow* row = RowAt(wizard, index);
+    Setup* setup = nullptr;
+    if (row && row->Kind == WizardRowKind::SetupMenu) {
+        auto& page = wizard.List1[static_cast<std::size_t>(row->Title)].Setup;
+        setup = page ? &*page : nullptr;
+    }
+    return setup;
 }
 
 std::string* RowFile(Wizard& wizard, const WizardRow& row)
@@ -121,6 +151,68 @@ public:
 private:
     std::vector<std::pair<fs::path, fs::path>> asides_;
     std::vector<fs::path> made_;
+    bool done_ = false;
+};
+
+// The whole project as its file would hold it, put back unless the run finishes: the tree and
+// its identifiers, the undo steps, the flags, what was selected and opened.
+class ProjectGuard {
+public:
+    explicit ProjectGuard(Project& project)
+        : project_(project), file_(project.ProgramFolder() / "tmp" / "wizard-before.xml"), undo_(project.Undo),
+          nextID_(project.Doc.NextObjectID), dirty_(project.FileIsDirty), shownMenu_(project.Canvas.CurrentMenuID)
+    {
+        std::error_code ec;
+        fs::create_directories(file_.parent_path(), ec);
+        std::string error;
+        kept_ = SaveTreeToFile(project.Doc.Tree, file_.string(), error);
+        const DocNode* selected = project.Doc.Tree.Selected();
+        selected_ = selected ? selected->Key() : std::string();
+        project.Doc.Tree.ForEach([this](DocNode& node) {
+            if (node.Expanded)
+                expanded_.push_back(node.Key());
+        });
+    }
+    ProjectGuard(const ProjectGuard&) = delete;
+    ProjectGuard& operator=(const ProjectGuard&) = delete;
+
+    ~ProjectGuard()
+    {
+        if (kept_ && !done_ && LoadXmlFile(file_.string(), project_.Doc, project_.Ask())) {
+            Document& doc = project_.Doc;
+            doc.NextObjectID = nextID_;
+            LoadMediaTracsFromMenuTracs(doc, doc.MenuTracks);
+            for (const std::string& key : expanded_) {
+                if (DocNode* node = doc.Tree.Find(key))
+                    node->Expanded = true;
+            }
+            doc.Tree.Select(doc.Tree.Find(selected_));
+            project_.Undo = std::move(undo_);
+            project_.Commands.mnuUndo = !project_.Undo.Empty();
+            project_.FileIsDirty = dirty_;
+            // Each menu made was shown on the canvas in its turn.
+            if (DocNode* shown = shownMenu_.empty() ? nullptr : doc.Tree.ObjectNode(shownMenu_))
+                ParceMenu(project_, *shown);
+            else
+                project_.ForgetCanvas();
+        }
+        std::error_code ec;
+        fs::remove(file_, ec);
+    }
+
+    bool Kept() const { return kept_; }
+    void Done() { done_ = true; }
+
+private:
+    Project& project_;
+    fs::path file_;
+    UndoHistory undo_;
+    long nextID_;
+    bool dirty_;
+    std::string shownMenu_;
+    std::string selected_;
+    std::vector<std::string> expanded_;
+    bool kept_ = false;
     bool done_ = false;
 };
 
@@ -280,10 +372,12 @@ bool WizardShowPreview(Project& project, Wizard& wizard)
                 SetupPage setup;
                 if (!OpenSetupPage(project, title.TitleID, setup))
                     return false;
+                setup.Page.Gradient = kPaleGradient;
                 title.Setup = std::move(setup);
             }
             // "None" closes the subtitle column: more rows than that mean a subtitle stream.
             title.WantsSetupMenu = title.Setup->Audio.size() > 1 || title.Setup->Subtitles.size() > 1;
+            title.Setup->Page.Design.Main.Visible = wizard.chkCreateChapterMenu && title.HasChapters;
             if (title.SetupFile.empty())
                 title.SetupFile = BesideMovie(title.Path, "_Setup.avi");
         }
@@ -293,13 +387,16 @@ bool WizardShowPreview(Project& project, Wizard& wizard)
                 MenuPage page;
                 if (!OpenChapterPage(project, title.TitleID, kPerPage, page))
                     return false;
+                page.Gradient = kPaleGradient;
                 title.Chapters = std::move(page);
             }
-            // The setup button of a chapter menu leads nowhere without the title's setup menu.
+            // A button that would lead nowhere is left out: the setup button without the title's
+            // setup menu, the main button without the title menu.
             MenuPage& page = *title.Chapters;
             page.Page = 1;
             page.SetupHiddenByPaging = false;
             page.Design.Setup.Visible = title.WantsSetupMenu;
+            page.Design.Main.Visible = wizard.chkCreateTitleMenu;
             PlacePictures(page, false);
             if (title.ChapterFile.empty())
                 title.ChapterFile = BesideMovie(title.Path, "_Chapter.avi");
@@ -310,6 +407,7 @@ bool WizardShowPreview(Project& project, Wizard& wizard)
             MenuPage page;
             if (!OpenTitlePage(project, kPerPage, page))
                 return false;
+            page.Gradient = kPaleGradient;
             // The title menu is the top menu: there is no menu above it to lead to.
             page.Design.Main.Visible = false;
             wizard.TitlePage = std::move(page);
@@ -385,35 +483,15 @@ void WizardSetFile(Wizard& wizard, const std::string& file)
     WizardSelectRow(wizard, selected);
 }
 
-MenuPage* WizardRowPage(Wizard& wizard, int index)
-{
-    const WizardRow* row = RowAt(wizard, index);
-    if (!row)
-        return nullptr;
-    if (row->Kind == WizardRowKind::TitleMenu && wizard.TitlePage)
-        return &*wizard.TitlePage;
-    if (row->Kind == WizardRowKind::ChapterMenu) {
-        std::optional<MenuPage>& page = wizard.List1[static_cast<std::size_t>(row->Title)].Chapters;
-        return page ? &*page : nullptr;
-    }
-    return nullptr;
-}
+MenuPage* WizardRowPage(Wizard& wizard, int index) { return PageOfRow(wizard, index); }
 
-SetupPage* WizardRowSetup(Wizard& wizard, int index)
-{
-    const WizardRow* row = RowAt(wizard, index);
-    if (!row || row->Kind != WizardRowKind::SetupMenu)
-        return nullptr;
-    std::optional<SetupPage>& setup = wizard.List1[static_cast<std::size_t>(row->Title)].Setup;
-    return setup ? &*setup : nullptr;
-}
+SetupPage* WizardRowSetup(Wizard& wizard, int index) { return SetupOfRow(wizard, index); }
 
 QImage WizardRowPicture(const Wizard& wizard, int index)
 {
-    Wizard& rows = const_cast<Wizard&>(wizard);
-    if (const SetupPage* setup = WizardRowSetup(rows, index))
+    if (const SetupPage* setup = SetupOfRow(wizard, index))
         return ComposeSetupPage(*setup);
-    const MenuPage* page = WizardRowPage(rows, index);
+    const MenuPage* page = PageOfRow(wizard, index);
     return page ? ComposePage(*page, LoadPageArt(*page)) : QImage();
 }
 
@@ -430,9 +508,6 @@ bool WizardCreate(Project& project, Wizard& wizard, MenuVideoTools* tools)
 {
     Prompt& prompt = project.Ask();
     DocTree& tree = project.Doc.Tree;
-    NewMenuForm form;
-    if (!OpenNewMenuForm(project, form, ""))
-        return false;
     const auto stopped = [&] { return tools && tools->Runner.Cancelled(); };
     const auto forget = [&] {
         wizard.List3.clear();
@@ -445,7 +520,12 @@ bool WizardCreate(Project& project, Wizard& wizard, MenuVideoTools* tools)
     forget();
     // Declared first, so that the project is back before the files are.
     RunFiles files;
-    LanguageSetGuard guard(project, IsLanguageMenusThere(tree, ComboText(form.Combo2)));
+    ProjectGuard guard(project);
+    if (!guard.Kept()) {
+        prompt.Message("There was an error working with the file:\n" + (project.ProgramFolder() / "tmp").string(), "",
+                       PromptIcon::Critical);
+        return false;
+    }
     const auto fail = [&] {
         forget();
         prompt.Progress(kWizardMessage, "");
@@ -478,7 +558,9 @@ bool WizardCreate(Project& project, Wizard& wizard, MenuVideoTools* tools)
             if (!MayWrite(prompt, "The file name for chapter menu ", title.ChapterFile))
                 continue;
             PageMenuResult result;
-            // The main buttons lead to the title menu when there is one.
+            // The main buttons lead to the title menu; without one they are left out.
+            if (titleMenu.empty())
+                title.Chapters->Design.Main.Visible = false;
             if (!files.MakeRoom(title.ChapterFile, PagesOf(*title.Chapters)) ||
                 !CreateChapterMenu(project, *title.Chapters,
                                    {title.TitleID, RequestFor(title.ChapterFile, *title.Chapters, tools, titleMenu)},
@@ -503,6 +585,8 @@ bool WizardCreate(Project& project, Wizard& wizard, MenuVideoTools* tools)
             // The main button goes back to the title's first chapter menu.
             const std::string back = chapters == chapterMenus.end() ? std::string() : chapters->second.MenuIDs.front();
             SetupMenuResult result;
+            if (back.empty())
+                title.Setup->Page.Design.Main.Visible = false;
             if (!files.MakeRoom(title.SetupFile, 1) ||
                 !CreateSetupMenu(project, *title.Setup,
                                  {.Menus = RequestFor(title.SetupFile, title.Setup->Page, tools, back),

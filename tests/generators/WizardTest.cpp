@@ -1,6 +1,7 @@
 #include "build/FakeWine.h"
 #include "build/OutsideMenuVideo.h"
 #include "cli/CliFixture.h"
+#include "core/Text.h"
 #include "document/TreeQueries.h"
 #include "generators/Wizard.h"
 #include "media/ChapterNodes.h"
@@ -174,6 +175,7 @@ TEST_F(WizardFixture, ListsThePagesThenCancelsWithoutATraceThenMakesAndLinksEver
     EXPECT_TRUE(t.prompt.Answers.empty());
     EXPECT_EQ(t.Xml(), before);
     EXPECT_FALSE(t.project.FileIsDirty);
+    EXPECT_TRUE(t.project.Canvas.CurrentMenuID.empty());
     EXPECT_EQ(ReadAll(titleFile), "mine");
     for (const std::string& file : {aChapters, aChapters2, cChapters, cSetup})
         EXPECT_FALSE(fs::exists(file)) << file;
@@ -230,7 +232,7 @@ TEST_F(WizardFixture, ListsThePagesThenCancelsWithoutATraceThenMakesAndLinksEver
     EXPECT_TRUE(t.project.Check(false)) << ::testing::PrintToString(t.prompt.Texts());
 }
 
-TEST_F(WizardFixture, OneTitleGetsNoTitleMenuAndItsChapterMenuLeadsNowhere)
+TEST_F(WizardFixture, OneTitleGetsNoTitleMenuAndItsChapterMenuNoMainButton)
 {
     t.forms.Chap.push_back(Chapters(t, 3));
     ASSERT_TRUE(WizardAddTitles(t.project, wizard, {b.string()}));
@@ -252,9 +254,9 @@ TEST_F(WizardFixture, OneTitleGetsNoTitleMenuAndItsChapterMenuLeadsNowhere)
     ASSERT_TRUE(WizardCreate(t.project, wizard));
     ASSERT_EQ(wizard.List1[0].ChapterMenus.size(), 1u);
     EXPECT_TRUE(wizard.TitleMenus.empty());
+    // The main button would lead nowhere: there are only the chapters.
     const std::vector<std::string> actions = ButtonActions(t.project, wizard.List1[0].ChapterMenus.front());
-    EXPECT_EQ(actions.size(), 4u); // three chapters and the main button
-    EXPECT_EQ(CountOf(actions, "none"), 1);
+    EXPECT_EQ(actions, std::vector<std::string>(3, "PlayAction " + wizard.List1[0].TitleID));
     EXPECT_TRUE(t.project.Check(false)) << ::testing::PrintToString(t.prompt.Texts());
 }
 

@@ -7,6 +7,7 @@
 #include "menus/MenuTemplates.h"
 #include "ui/generators/GeneratorWindow.h"
 #include "ui/mainwindow/MenuBar.h"
+#include "ui/wizard/WizardWindow.h"
 
 #include <array>
 
@@ -30,6 +31,7 @@ const std::array kActions{
     MenuAction{"mnuCreateVisualMenuForTitles", &mnuCreateVisualMenuForTitles},
     MenuAction{"mnuCreateVisualMenuForChapters", &mnuCreateVisualMenuForChapters},
     MenuAction{"mnuSetup", &mnuSetup},
+    MenuAction{"mnuNewWizard", &mnuNewWizard},
 };
 
 } // namespace
