@@ -34,6 +34,9 @@ QString Q(const std::string& text) { return QString::fromStdString(text); }
 
 constexpr QSize kPreviewSize{360, 288};
 
+// A stream's details end in its name as the file's fixed field holds it, padded with NULs.
+QString Details(const std::string& text) { return Q(text).remove(QChar(0)).remove('\r'); }
+
 template <typename T> T* Named(T* widget, const char* name)
 {
     widget->setObjectName(name);
@@ -92,6 +95,7 @@ WizardWindow::WizardWindow(Project& project, QWidget* parent)
     titles->addWidget(Info1_, 4, 0, 1, 2);
     Info2_->setMaximumHeight(90);
     titles->addWidget(Info2_, 5, 0, 1, 2);
+    titles->setRowStretch(3, 1);
     List1_->setMinimumWidth(420);
 
     // Panel 1: the menus wanted.
@@ -242,8 +246,10 @@ void WizardWindow::CreateChapters()
 void WizardWindow::SelectTitle(int row)
 {
     WizardSelectTitle(project_, wizard_, row);
-    Info1_->setText(Q(wizard_.Info1));
-    FillList(Info2_, wizard_.Info2);
+    Info1_->setText(Details(wizard_.Info1));
+    Info2_->clear();
+    for (const std::string& row : wizard_.Info2)
+        Info2_->addItem(Details(row));
 }
 
 void WizardWindow::FillTitles()
