@@ -3,14 +3,11 @@
 // video by the built-in encoder. The counters say where the time goes, in seconds per run.
 #include "BenchFixtures.h"
 
-#include "core/FormHost.h"
+#include "build/DemoProject.h"
 #include "core/ScriptedPrompt.h"
-#include "core/settings/Settings.h"
 #include "document/ProgramStart.h"
 #include "document/Project.h"
 #include "generators/Wizard.h"
-#include "media/ChapForm.h"
-#include "media/Chapters.h"
 #include "render/OverlayFont.h"
 
 #include <benchmark/benchmark.h>
@@ -45,27 +42,6 @@ const std::vector<std::string>& Movies()
                                                     BusyMinute("wizard-c.avi", "smptebars").string()};
     return movies;
 }
-
-// Each title as proposed, and eight chapters of equal length.
-class WizardForms : public mw::FormHost {
-public:
-    WizardForms(const mw::ProgramState& program, mw::Prompt& prompt) : program_(program), prompt_(prompt) {}
-
-    bool ShowNewTitle(mw::NewTitleForm& form) override { return form.Accepted = true; }
-
-    bool ShowChap(mw::ChapForm& form) override
-    {
-        form.Mode = mw::ChapMode::Count;
-        form.txtChapters = "8";
-        mw::CalcChapters(form, prompt_);
-        const std::string settingsFile = mw::SettingsFilePath(program_.Lang.ProgramFolder()).string();
-        return mw::AcceptChapForm(form, settingsFile, program_.Lang.LangDoc(), prompt_);
-    }
-
-private:
-    const mw::ProgramState& program_;
-    mw::Prompt& prompt_;
-};
 
 // Splits the time of the last step at the wizard's messages: each one starts the step it names.
 class StepClock : public mw::ScriptedPrompt {
@@ -106,7 +82,7 @@ void BM_Wizard_ThreeMinuteMovies(benchmark::State& state)
         state.PauseTiming();
         mw::ProgramState program{mw::bench::BenchFolder("menuwright-bench-home")};
         StepClock prompt;
-        WizardForms forms{program, prompt};
+        mw::DemoForms forms{program, 8, prompt};
         mw::Project project{program, prompt, forms};
         mw::Wizard wizard;
         state.ResumeTiming();

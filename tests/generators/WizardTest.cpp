@@ -35,17 +35,6 @@ bool Said(const ScriptedPrompt& prompt, const std::string& text)
     return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
-// The chapter dialog answered with a number of chapters of equal length.
-std::function<bool(ChapForm&)> Chapters(TitleProject& t, int count)
-{
-    return [&t, count](ChapForm& form) {
-        form.Mode = ChapMode::Count;
-        form.txtChapters = std::to_string(count);
-        CalcChapters(form, t.prompt);
-        return AcceptChapForm(form, ChapSettingsFile(t.project), t.project.Lang(), t.prompt);
-    };
-}
-
 // What each button of a menu does first: "PlayAction <title>" or "MenuTransitionAction <menu>".
 std::vector<std::string> ButtonActions(const Project& project, const std::string& menuID)
 {
@@ -91,11 +80,18 @@ protected:
         t.forms.NewTitle = {Cancel};
         ASSERT_TRUE(WizardAddTitles(t.project, wizard, {b.string(), a.string(), b.string(), c.string()}));
         ASSERT_EQ(wizard.List1.size(), 3u);
-        EXPECT_EQ(TitleNodes(t.project.Doc).size(), 3u);
         EXPECT_EQ(wizard.List1[0].Path, a.string());
         EXPECT_TRUE(wizard.btnNextEnabled);
+        // One too many, removed with its title.
+        ASSERT_TRUE(WizardAddTitles(t.project, wizard, {c.string()}));
+        WizardSelectTitle(t.project, wizard, 3);
+        t.prompt.Answers = {PromptAnswer::Yes};
+        WizardRemoveTitle(t.project, wizard);
+        ASSERT_EQ(wizard.List1.size(), 3u);
+        EXPECT_EQ(wizard.List1[2].Path, c.string());
+        EXPECT_EQ(TitleNodes(t.project.Doc).size(), 3u);
         for (int i = 0; i < 3; ++i) {
-            t.forms.Chap.push_back(Chapters(t, i == 0 ? 9 : 2));
+            t.forms.Chap.push_back(EqualChapters(t, i == 0 ? 9 : 2));
             WizardSelectTitle(t.project, wizard, i);
             ASSERT_TRUE(WizardCreateChapters(t.project, wizard));
             EXPECT_TRUE(wizard.List1[std::size_t(i)].HasChapters);
@@ -234,7 +230,7 @@ TEST_F(WizardFixture, ListsThePagesThenCancelsWithoutATraceThenMakesAndLinksEver
 
 TEST_F(WizardFixture, OneTitleGetsNoTitleMenuAndItsChapterMenuNoMainButton)
 {
-    t.forms.Chap.push_back(Chapters(t, 3));
+    t.forms.Chap.push_back(EqualChapters(t, 3));
     ASSERT_TRUE(WizardAddTitles(t.project, wizard, {b.string()}));
     WizardSelectTitle(t.project, wizard, 0);
     ASSERT_TRUE(WizardCreateChapters(t.project, wizard));

@@ -133,6 +133,23 @@ void WizardWindowTest::twoMoviesToLinkedMenus()
         QCOMPARE(shown->Model().List1[1].Chapters->PerPage, 6);
         QCOMPARE(tree->topLevelItem(1)->child(0)->text(0), QString("b_Chapter.avi 1/1"));
 
+        // Cancel while the last menu is made: nothing is made and the pages stay for another try.
+        bool pressed = false;
+        window.prompt.OnProgress = [&](const std::string& text) {
+            if (pressed || text != "Creating menu for setup... b.avi")
+                return;
+            pressed = true;
+            QVERIFY(!panels->isEnabled());
+            test::Click(dialog, "CancelButton");
+        };
+        test::Click(dialog, "btnNext");
+        window.prompt.OnProgress = nullptr;
+        QVERIFY(pressed);
+        QCOMPARE(panels->currentIndex(), 2);
+        QVERIFY(panels->isEnabled());
+        QVERIFY(!fs::exists(window.Folder() / "a_Title.avi"));
+        QVERIFY(!fs::exists(window.Folder() / "b_Setup.avi"));
+
         test::Click(dialog, "btnNext");
         QCOMPARE(panels->currentIndex(), 3);
         QCOMPARE(test::Child<QListWidget>(dialog, "List3")->count(), 3);

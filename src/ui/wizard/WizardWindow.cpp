@@ -188,6 +188,8 @@ void WizardWindow::ShowPanel()
 {
     const WizardPanel panel = wizard_.Panel;
     Picture1_->setCurrentIndex(static_cast<int>(panel));
+    // The pages stay as they are while their menus are made.
+    Picture1_->setEnabled(!running_);
     btnBack_->setEnabled(wizard_.btnBackEnabled && !running_);
     btnNext_->setEnabled(wizard_.btnNextEnabled && !running_);
     btnNext_->setText(panel == WizardPanel::Preview ? "Create >" : "Next >");
@@ -248,8 +250,8 @@ void WizardWindow::SelectTitle(int row)
     WizardSelectTitle(project_, wizard_, row);
     Info1_->setText(Details(wizard_.Info1));
     Info2_->clear();
-    for (const std::string& row : wizard_.Info2)
-        Info2_->addItem(Details(row));
+    for (const std::string& stream : wizard_.Info2)
+        Info2_->addItem(Details(stream));
 }
 
 void WizardWindow::FillTitles()
