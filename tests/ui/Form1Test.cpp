@@ -130,7 +130,7 @@ void Form1Test::openingFillsTheWindowAndCommandsFollowProjectAndSelection()
         if (entry.Source == CommandSource::NotYet)
             QCOMPARE(w.Action(entry.Name)->toolTip(), QString(kNotAvailableYet));
     }
-    QCOMPARE(entries, 49);
+    QCOMPARE(entries, 48);
 
     QAction* noOverlays = w.Button("Toolbar1", "NoCreateOverlays");
     QVERIFY(noOverlays->isCheckable());

@@ -1,3 +1,4 @@
+#include "../media/MovieFixtures.h"
 #include "MainWindowFixture.h"
 
 #include "build/DemoProject.h"
@@ -8,12 +9,15 @@
 #include "generators/PageComposer.h"
 #include "generators/PageSettings.h"
 #include "media/AviCache.h"
+#include "media/ChapterNodes.h"
 #include "media/FrameGrabber.h"
 #include "media/TitleNodes.h"
 #include "menus/Actions.h"
 #include "ui/generators/GeneratorWindow.h"
 
+#include <QCheckBox>
 #include <QLabel>
+#include <QListWidget>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QTest>
@@ -53,30 +57,44 @@ void Drag(QWidget* page, QPoint from, QPoint to)
     QTest::mouseRelease(page, Qt::LeftButton, {}, to);
 }
 
+// Runs `act` on the modal dialog of that name once it shows, whatever windows come and go before.
+void OnDialog(const QString& name, const std::function<void(QDialog&)>& act)
+{
+    auto* poll = new QTimer;
+    QObject::connect(poll, &QTimer::timeout, [poll, name, act] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!dialog || dialog->objectName() != name)
+            return;
+        poll->deleteLater();
+        poll->stop();
+        act(*dialog);
+    });
+    poll->start(5);
+}
+
 } // namespace
 
 class GeneratorWindowsTest : public QObject {
     Q_OBJECT
 private slots:
     void chapterAndTitleMenusFromTheirWindows();
+    void manyMoviesHandTheirPageToTheTitleWindow();
 };
 
 // The user opens the chapter window on the demo, drags a thumbnail and a label and creates
-// motion menus; the canvas then shows the first page with its buttons wired. The title and setup windows do the
-// same.
+// motion menus; the canvas then shows the first page with its buttons wired. The setup window does the same.
 void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
 {
     test::MainWindow window;
     window.form->show();
     Project& project = window.project();
     QAction* chapters = window.Action("mnuCreateVisualMenuForChapters");
-    QAction* titles = window.Action("mnuCreateVisualMenuForTitles");
-    QVERIFY(!chapters->isEnabled() && !titles->isEnabled());
+    QVERIFY(!chapters->isEnabled());
 
     const fs::path made = window.Folder() / "made";
     QVERIFY(MakeDemoProject(made, {{176, 144, 25, 90}, 9}, window.prompt));
     window.OpenByMenu((made / "Demo" / "Demo.xml").string());
-    QVERIFY(chapters->isEnabled() && titles->isEnabled());
+    QVERIFY(chapters->isEnabled());
     project.Values().MethodForPicToMenu = kPicToMenuBuiltIn;
 
     // Where the window lays out the first chapter, as the core computes it.
@@ -193,19 +211,6 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
     QCOMPARE(NodeToXmlString(*project.Doc.Tree.Root()), before);
     QCOMPARE(project.Canvas.CurrentMenuID, shownMenu);
 
-    // The demo has one title: one button and the main button, no paging.
-    window.prompt.SavedFiles.push_back((made / "titles").string());
-    test::OnNextDialog([](QDialog& dialog) {
-        QCOMPARE(dialog.objectName(), QString("frmPreviewMenu"));
-        QVERIFY(!test::Child<QWidget>(dialog, "cmdNext")->isEnabled());
-        test::Click(dialog, "Command1");
-        test::Click(dialog, "Command4");
-    });
-    titles->trigger();
-    menu = project.Doc.Tree.ObjectNode(project.Canvas.CurrentMenuID);
-    QCOMPARE(GetPropertyInNode(*menu, "menuName"), std::string("Titles 1"));
-    QCOMPARE(project.Canvas.Buttons.size(), std::size_t{2});
-
     // The setup window: the demo's streams, "None" and the main button, the last subtitle
     // button switching subtitles off.
     QAction* setup = window.Action("mnuSetup");
@@ -247,7 +252,95 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
 
     window.prompt.Answers.push_back(PromptAnswer::No);
     window.Action("mnuClose")->trigger();
-    QVERIFY(!chapters->isEnabled() && !titles->isEnabled() && !setup->isEnabled());
+    QVERIFY(!chapters->isEnabled() && !setup->isEnabled());
+}
+
+// Two movies make a new project, the second's thumbnail shows another frame, both get chapters,
+// and the title window opened on their page makes the menu, which the canvas then shows.
+void GeneratorWindowsTest::manyMoviesHandTheirPageToTheTitleWindow()
+{
+    const fs::path movie = test::ShortMovie();
+    if (movie.empty() && test::InCi())
+        QFAIL("ffmpeg could not make the movie");
+    if (movie.empty())
+        QSKIP("ffmpeg could not make the movie");
+    test::MainWindow window;
+    window.form->show();
+    Project& project = window.project();
+    project.Values().MethodForPicToMenu = kPicToMenuBuiltIn;
+    QAction* many = window.Action("mnuMoviesWithMenu");
+    QVERIFY(many->isEnabled());
+    QCOMPARE(many->shortcut(), QKeySequence("Ctrl+M"));
+
+    std::vector<std::string> movies;
+    for (const char* name : {"a.avi", "b.avi"}) {
+        fs::copy_file(movie, window.Folder() / name);
+        movies.push_back((window.Folder() / name).string());
+    }
+    window.prompt.OpenedFiles.push_back(movies);
+    window.prompt.SavedFiles.push_back((window.Folder() / "movies").string());
+    const auto acceptTitle = [](QDialog& title) { test::Click(title, "Command1"); };
+    bool created = false;
+    OnDialog("frmManyMovies", [&](QDialog& dialog) {
+        auto* list = test::Child<QListWidget>(dialog, "List1");
+        QCOMPARE(list->count(), 0);
+        OnDialog("frmNewTitle", [&](QDialog& first) {
+            acceptTitle(first);
+            OnDialog("frmNewTitle", acceptTitle);
+        });
+        test::Click(dialog, "Command1");
+        QCOMPARE(list->count(), 2);
+        QCOMPARE(list->item(1)->text(), QString::fromStdString(movies[1]));
+
+        // The second movie's frame: typed, stepped up, kept when another row was shown between.
+        auto* frame = test::Child<QLineEdit>(dialog, "Text1");
+        list->setCurrentRow(1);
+        frame->clear();
+        QTest::keyClicks(frame, "12");
+        test::Click(dialog, "Command4");
+        list->setCurrentRow(0);
+        QCOMPARE(frame->text(), QString("0"));
+        list->setCurrentRow(1);
+        QCOMPARE(frame->text(), QString("13"));
+
+        // The preview widens the window by the frame.
+        const int narrow = dialog.width();
+        test::Child<QCheckBox>(dialog, "Check1")->click();
+        QTRY_VERIFY(dialog.width() > narrow);
+        QVERIFY(!test::Child<QLabel>(dialog, "picFrame")->pixmap().isNull());
+
+        auto* chapters = test::Child<QLineEdit>(dialog, "txtChapters");
+        QVERIFY(!chapters->isEnabled());
+        test::Child<QCheckBox>(dialog, "chkCreateChap")->click();
+        QVERIFY(chapters->isEnabled());
+        chapters->setText("2");
+        test::Child<QLineEdit>(dialog, "txtColumns")->setText("2");
+        test::Child<QLineEdit>(dialog, "txtRows")->setText("1");
+
+        OnDialog("frmPreviewMenu", [&](QDialog& titles) {
+            QVERIFY(test::Child<QWidget>(titles, "Command1")->isVisible());
+            test::Click(titles, "Command1");
+            created = true;
+            test::Click(titles, "Command4");
+        });
+        test::Click(dialog, "Command6");
+        test::Click(dialog, "OKButton");
+    });
+    many->trigger();
+    QVERIFY(created);
+
+    const std::vector<DocNode*> titles = TitleNodes(project.Doc);
+    QCOMPARE(titles.size(), std::size_t{2});
+    for (const DocNode* title : titles)
+        QCOMPARE(ChapterNodesOf(*title).size(), std::size_t{2});
+    // Both titles and the main button, on the page the canvas shows.
+    const DocNode* menu = project.Doc.Tree.ObjectNode(project.Canvas.CurrentMenuID);
+    QVERIFY(menu);
+    QCOMPARE(GetPropertyInNode(*menu, "menuName"), std::string("Titles 1"));
+    QCOMPARE(project.Canvas.Buttons.size(), std::size_t{3});
+    const std::vector<ActionRow> plays = LoadActionRows(project.Doc.Tree, ButtonProperty(project, 1, "selectAction"));
+    QCOMPARE(plays.size(), std::size_t{1});
+    QCOMPARE(plays[0].Type, std::string("PlayAction"));
 }
 
 QTEST_MAIN(GeneratorWindowsTest)

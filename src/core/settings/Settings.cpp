@@ -225,6 +225,14 @@ bool SaveVirtualDubPath(Settings& settings, const std::string& path, clsIniFile&
     return ini.PutString("virtualDubPath", path);
 }
 
+bool SaveHelpOnTop(Settings& settings, bool onTop, clsIniFile& ini)
+{
+    SectionKeeper keep(ini);
+    ini.SetSectionName(kGeneral);
+    settings.HelpOnTop = onTop;
+    return WriteBool(ini, "HelpOnTop", onTop);
+}
+
 void ToggleShowDebugMessage(Settings& settings, clsIniFile& ini, Prompt& prompt)
 {
     SectionKeeper keep(ini);

@@ -103,6 +103,8 @@ bool SaveOptions(const Settings& settings, clsIniFile& ini);
 // Keeps the located tool in memory and writes its one key.
 bool SaveCliPath(Settings& settings, const std::string& path, clsIniFile& ini);
 bool SaveVirtualDubPath(Settings& settings, const std::string& path, clsIniFile& ini);
+// The help window's place above the others, kept the same way.
+bool SaveHelpOnTop(Settings& settings, bool onTop, clsIniFile& ini);
 // The hidden switch of the debug boxes: flips ShowDebugMessage, writes it at once and says
 // which way it went.
 void ToggleShowDebugMessage(Settings& settings, clsIniFile& ini, Prompt& prompt);

@@ -12,7 +12,7 @@
 #include "render/cDIB.h"
 #include "ui/canvas/MenuPicture.h"
 #include "ui/canvas/Rulers.h"
-#include "ui/mainwindow/MenuBar.h"
+#include "ui/help/HelpWindow.h"
 #include "ui/mainwindow/ToolbarIcons.h"
 
 #include <QAction>
@@ -58,9 +58,6 @@ const std::array kToolbarPic{
     ToolbarButton{"closemovie", "Close movie, so buttons will be visible again"},
     ToolbarButton{"help", "Help for menus"},
 };
-
-// The buttons whose commands come with the preview and the help viewer.
-constexpr std::array<const char*, 1> kLaterTools = {"help"};
 
 // The swatch of a colour button: the colour in a frame of colour 0.
 QIcon Swatch(std::uint32_t c)
@@ -142,8 +139,6 @@ void CanvasView::BuildToolbar()
         tool->setToolTip(entry.ToolTip);
         tools_[entry.Key] = tool;
     }
-    for (const char* key : kLaterTools)
-        tools_.at(key)->setToolTip(NotAvailableYet(tools_.at(key)->toolTip()));
     tools_.at("buttonAdd")->setCheckable(true);
     tools_.at("lock")->setCheckable(true);
 
@@ -152,6 +147,7 @@ void CanvasView::BuildToolbar()
         Refresh();
     });
     connect(tools_.at("buttonDel"), &QAction::triggered, this, [this] { DeleteSelection(); });
+    connect(tools_.at("help"), &QAction::triggered, this, [] { ShowHelp("menus"); });
     for (const char* key : {"shapeSelect", "shapeName"}) {
         connect(tools_.at(key), &QAction::triggered, this, [this, key] {
             FillOverlayMenu(*overlayMenu_);
@@ -479,8 +475,6 @@ void CanvasView::Refresh()
     tools_.at("shapeSelect")->setEnabled(shown && canvas.shapeSelect);
     tools_.at("shapeName")->setEnabled(shown && canvas.shapeName);
     tools_.at("shapeLineWidth")->setEnabled(shown && canvas.shapeLineWidth);
-    for (const char* key : kLaterTools)
-        tools_.at(key)->setEnabled(false);
     tools_.at("buttonAdd")->setChecked(canvas.AddMode);
     tools_.at("lock")->setChecked(canvas.Lock);
     for (int i = 0; i < 3; ++i) {

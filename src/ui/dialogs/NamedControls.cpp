@@ -2,6 +2,7 @@
 
 #include "render/cDIB.h"
 #include "ui/QtColor.h"
+#include "ui/help/HelpWindow.h"
 
 #include <QDialog>
 #include <QGroupBox>
@@ -61,6 +62,7 @@ QHBoxLayout* OkCancelRow(QDialog& dialog, QPushButton* ok, QPushButton* cancel, 
     QObject::connect(cancel, &QPushButton::clicked, &dialog, &QDialog::reject);
     QObject::connect(&dialog, &QDialog::rejected, &dialog, [&accepted] { accepted = false; });
     auto* row = new QHBoxLayout;
+    row->addWidget(HelpButton(dialog));
     row->addStretch();
     row->addWidget(ok);
     row->addWidget(cancel);

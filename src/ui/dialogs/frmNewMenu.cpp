@@ -11,6 +11,7 @@
 #include "ui/dialogs/BuildLogWindow.h"
 #include "ui/dialogs/NamedControls.h"
 #include "ui/dialogs/ToolPathDialog.h"
+#include "ui/help/HelpWindow.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -95,6 +96,7 @@ frmNewMenu::frmNewMenu(NewMenuForm& form, Project& project, QWidget* parent)
     grid->addWidget(frames, 7, 0, 1, 4);
 
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(HelpButton(*this));
     buttons->addStretch();
     buttons->addWidget(cmdOK_);
     buttons->addWidget(cancel);

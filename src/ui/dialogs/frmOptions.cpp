@@ -2,6 +2,7 @@
 
 #include "core/Prompt.h"
 #include "ui/dialogs/NamedControls.h"
+#include "ui/help/HelpWindow.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -58,6 +59,7 @@ frmOptions::frmOptions(Settings& settings, clsIniFile& ini, Prompt& prompt,
     ok->setDefault(true);
     QPushButton* cancel = buttons->addButton("Cancel", QDialogButtonBox::RejectRole);
     cancel->setObjectName("CancelButton");
+    buttons->addButton(HelpButton(*this), QDialogButtonBox::HelpRole);
     connect(ok, &QPushButton::clicked, this, &frmOptions::OKButton_Click);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 

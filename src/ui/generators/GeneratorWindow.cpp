@@ -16,6 +16,7 @@
 #include "ui/dialogs/ToolPathDialog.h"
 #include "ui/generators/PageDialogs.h"
 #include "ui/generators/PageView.h"
+#include "ui/help/HelpWindow.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -30,6 +31,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace mw {
 
@@ -54,10 +56,6 @@ WindowNames NamesOf(GeneratorKind kind)
     }
     return {"frmSetup", "Preview menu for Setup"};
 }
-
-// A page without a background picture of its own starts on a pale blue, on which the default
-// black captions read well.
-constexpr GradientColors kStartGradient{0xF5DCC8, 0xFAEBE1, 0xE6BEA0, 0xF0D2BE, std::nullopt};
 
 QLineEdit* NamedEdit(const char* name)
 {
@@ -180,6 +178,7 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, SetupPage
     side->addWidget(picMsg_);
     side->addStretch();
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(HelpButton(*this));
     buttons->addWidget(Command1_);
     buttons->addWidget(ok);
     buttons->addWidget(cmdCancel_);
@@ -197,6 +196,13 @@ GeneratorWindow::GeneratorWindow(GeneratorKind kind, Project& project, SetupPage
     auto* layout = new QVBoxLayout(this);
     layout->setMenuBar(bar);
     layout->addLayout(columns);
+    // The controls this kind leaves out still belong to the window.
+    for (QWidget* control : std::initializer_list<QWidget*>{Combo1_, Option1_, Option2_, Text1_}) {
+        if (!control->parentWidget()) {
+            control->setParent(this);
+            control->hide();
+        }
+    }
 
     ShowFields();
 
@@ -254,7 +260,7 @@ void GeneratorWindow::LoadItems(bool handed, const std::string& titleID)
         break;
     }
     if (opened)
-        page_.Gradient = kStartGradient;
+        PaintStartBackground(page_);
 }
 
 void GeneratorWindow::LoadTitle(int row)
@@ -410,22 +416,27 @@ void OpenGenerator(GeneratorKind kind, Project& project)
     GeneratorWindow window(kind, project, QApplication::activeWindow());
     LoadTextForDesign(project.Lang(), window);
     window.exec();
-    if (window.MadeMenus().empty())
-        return;
-    if (DocNode* menu = project.Doc.Tree.ObjectNode(window.MadeMenus().front()))
-        TreeView1_NodeClick(project, menu);
+    SelectFirstMenu(project, window.MadeMenus());
 }
 
 } // namespace
 
+void PaintStartBackground(MenuPage& page)
+{
+    page.Gradient = {0xF5DCC8, 0xFAEBE1, 0xE6BEA0, 0xF0D2BE, std::nullopt};
+}
+
+void SelectFirstMenu(Project& project, const std::vector<std::string>& menus)
+{
+    if (menus.empty())
+        return;
+    if (DocNode* menu = project.Doc.Tree.ObjectNode(menus.front()))
+        TreeView1_NodeClick(project, menu);
+}
+
 void mnuCreateVisualMenuForChapters(Project& project)
 {
     OpenGenerator(GeneratorKind::ChaptersMenu, project);
-}
-
-void mnuCreateVisualMenuForTitles(Project& project)
-{
-    OpenGenerator(GeneratorKind::TitleMenu, project);
 }
 
 void mnuSetup(Project& project)

@@ -91,10 +91,16 @@ private:
     std::vector<std::string> made_;
 };
 
+// A page just opened, without a background picture of its own, starts on a pale blue, on which
+// the default black captions read well. Callers that hand the window a page start it the same way.
+void PaintStartBackground(MenuPage& page);
+
+// Selects the first of the menus a window made, so that the canvas shows it.
+void SelectFirstMenu(Project& project, const std::vector<std::string>& menus);
+
 // The Tools entries that open the windows; afterwards the first menu made is the one selected,
 // so that the canvas shows it.
 void mnuCreateVisualMenuForChapters(Project& project);
-void mnuCreateVisualMenuForTitles(Project& project);
 void mnuSetup(Project& project);
 
 } // namespace mw

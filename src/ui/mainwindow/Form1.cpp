@@ -18,6 +18,7 @@
 #include "ui/dialogs/frmAbout.h"
 #include "ui/dialogs/BuildLogWindow.h"
 #include "ui/dialogs/frmOptions.h"
+#include "ui/help/HelpWindow.h"
 #include "ui/mainwindow/DocTreeModel.h"
 #include "ui/mainwindow/HelpPane.h"
 #include "ui/mainwindow/MenuActions.h"
@@ -177,6 +178,8 @@ void Form1::ConnectCommands()
     connect(toolbars_.NoCreateOverlays(), &QAction::toggled, this, [this](bool pressed) { project_.NoCreateOverlays = pressed; });
     on("mnuOptions", [this] { mnuOptions_Click(); });
     on("mnuAbout", [this] { mnuAbout_Click(); });
+    ConnectHelp(*this, program_.Lang.ProgramFolder(), project_.Values(), *menus_.Action("mnuHelpHelp"),
+                *menus_.Action("mnuHelpOnTop"));
     on("mnuMux", [this] {
         StartWithLogWindow(this, [this](ToolRunner& runner, BuildLog& log) {
             return mnuMux(project_.ProgramFolder(), project_.Lang(), project_.Ask(), runner, log);

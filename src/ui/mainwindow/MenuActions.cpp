@@ -6,6 +6,7 @@
 #include "menus/MenuBarCommands.h"
 #include "menus/MenuTemplates.h"
 #include "ui/generators/GeneratorWindow.h"
+#include "ui/generators/ManyMoviesWindow.h"
 #include "ui/mainwindow/MenuBar.h"
 #include "ui/wizard/WizardWindow.h"
 
@@ -28,7 +29,7 @@ const std::array kActions{
     MenuAction{"mnuPasteSize2", &mnuPasteSize},
     MenuAction{"mnuExportToTemplate", [](Project& project) { mnuExportToTemplate(project); }},
     MenuAction{"mnuInsertTemplate", [](Project& project) { mnuInsertTemplate(project); }},
-    MenuAction{"mnuCreateVisualMenuForTitles", &mnuCreateVisualMenuForTitles},
+    MenuAction{"mnuMoviesWithMenu", &mnuMoviesWithMenu},
     MenuAction{"mnuCreateVisualMenuForChapters", &mnuCreateVisualMenuForChapters},
     MenuAction{"mnuSetup", &mnuSetup},
     MenuAction{"mnuNewWizard", &mnuNewWizard},

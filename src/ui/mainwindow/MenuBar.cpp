@@ -75,9 +75,8 @@ const std::array kEntries{
 
     MenuEntry{"", "Tools", nullptr, "mnuTools", S::Submenu},
     MenuEntry{"mnuTools", "Mux multiple files", nullptr, "mnuMux", S::Always},
-    MenuEntry{"mnuTools", "Many movies with menu...", "Ctrl+M", "mnuMoviesWithMenu", S::NotYet},
+    MenuEntry{"mnuTools", "Many movies with menu...", "Ctrl+M", "mnuMoviesWithMenu", S::Always},
     MenuEntry{"mnuTools", "One movie with chapters...", nullptr, "mnuMovieWithChaps", S::Always},
-    MenuEntry{"mnuTools", "Menu for titles with preview...", nullptr, "mnuCreateVisualMenuForTitles", S::Rule, nullptr, &HasTitles},
     MenuEntry{"mnuTools", "Menu for chapters with preview...", nullptr, "mnuCreateVisualMenuForChapters", S::Rule, nullptr, &HasTitles},
     MenuEntry{"mnuTools", "Menu for Audio/Subtitles setup...", nullptr, "mnuSetup", S::Rule, nullptr, &HasTitles},
     MenuEntry{"mnuTools", "Buttons from DVDSubEdit...", nullptr, "mnuButtonsFromDVDSubEdit", S::NotYet},
@@ -90,8 +89,8 @@ const std::array kEntries{
     MenuEntry{"mnuTools", "Play the menus with a remote...", "Ctrl+F5", "mnuMenuPlayer", S::Document},
 
     MenuEntry{"", "Help", nullptr, "mnuHelp", S::Submenu},
-    MenuEntry{"mnuHelp", "Contents...", nullptr, "mnuHelpHelp", S::NotYet},
-    MenuEntry{"mnuHelp", "Help window is on top", nullptr, "mnuHelpOnTop", S::NotYet},
+    MenuEntry{"mnuHelp", "Contents...", nullptr, "mnuHelpHelp", S::Always},
+    MenuEntry{"mnuHelp", "Help window is on top", nullptr, "mnuHelpOnTop", S::Always, nullptr, nullptr, true},
     Sep("mnuHelp"),
     MenuEntry{"mnuHelp", "Languages", nullptr, "mnuLanguages", S::Submenu},
     MenuEntry{"mnuLanguages", "Create new Language...", nullptr, "mnuCreateLangNick", S::NotYet},
