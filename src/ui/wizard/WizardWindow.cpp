@@ -2,7 +2,6 @@
 
 #include "build/OutsideMenuVideo.h"
 #include "core/settings/clsIniFile.h"
-#include "document/NodeSelection.h"
 #include "document/Project.h"
 #include "generators/GeneratorRun.h"
 #include "ui/QtDesignTarget.h"
@@ -10,6 +9,7 @@
 #include "ui/dialogs/NamedControls.h"
 #include "ui/dialogs/ToolPathDialog.h"
 #include "ui/generators/GeneratorWindow.h"
+#include "ui/help/HelpWindow.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -35,7 +35,7 @@ QString Q(const std::string& text) { return QString::fromStdString(text); }
 constexpr QSize kPreviewSize{360, 288};
 
 // A stream's details end in its name as the file's fixed field holds it, padded with NULs.
-QString Details(const std::string& text) { return Q(text).remove(QChar(0)).remove('\r'); }
+QString Details(const std::string& text) { return Q(text).remove(QChar(0)).remove('\r').trimmed(); }
 
 template <typename T> T* Named(T* widget, const char* name)
 {
@@ -83,19 +83,22 @@ WizardWindow::WizardWindow(Project& project, QWidget* parent)
     setWindowTitle("New project wizard");
 
     // Panel 0: the movies, and the details of the selected one.
-    auto* titles = new QGridLayout;
-    titles->addWidget(List1_, 0, 0, 4, 1);
     QPushButton* add = NamedButton("Command1", "Add");
     QPushButton* remove = NamedButton("Command2", "Remove");
     QPushButton* chapters = NamedButton("Command3", "Create chapters");
-    titles->addWidget(add, 0, 1);
-    titles->addWidget(remove, 1, 1);
-    titles->addWidget(chapters, 2, 1);
+    auto* commands = new QVBoxLayout;
+    for (QPushButton* command : {add, remove, chapters})
+        commands->addWidget(command);
+    commands->addStretch();
+    auto* list = new QHBoxLayout;
+    list->addWidget(List1_, 1);
+    list->addLayout(commands);
+    auto* titles = new QVBoxLayout;
+    titles->addLayout(list, 1);
     Info1_->setWordWrap(true);
-    titles->addWidget(Info1_, 4, 0, 1, 2);
+    titles->addWidget(Info1_);
     Info2_->setMaximumHeight(90);
-    titles->addWidget(Info2_, 5, 0, 1, 2);
-    titles->setRowStretch(3, 1);
+    titles->addWidget(Info2_);
     List1_->setMinimumWidth(420);
 
     // Panel 1: the menus wanted.
@@ -143,6 +146,7 @@ WizardWindow::WizardWindow(Project& project, QWidget* parent)
     Picture1_->addWidget(Panel("Picture1_3", "Finish", finish));
 
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(HelpButton(*this));
     buttons->addStretch();
     buttons->addWidget(btnBack_);
     buttons->addWidget(btnNext_);
@@ -381,13 +385,10 @@ void mnuNewWizard(Project& project)
     window.exec();
     // The canvas shows the top menu made.
     const Wizard& made = window.Model();
-    std::string first = made.TitleMenus.empty() ? std::string() : made.TitleMenus.front();
-    for (const WizardTitle& title : made.List1) {
-        if (first.empty() && !title.ChapterMenus.empty())
-            first = title.ChapterMenus.front();
-    }
-    if (DocNode* menu = project.Doc.Tree.ObjectNode(first))
-        TreeView1_NodeClick(project, menu);
+    std::vector<std::string> menus = made.TitleMenus;
+    for (const WizardTitle& title : made.List1)
+        menus.insert(menus.end(), title.ChapterMenus.begin(), title.ChapterMenus.end());
+    SelectFirstMenu(project, menus);
 }
 
 } // namespace mw
