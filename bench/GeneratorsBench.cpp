@@ -3,13 +3,11 @@
 // beside an ffmpeg command that composes and encodes the same page.
 #include "BenchFixtures.h"
 
-#include "core/FormHost.h"
+#include "build/DemoProject.h"
 #include "core/ScriptedPrompt.h"
-#include "core/settings/Settings.h"
 #include "document/ProgramStart.h"
 #include "document/Project.h"
 #include "generators/ChapterMenu.h"
-#include "media/ChapForm.h"
 #include "media/Chapters.h"
 #include "media/NewProject.h"
 #include "media/TitleNodes.h"
@@ -35,31 +33,10 @@ fs::path Folder()
     return mw::bench::BenchFolder("menuwright-bench-generators");
 }
 
-// The new title as proposed, the chapter dialog with 99 chapters of equal length.
-class ChapterForms : public mw::FormHost {
-public:
-    ChapterForms(const mw::ProgramState& program, mw::Prompt& prompt) : program_(program), prompt_(prompt) {}
-
-    bool ShowNewTitle(mw::NewTitleForm& form) override { return form.Accepted = true; }
-
-    bool ShowChap(mw::ChapForm& form) override
-    {
-        form.Mode = mw::ChapMode::Count;
-        form.txtChapters = std::to_string(kChapters);
-        mw::CalcChapters(form, prompt_);
-        const std::string settingsFile = mw::SettingsFilePath(program_.Lang.ProgramFolder()).string();
-        return mw::AcceptChapForm(form, settingsFile, program_.Lang.LangDoc(), prompt_);
-    }
-
-private:
-    const mw::ProgramState& program_;
-    mw::Prompt& prompt_;
-};
-
 struct OpenProject {
     mw::ProgramState program{mw::bench::BenchFolder("menuwright-bench-home")};
     mw::ScriptedPrompt prompt;
-    ChapterForms forms{program, prompt};
+    mw::DemoForms forms{program, kChapters, prompt};
     mw::Project project{program, prompt, forms};
 };
 

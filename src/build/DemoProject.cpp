@@ -22,33 +22,16 @@ namespace fs = std::filesystem;
 
 namespace mw {
 
+bool DemoForms::ShowChap(ChapForm& form)
+{
+    form.Mode = ChapMode::Count;
+    form.txtChapters = std::to_string(chapters_);
+    CalcChapters(form, prompt_);
+    const std::string settingsFile = SettingsFilePath(program_.Lang.ProgramFolder()).string();
+    return AcceptChapForm(form, settingsFile, program_.Lang.LangDoc(), prompt_);
+}
+
 namespace {
-
-// The dialogs as the demo answers them: the new title as proposed, the chapter dialog with a
-// number of chapters of equal length.
-class DemoForms : public FormHost {
-public:
-    DemoForms(const ProgramState& program, int chapters, Prompt& prompt)
-        : program_(program), chapters_(chapters), prompt_(prompt)
-    {
-    }
-
-    bool ShowNewTitle(NewTitleForm& form) override { return form.Accepted = true; }
-
-    bool ShowChap(ChapForm& form) override
-    {
-        form.Mode = ChapMode::Count;
-        form.txtChapters = std::to_string(chapters_);
-        CalcChapters(form, prompt_);
-        const std::string settingsFile = SettingsFilePath(program_.Lang.ProgramFolder()).string();
-        return AcceptChapForm(form, settingsFile, program_.Lang.LangDoc(), prompt_);
-    }
-
-private:
-    const ProgramState& program_;
-    int chapters_;
-    Prompt& prompt_;
-};
 
 // The project needs a program folder for its settings; the demo's own is thrown away, so
 // that the one the demo ships in never gets a settings file (whose absence marks a first start).

@@ -1,11 +1,33 @@
 #pragma once
 
 #include "build/DemoMovie.h"
+#include "core/FormHost.h"
 #include "core/Prompt.h"
+#include "media/NewTitleForm.h"
 
 #include <filesystem>
 
 namespace mw {
+
+struct ProgramState;
+
+// The dialogs as the demo answers them (and the benchmarks, which make projects the same way):
+// the new title as proposed, the chapter dialog with a number of chapters of equal length.
+class DemoForms : public FormHost {
+public:
+    DemoForms(const ProgramState& program, int chapters, Prompt& prompt)
+        : program_(program), chapters_(chapters), prompt_(prompt)
+    {
+    }
+
+    bool ShowNewTitle(NewTitleForm& form) override { return form.Accepted = true; }
+    bool ShowChap(ChapForm& form) override;
+
+private:
+    const ProgramState& program_;
+    int chapters_;
+    Prompt& prompt_;
+};
 
 struct DemoProjectSpec {
     DemoMovieSpec Movie;

@@ -7,7 +7,6 @@
 #include "generators/TitleMenu.h"
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
 #include <functional>
 #include <iostream>
@@ -30,13 +29,10 @@ int RunPageMenus(const CliOptions& options, CliContext& context, std::size_t arg
     if (perPageText != "6" && perPageText != "8")
         return Refuse(context, options, "--per-page takes 6 or 8");
     if (options.Menu.Motion) {
-        // As the window's box: a length below 0 makes a still menu.
-        const std::string& text = *options.Menu.Motion;
-        double seconds = 0;
-        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
-        if (error != std::errc() || end != text.data() + text.size())
+        const std::optional<double> seconds = MotionSeconds(*options.Menu.Motion);
+        if (!seconds)
             return Refuse(context, options, "--motion takes a number of seconds");
-        request.MotionSeconds = std::max(seconds, 0.0);
+        request.MotionSeconds = *seconds;
     }
     request.Language = options.DefLang.value_or("");
     std::error_code ec;

@@ -148,6 +148,9 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
         {"--motion", "chapter-menu", &menu.Motion}, {"--motion", "title-menu", &menu.Motion},
         {"--force", "buttons-from-picture", &menu.Force}, {"--no-overlays", "buttons-from-picture", nullptr},
         {"--iso", "dvd", &menu.Iso}, {"--standard", "dvd", &menu.Standard},
+        {"--motion", "wizard", &menu.Motion}, {"--chapters-every", "wizard", &menu.ChaptersEvery},
+        {"--title-menu", "wizard", nullptr}, {"--chapter-menus", "wizard", nullptr},
+        {"--setup-menus", "wizard", nullptr},
     };
     bool prepareOnly = false;
     std::vector<std::string> rest;
@@ -176,6 +179,8 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
             prepareOnly = true;
         } else if (a == "--no-overlays") {
             menu.NoOverlays = true;
+        } else if (a == "--title-menu" || a == "--chapter-menus" || a == "--setup-menus") {
+            (a == "--title-menu" ? menu.TitleMenu : a == "--chapter-menus" ? menu.ChapterMenus : menu.SetupMenus) = true;
         } else if (i + 1 < args.size()) {
             *option->Value = args[++i];
         } else {
@@ -199,7 +204,14 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
     }
     return parsed;
 }
-
+std::optional<double> MotionSeconds(const std::string& text)
+{
+    double seconds = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+    if (error != std::errc() || end != text.data() + text.size())
+        return std::nullopt;
+    return std::max(seconds, 0.0);
+}
 
 std::string CliUsage()
 {
@@ -271,6 +283,14 @@ std::string CliUsage()
            "                                    a new project with a title per movie and a still\n"
            "                                    title menu, PROJECT_menu.avi beside the project;\n"
            "                                    prints the new menus' identifiers\n"
+           "  wizard MOVIE... -o PROJECT.xml [--title-menu] [--chapter-menus] [--setup-menus]\n"
+           "      [--chapters-every MINUTES | --chapters N] [--motion SECONDS]\n"
+           "                                    the project wizard: a title per movie, chapters\n"
+           "                                    for every title when asked for, and the menus\n"
+           "                                    named (without any: a title menu for several\n"
+           "                                    movies, chapter menus for titles with chapters),\n"
+           "                                    beside the first movie and each title's movie,\n"
+           "                                    made and linked; prints the files made\n"
            "  walk PROJECT.xml [--lang CODE]    press every key of a remote through the menus of a\n"
            "                                    language set; list the dead ends and the menus and\n"
            "                                    buttons no path reaches; exit 1 on a dead end\n"
@@ -317,9 +337,15 @@ std::string CliUsage()
            "  --fps F                    pic2avi: frames per second, such as 25 or 29.97\n"
            "  --audio FILE               pic2avi: an audio file to add as a second stream\n"
            "  --count N                  chapters: N chapters of equal length\n"
-           "  --chapters N               movie-with-chapters, movies-with-menu: N chapters a title\n"
+           "  --chapters N               movie-with-chapters, movies-with-menu, wizard: N chapters a\n"
+           "                             title\n"
            "  --every MINUTES            chapters, movie-with-chapters, movies-with-menu: a chapter\n"
            "                             every MINUTES minutes\n"
+           "  --chapters-every MINUTES   wizard: a chapter every MINUTES minutes in every title\n"
+           "  --title-menu, --chapter-menus, --setup-menus\n"
+           "                             wizard: the menus to make\n"
+           "  --motion SECONDS           chapter-menu, title-menu, wizard: thumbnails that play\n"
+           "                             that many seconds\n"
            "  --import FILE.txt          chapters: the times after [CHAPTERS] in the file\n"
            "  --manual LIST              chapters: START-END[:NAME],... in place of the chapters\n"
            "  --all                      chapters: the same for every title\n"

@@ -24,12 +24,21 @@ struct MenuCliOptions {
     std::optional<std::string> FromPicture; // --from-picture PICTURE, of set-overlay
     std::optional<std::string> PerPage;  // --per-page 6|8, of chapter-menu and title-menu
     std::optional<std::string> Main;     // --main MENU_ID, of chapter-menu and setup-menu
-    std::optional<std::string> Motion;   // --motion SECONDS, of chapter-menu and title-menu
+    std::optional<std::string> Motion;   // --motion SECONDS, of chapter-menu, title-menu and wizard
     std::optional<std::string> Force;    // --force SIZE, of buttons-from-picture
     bool NoOverlays = false;             // --no-overlays, of buttons-from-picture
     std::optional<std::string> Iso;      // --iso OUT.iso, of dvd
     std::optional<std::string> Standard; // --standard pal|ntsc, of dvd
+    // The wizard's menus and the chapters it makes for every title.
+    bool TitleMenu = false;              // --title-menu
+    bool ChapterMenus = false;           // --chapter-menus
+    bool SetupMenus = false;             // --setup-menus
+    std::optional<std::string> ChaptersEvery; // --chapters-every MINUTES
 };
+
+// The seconds of --motion; below 0 is a still menu, as in the window's box. Nothing when the
+// text is no number.
+std::optional<double> MotionSeconds(const std::string& text);
 
 // The command line, taken apart: a command word, its plain arguments and the options.
 struct CliOptions {

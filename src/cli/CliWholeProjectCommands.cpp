@@ -17,9 +17,6 @@ namespace fs = std::filesystem;
 
 namespace mw {
 
-namespace {
-
-// The movies of the arguments made absolute; false after the complaint when one is missing.
 bool ExistingMovies(const CliOptions& options, CliContext& context, std::vector<std::string>& movies)
 {
     for (const std::string& argument : options.Arguments) {
@@ -34,8 +31,6 @@ bool ExistingMovies(const CliOptions& options, CliContext& context, std::vector<
     return true;
 }
 
-// Runs the command on a project that starts empty and saves it to -o when the command succeeds;
-// nothing is written otherwise.
 int RunOnNewProject(const CliOptions& options, CliContext& context, const std::function<int(Project&)>& command)
 {
     context.Forms.DefaultAudio = options.DefaultAudio;
@@ -49,8 +44,6 @@ int RunOnNewProject(const CliOptions& options, CliContext& context, const std::f
         return kExitCancelled;
     return status == kExitOk ? SaveProject(options, project) : status;
 }
-
-} // namespace
 
 int RunMovieWithChapters(const CliOptions& options, CliContext& context)
 {

@@ -9,6 +9,7 @@
 #include "cli/CliSubEditCommands.h"
 #include "cli/CliTitleCommands.h"
 #include "cli/CliWholeProjectCommands.h"
+#include "cli/CliWizardCommands.h"
 #include "cli/ConsoleFormHost.h"
 #include "cli/ConsolePrompt.h"
 #include "core/CommandGuard.h"
@@ -68,6 +69,7 @@ const std::map<std::string, CommandRunner, std::less<>>& Commands()
         {"setup-menu", RunSetupMenu},
         {"movie-with-chapters", RunMovieWithChapters},
         {"movies-with-menu", RunMoviesWithMenu},
+        {"wizard", RunWizard},
         {"walk", RunWalk},
         {"map", RunMap},
         {"buttons-from-picture", RunButtonsFromPicture},

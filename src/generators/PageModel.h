@@ -84,6 +84,10 @@ struct GradientColors {
     std::optional<std::uint32_t> Middle{};
 };
 
+// A page without a background picture of its own starts on a pale blue, on which the default
+// black captions read well.
+inline constexpr GradientColors kPaleGradient{0xF5DCC8, 0xFAEBE1, 0xE6BEA0, 0xF0D2BE, std::nullopt};
+
 // One thumbnail button: its caption, the frame it shows and where it stands. The frame is the
 // picture the caller grabbed at `Frame`.
 struct PageItem {

@@ -22,17 +22,6 @@ bool Said(const ScriptedPrompt& prompt, const std::string& text)
     return std::any_of(texts.begin(), texts.end(), [&](const std::string& t) { return t.find(text) != std::string::npos; });
 }
 
-// The chapter dialog answered with a number of chapters of equal length.
-std::function<bool(ChapForm&)> Chapters(TitleProject& t, int count)
-{
-    return [&t, count](ChapForm& form) {
-        form.Mode = ChapMode::Count;
-        form.txtChapters = std::to_string(count);
-        CalcChapters(form, t.prompt);
-        return AcceptChapForm(form, ChapSettingsFile(t.project), t.project.Lang(), t.prompt);
-    };
-}
-
 class MovieWithChaps : public StartedProjectTest<ShortMovie> {};
 
 TEST_F(MovieWithChaps, StopsWithTheOpenProjectUntouchedThenMakesTheIntroThatPlaysTheTitle)
@@ -62,7 +51,7 @@ TEST_F(MovieWithChaps, StopsWithTheOpenProjectUntouchedThenMakesTheIntroThatPlay
 
     p.project.FileIsDirty = false;
     p.prompt.Log.clear();
-    p.forms.Chap.push_back(Chapters(p, 3));
+    p.forms.Chap.push_back(EqualChapters(p, 3));
     p.prompt.Answers = {PromptAnswer::No};
     EXPECT_EQ(mnuMovieWithChaps(p.project, movie.string()), MovieWithChapsEnd::Ready);
     EXPECT_TRUE(Said(p.prompt, "Movie with chapters is ready.\r\nUse the menu Features - \"Create DivX\""));

@@ -101,6 +101,17 @@ public:
     Project project;
 };
 
+// The chapter dialog answered with a number of chapters of equal length.
+inline std::function<bool(ChapForm&)> EqualChapters(TitleProject& t, int count)
+{
+    return [&t, count](ChapForm& form) {
+        form.Mode = ChapMode::Count;
+        form.txtChapters = std::to_string(count);
+        CalcChapters(form, t.prompt);
+        return AcceptChapForm(form, ChapSettingsFile(t.project), t.project.Lang(), t.prompt);
+    };
+}
+
 // A test on a project started on one of the shared movies, skipped when ffmpeg could not make it.
 template <std::filesystem::path (*MakeMovie)()>
 class StartedProjectTest : public ::testing::Test {

@@ -206,7 +206,7 @@ void LangFileTest::switchKeepsRecentFilesAndTheMarkOfMissingCommands()
     QCOMPARE(w.Action("mnuRecent_0")->text(), QString("/p/first.xml"));
     QAction* divx = w.form->findChild<QToolBar*>("Toolbar1")->findChild<QAction*>("DivX");
     QCOMPARE(divx->toolTip(), QString("DivX erstellen"));
-    QCOMPARE(w.Action("mnuNewWizard")->toolTip(), QString("Assistent (Not available yet)"));
+    QCOMPARE(w.Action("mnuNewWizard")->toolTip(), QString("Assistent"));
 }
 
 QTEST_MAIN(LangFileTest)

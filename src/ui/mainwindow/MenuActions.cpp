@@ -9,6 +9,7 @@
 #include "ui/generators/ManyMoviesWindow.h"
 #include "ui/mainwindow/MenuBar.h"
 #include "ui/subedit/frmButtonsFromDVDSubEdit.h"
+#include "ui/wizard/WizardWindow.h"
 
 #include <array>
 
@@ -33,6 +34,7 @@ const std::array kActions{
     MenuAction{"mnuCreateVisualMenuForChapters", &mnuCreateVisualMenuForChapters},
     MenuAction{"mnuSetup", &mnuSetup},
     MenuAction{"mnuButtonsFromDVDSubEdit", &mnuButtonsFromDVDSubEdit},
+    MenuAction{"mnuNewWizard", &mnuNewWizard},
 };
 
 } // namespace

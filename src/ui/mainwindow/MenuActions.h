@@ -13,7 +13,8 @@ struct MenuAction {
     void (*Run)(Project&);
 };
 
-// The entries for languages, menus, buttons, copy and paste, templates and the menu generators.
+// The entries for languages, menus, buttons, copy and paste, templates, the menu generators and
+// the wizard.
 std::span<const MenuAction> MenuActions();
 
 } // namespace mw

@@ -22,7 +22,7 @@ constexpr MenuEntry Sep(const char* menu) { return {menu, nullptr, nullptr, null
 const std::array kEntries{
     MenuEntry{"", "File", nullptr, "mnuFile", S::Submenu},
     MenuEntry{"mnuFile", "New...", "Ctrl+N", "mnuNew"},
-    MenuEntry{"mnuFile", "New with wizard...", "Ctrl+W", "mnuNewWizard", S::NotYet},
+    MenuEntry{"mnuFile", "New with wizard...", "Ctrl+W", "mnuNewWizard"},
     MenuEntry{"mnuFile", "Open...", "Ctrl+O", "mnuOpen"},
     MenuEntry{"mnuFile", "Close", nullptr, "mnuClose", S::Document},
     Sep("mnuFile"),
