@@ -156,7 +156,6 @@ QRect ItemRect(const MenuPage& page, const PageItem& item)
 
 QRect CaptionRect(const MenuPage& page, const PageItem& item)
 {
-    NeedFontApplication();
     const FontGroup& group = page.Design.Captions;
     const QFontMetrics metrics(FontOf(group));
     const QRect rect = ItemRect(page, item);

@@ -49,7 +49,6 @@ std::optional<std::string> LanguageName(const std::string& code)
 // Where a label's caption prints: centred across the label, at its top.
 QRect CaptionRect(const PageLabel& label, const FontGroup& font)
 {
-    NeedFontApplication();
     const QFontMetrics metrics(OverlayFont(FontChoice{font.Name, double(font.Size), font.Bold, font.Italic}));
     const int width = metrics.horizontalAdvance(QString::fromStdString(label.Caption));
     return QRect(label.Left + (label.Width - width) / 2, label.Top, width, metrics.height());

@@ -625,6 +625,18 @@ bool WizardCreate(Project& project, Wizard& wizard, MenuVideoTools* tools)
         }
     }
 
+    // The remote's menu key leads to the menu the disc starts with, unless the set names one.
+    std::string firstMade = wizard.TitleMenus.empty() ? std::string() : wizard.TitleMenus.front();
+    for (const WizardTitle& title : wizard.List1) {
+        if (firstMade.empty())
+            firstMade = !title.ChapterMenus.empty() ? title.ChapterMenus.front() : title.SetupMenu;
+    }
+    if (const DocNode* menu = tree.ObjectNode(firstMade); menu && menu->Parent()) {
+        DocNode& language = *menu->Parent();
+        if (EqualsNoCase(GetPropertyInNode(language, "rootMenuID"), "none"))
+            UpdatePropertyInNode(tree, language, "rootMenuID", GetPropertyInNode(language, "startingMenuID"), true);
+    }
+
     prompt.Progress(kWizardMessage, "");
     guard.Done();
     files.Done();

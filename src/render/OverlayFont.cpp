@@ -22,6 +22,7 @@ FontChoice FontFromAttribute(std::string_view font, double pointSize)
 
 QFont OverlayFont(const FontChoice& font)
 {
+    NeedFontApplication();
     QFont qfont(QString::fromStdString(font.Family));
     qfont.setStyleHint(QFont::SansSerif, QFont::NoAntialias);
     qfont.setPixelSize(std::max(1, int(RoundHalfEven(font.Size * 96 / 72))));

@@ -22,6 +22,8 @@ TEST_F(CliDvd, RefusesAnIncompleteLineAndExportsTheDemoLeavingTheProjectAsItWas)
     NeedFontApplication();
     ScriptedPrompt prompt;
     ASSERT_TRUE(MakeDemoProject(folder.Path(), {{176, 144, 25, 40}, 4}, prompt));
+    // A text overlay needs fonts, which a program without a window must first be given.
+    ASSERT_EQ(Run("set-overlay Demo/Demo.xml 42 '*Text' --text Play").Exit, 0);
     const std::string project = test::ReadAll(folder.Path() / "Demo" / "Demo.xml");
     const CommandResult made = Run("dvd Demo/Demo.xml -o Disc --iso disc.iso --standard ntsc");
     ASSERT_EQ(made.Exit, 0) << made.Out;

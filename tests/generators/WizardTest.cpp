@@ -52,6 +52,13 @@ std::vector<std::string> ButtonActions(const Project& project, const std::string
     return actions;
 }
 
+// The menu that the remote's menu key opens in the language set of a menu.
+std::string RootMenuOfSet(const Project& project, const std::string& menuID)
+{
+    const DocNode* menu = project.Doc.Tree.ObjectNode(menuID);
+    return menu && menu->Parent() ? GetPropertyInNode(*menu->Parent(), "rootMenuID") : std::string();
+}
+
 long CountOf(const std::vector<std::string>& actions, const std::string& action)
 {
     return std::count(actions.begin(), actions.end(), action);
@@ -224,6 +231,7 @@ TEST_F(WizardFixture, ListsThePagesThenCancelsWithoutATraceThenMakesAndLinksEver
     EXPECT_EQ(CountOf(cActions, to(tc.SetupMenu)), 1);
     // The setup menu's main button goes back to c's chapter menu.
     EXPECT_EQ(CountOf(ButtonActions(t.project, tc.SetupMenu), to(tc.ChapterMenus.front())), 1);
+    EXPECT_EQ(RootMenuOfSet(t.project, tc.SetupMenu), wizard.TitleMenus.front());
 
     EXPECT_TRUE(t.project.Check(false)) << ::testing::PrintToString(t.prompt.Texts());
 }
@@ -253,6 +261,7 @@ TEST_F(WizardFixture, OneTitleGetsNoTitleMenuAndItsChapterMenuNoMainButton)
     // The main button would lead nowhere: there are only the chapters.
     const std::vector<std::string> actions = ButtonActions(t.project, wizard.List1[0].ChapterMenus.front());
     EXPECT_EQ(actions, std::vector<std::string>(3, "PlayAction " + wizard.List1[0].TitleID));
+    EXPECT_EQ(RootMenuOfSet(t.project, wizard.List1[0].ChapterMenus.front()), wizard.List1[0].ChapterMenus.front());
     EXPECT_TRUE(t.project.Check(false)) << ::testing::PrintToString(t.prompt.Texts());
 }
 
