@@ -3,6 +3,8 @@
 #include "build/PicturesToMenuVideo.h"
 #include "core/Prompt.h"
 #include "core/Text.h"
+#include "document/MenuTrackList.h"
+#include "document/ObjectIds.h"
 #include "document/Project.h"
 #include "document/TreeQueries.h"
 #include "menus/AddNewMenu.h"
@@ -15,6 +17,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <unordered_set>
 
 namespace fs = std::filesystem;
 
@@ -143,9 +146,42 @@ std::string AddPageMenu(Project& project, const std::string& video, const std::s
     return AddNewMenu(project, form, false);
 }
 
-LanguageSetGuard::LanguageSetGuard(Project& project, const DocNode* languageSet)
-    : project_(project), undo_(project.Undo), nextID_(project.Doc.NextObjectID), dirty_(project.FileIsDirty)
+namespace {
+
+// Takes away every object numbered from `firstNewID` on, with what it holds: with no language
+// set before a run, all the run made is numbered so, the set itself included.
+void RemoveNewObjects(DocTree& tree, long firstNewID)
 {
+    std::vector<DocNode*> made;
+    std::unordered_set<const DocNode*> madeSet;
+    tree.ForEach([&](DocNode& node) {
+        const std::string id = IdOfKey(node.Key());
+        if (!id.empty() && LeadingNumber(id) >= firstNewID) {
+            made.push_back(&node);
+            madeSet.insert(&node);
+        }
+    });
+    // Only the outermost go: the others go with them.
+    const auto withinMade = [&](const DocNode* node) {
+        for (const DocNode* up = node->Parent(); up; up = up->Parent()) {
+            if (madeSet.contains(up))
+                return true;
+        }
+        return false;
+    };
+    std::erase_if(made, withinMade);
+    for (DocNode* node : made)
+        tree.Remove(*node);
+}
+
+} // namespace
+
+LanguageSetGuard::LanguageSetGuard(Project& project, const DocNode* languageSet)
+    : project_(project), undo_(project.Undo), nextID_(project.Doc.NextObjectID), dirty_(project.FileIsDirty),
+      shownMenu_(project.Canvas.CurrentMenuID)
+{
+    const DocNode* selected = project.Doc.Tree.Selected();
+    selected_ = selected ? selected->Key() : std::string();
     kept_ = languageSet && TakeUndoSnapshot(project.Doc, GetPropertyInNode(*languageSet, "objectid"),
                                             project.Canvas.CurrentMenuID, before_, KeptTracks::None);
 }
@@ -156,12 +192,24 @@ LanguageSetGuard::~LanguageSetGuard()
     project_.Undo = std::move(undo_);
     if (kept_)
         project_.Undo.Push(std::move(before_));
-    if (!done_ && kept_) {
-        project_.UndoDo();
-        project_.Doc.NextObjectID = nextID_;
+    if (!done_) {
+        Document& doc = project_.Doc;
+        if (kept_) {
+            project_.UndoDo();
+            if (DocNode* shown = doc.Tree.ObjectNode(project_.Canvas.CurrentMenuID))
+                ParceMenu(project_, *shown);
+        } else {
+            RemoveNewObjects(doc.Tree, nextID_);
+            LoadMediaTracsFromMenuTracs(doc, doc.MenuTracks);
+            // Each menu made was shown on the canvas in its turn.
+            if (DocNode* shown = shownMenu_.empty() ? nullptr : doc.Tree.ObjectNode(shownMenu_))
+                ParceMenu(project_, *shown);
+            else
+                project_.ForgetCanvas();
+            doc.Tree.Select(doc.Tree.Find(selected_));
+        }
+        doc.NextObjectID = nextID_;
         project_.FileIsDirty = dirty_;
-        if (DocNode* shown = project_.Doc.Tree.ObjectNode(project_.Canvas.CurrentMenuID))
-            ParceMenu(project_, *shown);
     }
     project_.Commands.mnuUndo = !project_.Undo.Empty();
 }

@@ -66,7 +66,8 @@ std::string AddPageMenu(Project& project, const std::string& video, const std::s
                         const std::string& language);
 
 // The language set as it was before the menus are added: one undo step for the whole run when
-// it succeeds, and the way back when it fails part way.
+// it succeeds, and the way back when it fails part way. A set the run makes goes again then,
+// with all the run made.
 class LanguageSetGuard {
 public:
     LanguageSetGuard(Project& project, const DocNode* languageSet);
@@ -82,6 +83,8 @@ private:
     UndoSnapshot before_;
     long nextID_;
     bool dirty_;
+    std::string shownMenu_;
+    std::string selected_;
     bool kept_ = false;
     bool done_ = false;
 };

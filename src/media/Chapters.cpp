@@ -17,36 +17,45 @@ namespace mw {
 namespace {
 
 // The ranges of the regular division: each chapter ends one frame before the key frame nearest
-// its ideal end, when that key frame lies past its start.
+// its ideal end, when that key frame lies past its start. Snapping moves boundaries later, so
+// the division can reach the end of the movie before the count is made: the chapter that reaches
+// it runs to the last frame, and so does one whose next would only hold the last frame. The
+// last chapter always runs to the end, so no frame is left without a chapter.
 std::vector<ChapterRange> RegularRanges(const ChapForm& form, const std::string& file, Prompt& prompt)
 {
     const bool perMinutes = form.Mode == ChapMode::PerMinutes;
     const long long count = LeadingNumber(perMinutes ? form.lblCountChapters.Caption : form.txtChapters);
     const long step = static_cast<long>(LeadingNumber(perMinutes ? form.lblCountChapters.Tag : form.lblCountTime.Tag));
+    const long last = form.lblEndFrame;
     std::vector<ChapterRange> ranges;
     long start = 0;
-    for (long long i = 0; i < count; ++i) {
+    for (long long i = 0; i < count && start <= last; ++i) {
         long end = start + step - 1;
         const long key = FindNearestKeyFrame(file, end, true, prompt);
         if (key > start)
             end = key - 1;
-        end = std::min(end, form.lblEndFrame);
+        if (i == count - 1 || end + 1 >= last)
+            end = last;
         ranges.push_back({start, end, ""});
         start = end + 1;
     }
     return ranges;
 }
 
-// Each imported frame starts a chapter after the first; the last chapter runs to the end.
+// Each imported frame starts a chapter after the first; the last chapter runs to the end. Frames
+// past the end of the movie start nothing, and a frame that does not lie after the chapter before
+// (a first line at 0, a repeated or unsorted line) adds no empty chapter.
 std::vector<ChapterRange> ImportedRanges(const ChapForm& form)
 {
     std::vector<ChapterRange> ranges;
     long start = 0;
-    for (std::size_t i = 0; i <= form.List1.size(); ++i) {
-        const long end = std::min(i < form.List1.size() ? form.List1[i] - 1 : form.lblEndFrame, form.lblEndFrame);
-        ranges.push_back({start, end, ""});
-        start = end + 1;
+    for (const long frame : form.List1) {
+        if (frame <= start || frame > form.lblEndFrame)
+            continue;
+        ranges.push_back({start, frame - 1, ""});
+        start = frame;
     }
+    ranges.push_back({start, form.lblEndFrame, ""});
     return ranges;
 }
 

@@ -10,6 +10,7 @@
 #include "document/CheckForErrors.h"
 #include "document/ProgramStart.h"
 #include "document/Project.h"
+#include "document/TreeViewToXml.h"
 #include "document/TreeQueries.h"
 #include "generators/PageComposer.h"
 #include "generators/PageSettings.h"
@@ -18,6 +19,7 @@
 #include "media/FrameGrabber.h"
 #include "media/NewProject.h"
 #include "media/LoadTitlesInForm.h"
+#include "media/mAVIDecs.h"
 #include "media/TitleNodes.h"
 #include "media/TitleTestKit.h"
 #include "menus/Actions.h"
@@ -29,6 +31,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <stdexcept>
 #include <regex>
 
 namespace fs = std::filesystem;
@@ -49,7 +53,7 @@ protected:
     void SetUp() override
     {
         NeedFontApplication();
-        ASSERT_TRUE(MakeDemoProject(made.Path(), {{176, 144, 25, 90}, 9}, prompt)) << ::testing::PrintToString(prompt.Texts());
+        ASSERT_TRUE(MakeDemoProject(made.Path(), {{176, 144, 25, 100}, 9}, prompt)) << ::testing::PrintToString(prompt.Texts());
         ASSERT_TRUE(project.OpenFile((made.Path() / "Demo" / "Demo.xml").string()));
         prompt.Log.clear();
         titleID = ObjectIdOf(*TitleNodes(project.Doc).front());
@@ -198,9 +202,10 @@ struct CancellingPrompt : ScriptedPrompt {
     {
         ScriptedPrompt::Progress(channel, text);
         if (text == CancelAt)
-            Runner.Cancel();
+            Reached ? Reached() : Runner.Cancel();
     }
     std::string CancelAt;
+    std::function<void()> Reached; // done there in place of stopping the tools
     ToolRunner Runner;
 };
 
@@ -236,6 +241,37 @@ TEST_F(ChapterMenuFixture, MotionMenuPlaysEachChapterFromItsStartAndACancelledRu
     EXPECT_TRUE(fs::is_empty(home.Path() / "tmp"));
     for (std::size_t i = 0; i < stills.size(); ++i)
         EXPECT_EQ(page.Items[i].Picture, stills[i]) << i;
+
+    // A new project with a title and no menus: the run makes the first language set. Stopped
+    // once the menu is in, it takes the set away with all it made.
+    Project fresh{program, cancelling, forms};
+    const fs::path movie = made.Path() / "Demo" / "Demo.avi";
+    TrackRows rows;
+    double fps = 0;
+    ASSERT_TRUE(LoadStreamsToListView(movie.string(), rows, true, fps, cancelling));
+    BuildNewProjectTree(fresh.Doc, movie.string(), rows, program.Values.defLang, rows.size() > 1 ? 1 : -1, -1);
+    fresh.Doc.ProjectFile = (made.Path() / "fresh.xml").string();
+    const std::string freshTitle = ObjectIdOf(*TitleNodes(fresh.Doc).front());
+    MenuPage freshPage = page;
+    ASSERT_TRUE(LoadChapterItems(fresh, freshTitle, freshPage));
+    const auto saved = [&fresh] {
+        std::string error;
+        EXPECT_TRUE(SaveTreeToFile(fresh.Doc.Tree, fresh.Doc.ProjectFile, error)) << error;
+        return ReadAll(fresh.Doc.ProjectFile);
+    };
+    const std::string freshXml = saved();
+    const long freshNextID = fresh.Doc.NextObjectID;
+    const bool freshDirty = fresh.FileIsDirty;
+    cancelling.CancelAt = "Setting menu properties...";
+    cancelling.Reached = [] { throw std::runtime_error("stopped"); };
+    EXPECT_THROW(CreateChapterMenu(fresh, freshPage, {.TitleID = freshTitle, .Menus = {.FileName = (made.Path() / "fresh.avi").string()}}, result),
+                 std::runtime_error);
+    EXPECT_EQ(saved(), freshXml);
+    EXPECT_EQ(fresh.Doc.NextObjectID, freshNextID);
+    EXPECT_EQ(fresh.FileIsDirty, freshDirty);
+    EXPECT_TRUE(fresh.Canvas.CurrentMenuID.empty());
+    EXPECT_TRUE(fresh.Canvas.Buttons.empty());
+    EXPECT_FALSE(fresh.Commands.mnuUndo);
 
     // 2.4 seconds are 2 whole seconds: 50 frames at the movie's 25 a second, on both pages.
     ASSERT_TRUE(project.OpenFile((made.Path() / "Demo" / "Demo.xml").string()));

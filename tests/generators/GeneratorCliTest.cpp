@@ -22,7 +22,7 @@ protected:
     {
         NeedFontApplication();
         ScriptedPrompt prompt;
-        ASSERT_TRUE(MakeDemoProject(folder.Path(), {{176, 144, 25, 90}, 9}, prompt));
+        ASSERT_TRUE(MakeDemoProject(folder.Path(), {{176, 144, 25, 100}, 9}, prompt));
         const std::string xml = ReadAll(Project());
         std::smatch found;
         // The demo's one menu, and its one title.

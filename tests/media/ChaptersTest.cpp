@@ -115,14 +115,21 @@ TEST(ChapterDivision, EachChapterEndsBeforeTheNearestKeyFrame)
 {
     const fs::path movie = mw::test::ChapterMovie();
     REQUIRE_MOVIE(movie);
+    // Thirty chapters of 50 frames, which is what 31 of 49 snap to.
+    Pairs fifties;
+    for (long start = 0; start < 1500; start += 50)
+        fifties.emplace_back(start, start + 49);
     const std::tuple<ChapMode, const char*, Pairs> cases[] = {
         // Steps of 215: ideal ends 214, 439, ... lie 11 frames before a key and 14 after one.
         {ChapMode::Count, "7", {{0, 224}, {225, 449}, {450, 674}, {675, 899}, {900, 1124}, {1125, 1349}, {1350, 1499}}},
         {ChapMode::PerMinutes, "0.25", {{0, 374}, {375, 749}, {750, 1124}, {1125, 1499}}},
         // Steps of 188 (187.5): each ideal end lies 12 frames after a key, so every chapter
-        // comes out shorter and the last frames are left without one.
+        // comes out shorter; the last one takes the frames that are left.
         {ChapMode::Count, "8", {{0, 174}, {175, 349}, {350, 524}, {525, 699}, {700, 874}, {875, 1049},
-                                {1050, 1224}, {1225, 1399}}},
+                                {1050, 1224}, {1225, 1499}}},
+        // Steps of 49: each chapter grows to 50, so the 30th reaches the end. Nothing starts
+        // after it, nor on the last frame alone.
+        {ChapMode::Count, "31", fifties},
     };
     for (const auto& [mode, value, frames] : cases) {
         SCOPED_TRACE(value);
@@ -137,11 +144,13 @@ TEST(ChapterDivision, EachChapterEndsBeforeTheNearestKeyFrame)
 TEST_F(Chapters, ImportedFramesStartChaptersAfterTheFirst)
 {
     mw::ChapForm form = p.OpenChapForm();
-    const fs::path file = p.folder.Write("c.txt", "[CHAPTERS]\n00:00:10\n00:00:20.5\n00:05:00\n");
+    // 0, 250, 512, 250 again and 7500: the first starts no chapter before the first one, the
+    // repeat no empty one, and the last lies past the end of the movie.
+    const fs::path file =
+        p.folder.Write("c.txt", "[CHAPTERS]\n00:00:00\n00:00:10\n00:00:20.5\n00:00:10\n00:05:00\n");
     ASSERT_TRUE(mw::ImportChapterFile(form, file.string(), p.project.Lang(), p.prompt));
     mw::CreateChaps(p.project, form, false);
-    // 250, 512 and 7500; the last is past the end, so is the chapter after it.
-    EXPECT_EQ(ChapterFrames(p.Node(6)), (Pairs{{0, 249}, {250, 511}, {512, 1499}, {1500, 1499}}));
+    EXPECT_EQ(ChapterFrames(p.Node(6)), (Pairs{{0, 249}, {250, 511}, {512, 1499}}));
 }
 
 TEST_F(Chapters, CancelAtTheQuestionChangesNothingAndNoAddsAfterTheOldChapters)

@@ -210,7 +210,7 @@ protected:
         ProgramState program{made->Home.Path()};
         ScriptedForms forms;
         Project project{program, prompt, forms};
-        ASSERT_TRUE(MakeDemoProject(made->Folder.Path(), {{176, 144, 25, 90}, 9}, prompt));
+        ASSERT_TRUE(MakeDemoProject(made->Folder.Path(), {{176, 144, 25, 100}, 9}, prompt));
         made->File = (made->Folder.Path() / "Demo" / "Demo.xml").string();
         ASSERT_TRUE(project.OpenFile(made->File));
         DocTree& tree = project.Doc.Tree;

@@ -92,7 +92,7 @@ void GeneratorWindowsTest::chapterAndTitleMenusFromTheirWindows()
     QVERIFY(!chapters->isEnabled());
 
     const fs::path made = window.Folder() / "made";
-    QVERIFY(MakeDemoProject(made, {{176, 144, 25, 90}, 9}, window.prompt));
+    QVERIFY(MakeDemoProject(made, {{176, 144, 25, 100}, 9}, window.prompt));
     window.OpenByMenu((made / "Demo" / "Demo.xml").string());
     QVERIFY(chapters->isEnabled());
     project.Values().MethodForPicToMenu = kPicToMenuBuiltIn;
