@@ -147,6 +147,7 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
         {"--per-page", "title-menu", &menu.PerPage}, {"--main", "setup-menu", &menu.Main},
         {"--motion", "chapter-menu", &menu.Motion}, {"--motion", "title-menu", &menu.Motion},
         {"--force", "buttons-from-picture", &menu.Force}, {"--no-overlays", "buttons-from-picture", nullptr},
+        {"--set", "buttons-from-picture", &menu.Set},
         {"--iso", "dvd", &menu.Iso}, {"--standard", "dvd", &menu.Standard},
         {"--motion", "wizard", &menu.Motion}, {"--chapters-every", "wizard", &menu.ChaptersEvery},
         {"--title-menu", "wizard", nullptr}, {"--chapter-menus", "wizard", nullptr},
@@ -294,8 +295,8 @@ std::string CliUsage()
            "  walk PROJECT.xml [--lang CODE]    press every key of a remote through the menus of a\n"
            "                                    language set; list the dead ends and the menus and\n"
            "                                    buttons no path reaches; exit 1 on a dead end\n"
-           "  buttons-from-picture PROJECT.xml MENU_ID PICTURE [--force SIZE] [--no-overlays]\n"
-           "                                    the highlight areas of a picture (runs of one colour\n"
+           "  buttons-from-picture PROJECT.xml MENU_ID PICTURE [--set N] [--force SIZE]\n"
+           "      [--no-overlays]               the highlight areas of a picture (runs of one colour\n"
            "                                    other than the most common one, at least 5 by 5\n"
            "                                    pixels, at most 20) as buttons of the menu, each\n"
            "                                    with its area as its overlay in the program folder's\n"
@@ -350,6 +351,7 @@ std::string CliUsage()
            "  --manual LIST              chapters: START-END[:NAME],... in place of the chapters\n"
            "  --all                      chapters: the same for every title\n"
            "  --prepare-only             build: write every file, run no tool, clean nothing\n"
+           "  --set N                    buttons-from-picture: the N-th group of twenty areas\n"
            "  --force SIZE               buttons-from-picture: every button SIZE by SIZE pixels\n"
            "  --no-overlays              buttons-from-picture: the default overlay, no files written\n"
            "  --iso OUT.iso              dvd: also an ISO image of the disc\n"

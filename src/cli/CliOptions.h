@@ -27,6 +27,7 @@ struct MenuCliOptions {
     std::optional<std::string> Motion;   // --motion SECONDS, of chapter-menu, title-menu and wizard
     std::optional<std::string> Force;    // --force SIZE, of buttons-from-picture
     bool NoOverlays = false;             // --no-overlays, of buttons-from-picture
+    std::optional<std::string> Set;      // --set N, of buttons-from-picture
     std::optional<std::string> Iso;      // --iso OUT.iso, of dvd
     std::optional<std::string> Standard; // --standard pal|ntsc, of dvd
     // The wizard's menus and the chapters it makes for every title.

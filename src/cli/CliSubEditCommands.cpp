@@ -27,6 +27,16 @@ int RunButtonsFromPicture(const CliOptions& options, CliContext& context)
             return Refuse(context, options, "--force takes a size in pixels from 1 to 9999");
         paste.ForceSide = static_cast<int>(*value);
     }
+    int skipped = 0;
+    if (const std::optional<std::string>& group = options.Menu.Set) {
+        const std::optional<long long> value =
+            !group->empty() && group->size() < 4 && group->find_first_not_of("0123456789") == std::string::npos
+                ? std::optional(LeadingNumber(*group))
+                : std::nullopt;
+        if (!value || *value < 1)
+            return Refuse(context, options, "--set takes the number of a group of twenty areas, from 1");
+        skipped = static_cast<int>(*value - 1) * kSubEditSetSize;
+    }
     const QImage picture(QString::fromStdString(args[2]));
     if (picture.isNull())
         return Refuse(context, options, "cannot read the picture " + args[2]);
@@ -36,7 +46,7 @@ int RunButtonsFromPicture(const CliOptions& options, CliContext& context)
             return Refuse(context, options, args[1] + " is not a menu of the project");
         SubEditSets sets;
         std::string status;
-        if (!sets.Capture(picture, project.Ask(), status))
+        if (!sets.Capture(picture, project.Ask(), status, skipped))
             return static_cast<int>(kExitFaults);
         context.Err << status << '\n';
         ParceMenu(project, *menu);

@@ -126,7 +126,7 @@ QRgb SubEditBackground(const QImage& picture)
 
 } // namespace
 
-SubEditScan FindSubEditButtons(const QImage& picture)
+SubEditScan FindSubEditButtons(const QImage& picture, int skipped)
 {
     SubEditScan scan;
     if (picture.isNull())
@@ -142,7 +142,7 @@ SubEditScan FindSubEditButtons(const QImage& picture)
                 continue;
             const QRect rect = FollowColour(picture, {x, y}, seen);
             Take(taken, width, rect);
-            if (rect.width() < kSubEditMinSide || rect.height() < kSubEditMinSide)
+            if (rect.width() < kSubEditMinSide || rect.height() < kSubEditMinSide || skipped-- > 0)
                 continue;
             if (scan.Buttons.size() == kSubEditSetSize) {
                 scan.TooMany = true;
@@ -159,14 +159,14 @@ bool SubEditSets::Full() const
     return std::none_of(sets_.begin(), sets_.end(), [](const SubEditSet& set) { return set.Empty(); });
 }
 
-std::optional<int> SubEditSets::Capture(const QImage& picture, Prompt& prompt, std::string& status)
+std::optional<int> SubEditSets::Capture(const QImage& picture, Prompt& prompt, std::string& status, int skipped)
 {
     if (Full()) {
         prompt.Message(kSubEditSetsFull);
         return std::nullopt;
     }
     const QImage rgb = picture.convertToFormat(QImage::Format_RGB32);
-    SubEditScan scan = FindSubEditButtons(rgb);
+    SubEditScan scan = FindSubEditButtons(rgb, skipped);
     if (scan.TooMany)
         prompt.Message(kSubEditTooMany);
     if (scan.Buttons.empty()) {

@@ -51,7 +51,9 @@ struct SubEditScan {
 // Goes through the picture row by row: a pixel that is not background and not yet taken starts
 // an area, which grows over the touching pixels of its colour; the rectangle around it is taken
 // whole, so that text or a border of another colour inside a highlight makes no button of its own.
-SubEditScan FindSubEditButtons(const QImage& picture);
+// `skipped` areas, in that order, are passed over first: the later groups of twenty of a picture
+// that holds more.
+SubEditScan FindSubEditButtons(const QImage& picture, int skipped = 0);
 
 // One capture: the picture (in RGB32) and the buttons found in it. Empty when the slot is free.
 struct SubEditSet {
@@ -67,7 +69,7 @@ public:
     // Scans a captured picture into the first free set, which becomes the active one, and returns
     // its index. The user is told when all sets are taken (nothing is scanned), when too many areas
     // were found, and when none was. `status` gets the count found.
-    std::optional<int> Capture(const QImage& picture, Prompt& prompt, std::string& status);
+    std::optional<int> Capture(const QImage& picture, Prompt& prompt, std::string& status, int skipped = 0);
     bool Full() const;
 
     const SubEditSet& Set(int index) const { return sets_.at(static_cast<std::size_t>(index)); }

@@ -56,6 +56,13 @@ TEST_F(CliSubEdit, MakesTheButtonsAndOverlaysOfAPictureAndTheProjectChecksClean)
     for (auto at = saved.find("Shape='DVDSubEdit"); at != std::string::npos; at = saved.find("Shape='DVDSubEdit", at + 1))
         ++shapes;
     EXPECT_EQ(shapes, 4u); // the second four keep the default overlay
+
+    // A picture of 23 areas: the window takes the first twenty, --set 2 the three after them.
+    ASSERT_TRUE(mw::test::GridPicture(23).save(QString::fromStdString((folder.Path() / "grid.png").string())));
+    const CommandResult later = Run("buttons-from-picture project.xml 14 grid.png --set 2 --no-overlays");
+    ASSERT_EQ(later.Exit, 0);
+    EXPECT_EQ(later.Out, "52\n55\n58\n");
+    EXPECT_NE(Run("menus project.xml").Out.find("rect=210,10,6,6 "), std::string::npos);
 }
 
 TEST_F(CliSubEdit, APictureWithoutAreasOrABadLineLeavesTheProjectAsItWas)
@@ -70,6 +77,7 @@ TEST_F(CliSubEdit, APictureWithoutAreasOrABadLineLeavesTheProjectAsItWas)
     EXPECT_EQ(Run("buttons-from-picture project.xml 6 menu.png").Exit, 2);
     EXPECT_EQ(Run("buttons-from-picture project.xml 14 missing.png").Exit, 2);
     EXPECT_EQ(Run("buttons-from-picture project.xml 14 menu.png --force 0").Exit, 2);
+    EXPECT_EQ(Run("buttons-from-picture project.xml 14 menu.png --set 0").Exit, 2);
     EXPECT_EQ(Run("add-button project.xml 14 1 1 9 9 --no-overlays").Exit, 2);
     EXPECT_EQ(Saved(), before);
     EXPECT_FALSE(fs::exists(folder.Path() / "overlays" / "DVDSubEdit"));
