@@ -1,9 +1,11 @@
 #include "ui/subedit/frmDVDSubEditSettings.h"
 
 #include "ui/dialogs/NamedControls.h"
+#include "ui/help/HelpWindow.h"
 
 #include <QLabel>
 #include <QPixmap>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace mw {
@@ -22,6 +24,7 @@ frmDVDSubEditSettings::frmDVDSubEditSettings(const std::filesystem::path& progra
         Image1->setPixmap(picture);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(Image1);
+    layout->addWidget(HelpButton(*this), 0, Qt::AlignRight);
 }
 
 } // namespace mw
