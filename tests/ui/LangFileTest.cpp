@@ -150,6 +150,9 @@ void LangFileTest::shippedFileHoldsEveryWindow()
           "frmMenuPlayer"})
         QVERIFY2(lang.DesignText(form, form).value_or("").size() > 0, form);
     QCOMPARE(lang.DesignText("frmOptions", "TabStrip1_3"), std::optional<std::string>("Overlays and buttons"));
+    // What a window reports is no text to translate, nor one a language file may overwrite.
+    QCOMPARE(lang.DesignText("frmMenuPlayer", "lblStatus"), std::optional<std::string>());
+    QCOMPARE(lang.DesignText("frmDVDSubEditSettings", "Image1"), std::optional<std::string>());
     QCOMPARE(lang.LoadResText("Form1", 1, ""), std::string("File is not saved. Save it now?"));
     QCOMPARE(lang.LoadResText("Form1", 5, ""), std::string("Can not detect type for stream number "));
     QCOMPARE(lang.LoadResText("frmChap", 9, ""), std::string("Can not find any chapter"));

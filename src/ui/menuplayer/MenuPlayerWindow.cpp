@@ -133,6 +133,8 @@ MenuPlayerWindow::MenuPlayerWindow(Project& project, QWidget* parent)
     status_->setWordWrap(true);
     status_->setFrameShape(QFrame::StyledPanel);
     where_->setObjectName("lblWhere");
+    MarkAsOutput(*status_);
+    MarkAsOutput(*where_);
     where_->setWordWrap(true);
     events_->setObjectName("lstEvents");
     events_->setFocusPolicy(Qt::NoFocus);

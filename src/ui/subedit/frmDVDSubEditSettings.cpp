@@ -1,5 +1,6 @@
 #include "ui/subedit/frmDVDSubEditSettings.h"
 
+#include "ui/QtDesignTarget.h"
 #include "ui/dialogs/NamedControls.h"
 #include "ui/help/HelpWindow.h"
 
@@ -18,6 +19,7 @@ frmDVDSubEditSettings::frmDVDSubEditSettings(const std::filesystem::path& progra
     const QString file = QString::fromStdString((programFolder / "DVDSubEditSettings.jpg").string());
     const QPixmap picture(file);
     auto* Image1 = NamedLabel("Image1", "");
+    MarkAsOutput(*Image1);
     if (picture.isNull())
         Image1->setText("The picture " + file + " is missing.");
     else
