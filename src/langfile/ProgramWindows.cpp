@@ -13,6 +13,10 @@
 #include "ui/QtDesignTarget.h"
 #include "ui/QtFormHost.h"
 #include "ui/dialogs/Form2.h"
+#include "ui/dvd/DvdExportDialog.h"
+#include "ui/generators/GeneratorWindow.h"
+#include "ui/generators/ManyMoviesWindow.h"
+#include "ui/help/HelpWindow.h"
 #include "ui/dialogs/ListChoiceDialog.h"
 #include "ui/dialogs/ToolPathDialog.h"
 #include "ui/dialogs/frmAbout.h"
@@ -23,31 +27,17 @@
 #include "ui/dialogs/frmOptions.h"
 #include "ui/languages/frmCreateLang.h"
 #include "ui/mainwindow/Form1.h"
-#include "ui/mainwindow/MenuBar.h"
+#include "ui/menuplayer/MenuPlayerWindow.h"
 #include "ui/panels/frmPropText.h"
+#include "ui/subedit/frmButtonsFromDVDSubEdit.h"
+#include "ui/subedit/frmDVDSubEditPreview.h"
+#include "ui/subedit/frmDVDSubEditSettings.h"
+#include "ui/wizard/WizardWindow.h"
 
 #include <QDockWidget>
 #include <QTemporaryDir>
 
 namespace mw {
-
-namespace {
-
-// The mark of a command that is not in the program yet is no text to translate.
-FormDesign WithoutPlaceholders(FormDesign design)
-{
-    const auto strip = [](std::string& tip) {
-        tip = WithoutNotAvailableYet(QString::fromStdString(tip)).toStdString();
-    };
-    for (ControlDesign& control : design.Controls) {
-        strip(control.ToolTipText);
-        for (ButtonTexts& button : control.Buttons)
-            strip(button.ToolTipText);
-    }
-    return design;
-}
-
-} // namespace
 
 std::vector<FormDesign> ProgramWindowDesigns()
 {
@@ -84,13 +74,25 @@ std::vector<FormDesign> ProgramWindowDesigns()
     ActionForm actionForm;
     Form2 action(actionForm, project);
     frmCreateLang createLang(program.Lang.ProgramFolder(), program.Lang.LangDoc(), prompt);
+    WizardWindow wizard(project);
+    ManyMoviesWindow manyMovies(project);
+    GeneratorWindow titleMenu(GeneratorKind::TitleMenu, project);
+    GeneratorWindow chaptersMenu(GeneratorKind::ChaptersMenu, project);
+    GeneratorWindow setupMenu(GeneratorKind::SetupMenu, project);
+    frmButtonsFromDVDSubEdit subEdit(project, &form1);
+    frmDVDSubEditPreview subEditPreview(SubEditSet{});
+    frmDVDSubEditSettings subEditSettings(program.Lang.ProgramFolder());
+    HelpWindow help(HelpFilePath(program.Lang.ProgramFolder()));
+    DvdExportDialog dvdExport(DvdExportChoices{}, prompt);
+    MenuPlayerWindow menuPlayer(project);
 
     std::vector<FormDesign> designs;
     for (QWidget* window : std::initializer_list<QWidget*>{
              &form1, &options, &cliPath, &virtualDubPath, &about, &newTitle, &chap, &newMenu, &newLang, &selectMenu,
              &action, &propText, &overFromPic, &createLang, form1.findChild<QDockWidget*>("frmProp"),
-             form1.findChild<QDockWidget*>("frmPropMenu")})
-        designs.push_back(WithoutPlaceholders(ReadFormDesign(*window)));
+             form1.findChild<QDockWidget*>("frmPropMenu"), &wizard, &manyMovies, &titleMenu, &chaptersMenu,
+             &setupMenu, &subEdit, &subEditPreview, &subEditSettings, &help, &dvdExport, &menuPlayer})
+        designs.push_back(ReadFormDesign(*window));
     return designs;
 }
 

@@ -196,12 +196,16 @@ private:
     std::optional<int> index_;
 };
 
+constexpr const char* kOutput = "menuwrightOutput";
+
 // Objects that are not controls of their own: Qt's inner parts, the menus (their entry, the
-// menu's action, carries the caption) and the buttons of a tool bar (labelled through the bar).
+// menu's action, carries the caption), the buttons of a tool bar (labelled through the bar) and
+// the labels that show the program's output.
 bool IsControl(const QObject& object)
 {
     const QString name = object.objectName();
-    if (name.isEmpty() || name.startsWith("qt_") || qobject_cast<const QMenu*>(&object))
+    if (name.isEmpty() || name.startsWith("qt_") || qobject_cast<const QMenu*>(&object) ||
+        object.property(kOutput).toBool())
         return false;
     if (qobject_cast<const QAction*>(&object) && qobject_cast<const QToolBar*>(object.parent()))
         return false;
@@ -237,6 +241,11 @@ void ForEachQtControl(QWidget& form, const Visit& visit)
 void MarkAsOwnForm(QWidget& panel)
 {
     panel.setProperty(kOwnForm, true);
+}
+
+void MarkAsOutput(QWidget& label)
+{
+    label.setProperty(kOutput, true);
 }
 
 std::string QtDesignTarget::FormName() const

@@ -27,6 +27,10 @@ private:
 // it and its controls out.
 void MarkAsOwnForm(QWidget& panel);
 
+// A label that shows what the program reports, not a text of the window: no language file holds
+// or changes it.
+void MarkAsOutput(QWidget& label);
+
 // LoadTextForDesign for a Qt window.
 void LoadTextForDesign(const LangDoc& lang, QWidget& form);
 

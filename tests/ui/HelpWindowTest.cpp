@@ -1,13 +1,24 @@
 #include "MainWindowFixture.h"
 
 #include "core/settings/Settings.h"
+#include "ui/dvd/DvdExportDialog.h"
+#include "ui/generators/GeneratorWindow.h"
+#include "ui/generators/ManyMoviesWindow.h"
 #include "ui/help/HelpWindow.h"
+#include "ui/languages/frmCreateLang.h"
+#include "ui/menuplayer/MenuPlayerWindow.h"
+#include "ui/subedit/frmButtonsFromDVDSubEdit.h"
+#include "ui/subedit/frmDVDSubEditPreview.h"
+#include "ui/subedit/frmDVDSubEditSettings.h"
+#include "ui/wizard/WizardWindow.h"
 
 #include <QFile>
 #include <QTest>
 #include <QToolBar>
 
 #include <filesystem>
+#include <functional>
+#include <memory>
 
 using namespace mw;
 
@@ -37,6 +48,7 @@ class HelpWindowTest : public QObject {
 private slots:
     void f1AndTheHelpButtonsOpenTheHelpAtTheirWindowsTopic();
     void onTopRoundTripsThroughTheSettingsFile();
+    void everyToolWindowOpensItsOwnPart();
 };
 
 void HelpWindowTest::f1AndTheHelpButtonsOpenTheHelpAtTheirWindowsTopic()
@@ -113,6 +125,42 @@ void HelpWindowTest::onTopRoundTripsThroughTheSettingsFile()
     QVERIFY(!OpenHelpWindow()->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     again.Action("mnuHelpOnTop")->trigger();
     QVERIFY(OpenHelpWindow()->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
+// A window whose part is missing, or whose name differs from its part's, would show the contents.
+void HelpWindowTest::everyToolWindowOpensItsOwnPart()
+{
+    Window w;
+    w.form->show();
+    Project& project = w.project();
+    const std::filesystem::path folder = w.Folder();
+    const std::vector<std::function<std::unique_ptr<QWidget>()>> windows{
+        [&] { return std::make_unique<WizardWindow>(project); },
+        [&] { return std::make_unique<ManyMoviesWindow>(project); },
+        [&] { return std::make_unique<GeneratorWindow>(GeneratorKind::TitleMenu, project); },
+        [&] { return std::make_unique<GeneratorWindow>(GeneratorKind::ChaptersMenu, project); },
+        [&] { return std::make_unique<GeneratorWindow>(GeneratorKind::SetupMenu, project); },
+        [&] { return std::make_unique<frmButtonsFromDVDSubEdit>(project, w.form.get()); },
+        [&] { return std::make_unique<frmDVDSubEditPreview>(SubEditSet{}); },
+        [&] { return std::make_unique<frmDVDSubEditSettings>(folder); },
+        [&] { return std::make_unique<frmCreateLang>(folder, project.Lang(), w.prompt); },
+        [&] { return std::make_unique<DvdExportDialog>(DvdExportChoices{}, w.prompt); },
+        [&] { return std::make_unique<MenuPlayerWindow>(project); },
+    };
+    for (const auto& make : windows) {
+        const std::unique_ptr<QWidget> window = make();
+        const QString name = window->objectName();
+        window->show();
+        ShowHelp();
+        QTest::keyClick(window.get(), Qt::Key_F1);
+        QVERIFY2(HelpTopic() == name, qPrintable(name + " by F1 opened " + HelpTopic()));
+        ShowHelp();
+        test::Click(*window, "cmdHelp");
+        QVERIFY2(HelpTopic() == name, qPrintable(name + " by its button opened " + HelpTopic()));
+    }
+    // The help tells of itself too.
+    QTest::keyClick(OpenHelpWindow(), Qt::Key_F1);
+    QCOMPARE(HelpTopic(), QString("frmHelp"));
 }
 
 QTEST_MAIN(HelpWindowTest)

@@ -3,7 +3,9 @@
 #include "document/Project.h"
 #include "core/Text.h"
 #include "document/TreeQueries.h"
+#include "ui/QtDesignTarget.h"
 #include "ui/dialogs/BuildLogWindow.h"
+#include "ui/help/HelpWindow.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -91,6 +93,7 @@ DvdExportDialog::DvdExportDialog(const DvdExportChoices& choices, Prompt& prompt
                             "when the export succeeds.");
     note->setWordWrap(true);
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(HelpButton(*this));
     buttons->addStretch();
     buttons->addWidget(cmdExport_);
     buttons->addWidget(cancel);
@@ -145,6 +148,7 @@ DvdExportRequest DvdExportDialog::Request() const
 void RunDvdExport(QWidget* window, Project& project)
 {
     DvdExportDialog dialog(DvdExportDefaults(project), project.Ask(), window);
+    LoadTextForDesign(project.Lang(), dialog);
     if (dialog.exec() != QDialog::Accepted)
         return;
     const DvdExportRequest request = dialog.Request();

@@ -423,7 +423,7 @@ void OpenGenerator(GeneratorKind kind, Project& project)
 
 void PaintStartBackground(MenuPage& page)
 {
-    page.Gradient = {0xF5DCC8, 0xFAEBE1, 0xE6BEA0, 0xF0D2BE, std::nullopt};
+    page.Gradient = kPaleGradient;
 }
 
 void SelectFirstMenu(Project& project, const std::vector<std::string>& menus)

@@ -2,6 +2,7 @@
 
 #include "core/settings/Settings.h"
 #include "core/settings/clsIniFile.h"
+#include "ui/QtDesignTarget.h"
 #include "ui/dialogs/NamedControls.h"
 
 #include <QAction>
@@ -55,6 +56,7 @@ public:
 struct HelpSource {
     QPointer<QWidget> MainWindow;
     std::filesystem::path ProgramFolder;
+    const LangDoc* Lang = nullptr;
     Settings* Values = nullptr;
     QPointer<HelpWindow> Window;
 };
@@ -138,12 +140,12 @@ void HelpWindow::SetOnTop(bool onTop)
         show();
 }
 
-void ConnectHelp(QWidget& mainWindow, const std::filesystem::path& programFolder, Settings& settings,
-                 QAction& mnuHelpHelp, QAction& mnuHelpOnTop)
+void ConnectHelp(QWidget& mainWindow, const std::filesystem::path& programFolder, const LangDoc& lang,
+                 Settings& settings, QAction& mnuHelpHelp, QAction& mnuHelpOnTop)
 {
     HelpSource& source = Source();
     delete source.Window;
-    source = HelpSource{&mainWindow, programFolder, &settings, nullptr};
+    source = HelpSource{&mainWindow, programFolder, &lang, &settings, nullptr};
     qApp->installEventFilter(new HelpKey(&mainWindow));
 
     QObject::connect(&mnuHelpHelp, &QAction::triggered, &mainWindow, [] { ShowHelp(); });
@@ -173,6 +175,8 @@ void ShowHelp(const QString& topic)
         source.Window = new HelpWindow(HelpFilePath(source.ProgramFolder), owner);
     else if (source.Window->parentWidget() != owner)
         source.Window->setParent(owner, source.Window->windowFlags());
+    // The language may have changed since the window was made.
+    LoadTextForDesign(*source.Lang, *source.Window);
     source.Window->SetOnTop(source.Values->HelpOnTop);
     source.Window->ShowTopic(topic);
     source.Window->show();

@@ -11,6 +11,7 @@ class QTextBrowser;
 
 namespace mw {
 
+class LangDoc;
 struct Settings;
 
 // The program's help in a program folder.
@@ -32,10 +33,11 @@ private:
     QSet<QString> anchors_;
 };
 
-// The main window hands over where the help is and the settings that keep it on top, ties the
-// help window to itself, makes F1 open the help in every window, and wires its two entries.
-void ConnectHelp(QWidget& mainWindow, const std::filesystem::path& programFolder, Settings& settings,
-                 QAction& mnuHelpHelp, QAction& mnuHelpOnTop);
+// The main window hands over where the help is, the language its buttons speak and the settings
+// that keep it on top, ties the help window to itself, makes F1 open the help in every window, and
+// wires its two entries.
+void ConnectHelp(QWidget& mainWindow, const std::filesystem::path& programFolder, const LangDoc& lang,
+                 Settings& settings, QAction& mnuHelpHelp, QAction& mnuHelpOnTop);
 
 // Opens the one help window at a topic; empty for the contents.
 void ShowHelp(const QString& topic = {});

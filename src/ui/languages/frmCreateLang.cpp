@@ -4,6 +4,7 @@
 #include "core/Prompt.h"
 #include "ui/QtDesignTarget.h"
 #include "ui/dialogs/NamedControls.h"
+#include "ui/help/HelpWindow.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -136,6 +137,7 @@ frmCreateLang::frmCreateLang(const std::filesystem::path& programFolder, const L
     texts->addWidget(command2, 1, 2);
 
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(HelpButton(*this));
     buttons->addWidget(command3);
     buttons->addStretch(1);
     buttons->addWidget(command1);

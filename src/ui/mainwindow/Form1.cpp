@@ -181,8 +181,8 @@ void Form1::ConnectCommands()
     on("mnuOptions", [this] { mnuOptions_Click(); });
     on("mnuAbout", [this] { mnuAbout_Click(); });
     on("mnuCreateLangNick", [this] { mnuCreateLangNick_Click(); });
-    ConnectHelp(*this, program_.Lang.ProgramFolder(), project_.Values(), *menus_.Action("mnuHelpHelp"),
-                *menus_.Action("mnuHelpOnTop"));
+    ConnectHelp(*this, program_.Lang.ProgramFolder(), program_.Lang.LangDoc(), project_.Values(),
+                *menus_.Action("mnuHelpHelp"), *menus_.Action("mnuHelpOnTop"));
     on("mnuMux", [this] {
         StartWithLogWindow(this, [this](ToolRunner& runner, BuildLog& log) {
             return mnuMux(project_.ProgramFolder(), project_.Lang(), project_.Ask(), runner, log);
@@ -348,7 +348,6 @@ void Form1::Relabel()
     LoadTextForDesign(program_.Lang.LangDoc(), *this);
     docks_->Relabel(program_.Lang.LangDoc());
     menus_.AfterRelabel();
-    toolbars_.AfterRelabel();
     // The click ticked the item by itself; the tick follows the language that really loaded.
     for (QAction* item : languages_)
         item->setChecked(item->text().toStdString() == program_.TickedLanguage);

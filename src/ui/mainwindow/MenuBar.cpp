@@ -130,10 +130,6 @@ MenuBar::MenuBar(QMainWindow& window)
         if (entry.Shortcut)
             action->setShortcut(QKeySequence(entry.Shortcut));
         action->setCheckable(entry.Checkable);
-        if (entry.Source == CommandSource::NotYet) {
-            action->setToolTip(NotAvailableYet({}));
-            action->setEnabled(false);
-        }
         actions_[entry.Name] = action;
     }
     // The first language entry only stands for the list of language files.
@@ -152,24 +148,6 @@ QMenu* MenuBar::Menu(const std::string& name) const
     return found == menus_.end() ? nullptr : found->second;
 }
 
-QString NotAvailableYetSuffix()
-{
-    return QString(" (%1)").arg(kNotAvailableYet);
-}
-
-QString NotAvailableYet(const QString& own)
-{
-    return own.isEmpty() ? QString(kNotAvailableYet) : own + NotAvailableYetSuffix();
-}
-
-QString WithoutNotAvailableYet(const QString& tip)
-{
-    if (tip == kNotAvailableYet)
-        return {};
-    const QString suffix = NotAvailableYetSuffix();
-    return tip.endsWith(suffix) ? tip.chopped(suffix.size()) : tip;
-}
-
 void MenuBar::ApplyStates(const Project& project)
 {
     for (const MenuEntry& entry : kEntries) {
@@ -186,9 +164,6 @@ void MenuBar::ApplyStates(const Project& project)
         case CommandSource::Rule:
             enabled = entry.Rule(project);
             break;
-        case CommandSource::NotYet:
-            enabled = false;
-            break;
         case CommandSource::Always:
         case CommandSource::Submenu:
             break;
@@ -199,12 +174,6 @@ void MenuBar::ApplyStates(const Project& project)
 
 void MenuBar::AfterRelabel()
 {
-    for (const MenuEntry& entry : kEntries) {
-        if (entry.Caption && entry.Source == CommandSource::NotYet) {
-            QAction* action = actions_.at(entry.Name);
-            action->setToolTip(NotAvailableYet(WithoutNotAvailableYet(action->toolTip())));
-        }
-    }
     recentShown_.reset();
 }
 

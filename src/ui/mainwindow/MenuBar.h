@@ -2,8 +2,6 @@
 
 #include "document/Project.h"
 
-#include <QString>
-
 #include <functional>
 
 #include <map>
@@ -18,20 +16,12 @@ class QMenu;
 
 namespace mw {
 
-inline constexpr const char* kNotAvailableYet = "Not available yet";
-
-// The tool tip of a control whose command is not in the program yet; `own` is its tool tip.
-QString NotAvailableYet(const QString& own);
-// The control's own tool tip again, without the mark of a missing command.
-QString WithoutNotAvailableYet(const QString& tip);
-
 // What decides whether a menu entry is enabled.
 enum class CommandSource {
     Always,   // a command that needs no project
     Document, // EnableItems: on while a project is open
     State,    // one of the project's command states
     Rule,     // a rule over the project's state
-    NotYet,   // its command is not in the program yet: shown, always off
     Submenu,  // a menu holding the entries that name it
 };
 
@@ -60,8 +50,7 @@ public:
     QMenu* Menu(const std::string& name) const;
 
     void ApplyStates(const Project& project);
-    // After the language file relabelled the window: the commands not in the program yet say so
-    // again, and the recent entries show their files again.
+    // After the language file relabelled the window: the recent entries show their files again.
     void AfterRelabel();
     // mnuRecent: one entry per file, or one disabled "No files". `open` gets the entry's index.
     // Does nothing while the list is the one shown.

@@ -38,24 +38,17 @@ const std::array kToolbar1{
     ToolbarButton{"help", "Help", "mnuHelpHelp"},
 };
 
-// A button follows its menu entry when that entry has a command; otherwise it is shown off and
-// joins `notYet`.
-void Forward(QAction& button, QAction* command, std::vector<QAction*>& notYet)
+// A button runs its menu entry and is enabled with it.
+void Forward(QAction& button, QAction& command)
 {
-    if (!command || command->toolTip() == kNotAvailableYet) {
-        button.setEnabled(false);
-        button.setToolTip(NotAvailableYet(button.toolTip()));
-        notYet.push_back(&button);
-        return;
-    }
-    QObject::connect(&button, &QAction::triggered, command, &QAction::trigger);
-    QObject::connect(command, &QAction::changed, &button, [&button, command] { button.setEnabled(command->isEnabled()); });
-    button.setEnabled(command->isEnabled());
+    QObject::connect(&button, &QAction::triggered, &command, &QAction::trigger);
+    QObject::connect(&command, &QAction::changed, &button, [&button, &command] { button.setEnabled(command.isEnabled()); });
+    button.setEnabled(command.isEnabled());
 }
 
 template <std::size_t N>
 QToolBar* Build(QMainWindow& window, const char* name, const std::array<ToolbarButton, N>& buttons,
-                const MenuBar& menus, QAction*& noCreateOverlays, std::vector<QAction*>& notYet)
+                const MenuBar& menus, QAction*& noCreateOverlays)
 {
     auto* bar = new QToolBar(&window);
     bar->setObjectName(name);
@@ -75,7 +68,7 @@ QToolBar* Build(QMainWindow& window, const char* name, const std::array<ToolbarB
             button->setCheckable(true);
             noCreateOverlays = button;
         } else {
-            Forward(*button, entry.Command ? menus.Action(entry.Command) : nullptr, notYet);
+            Forward(*button, *menus.Action(entry.Command));
         }
     }
     window.addToolBar(Qt::TopToolBarArea, bar);
@@ -85,14 +78,8 @@ QToolBar* Build(QMainWindow& window, const char* name, const std::array<ToolbarB
 } // namespace
 
 Toolbars::Toolbars(QMainWindow& window, const MenuBar& menus)
-    : toolbar1_(Build(window, "Toolbar1", kToolbar1, menus, noCreateOverlays_, notYet_))
+    : toolbar1_(Build(window, "Toolbar1", kToolbar1, menus, noCreateOverlays_))
 {
-}
-
-void Toolbars::AfterRelabel()
-{
-    for (QAction* button : notYet_)
-        button->setToolTip(NotAvailableYet(WithoutNotAvailableYet(button->toolTip())));
 }
 
 void Toolbars::ApplyStates(const Project& project)

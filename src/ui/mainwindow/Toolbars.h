@@ -2,8 +2,6 @@
 
 #include "document/Project.h"
 
-#include <vector>
-
 class QAction;
 class QMainWindow;
 class QToolBar;
@@ -12,8 +10,7 @@ namespace mw {
 
 class MenuBar;
 
-// Toolbar1 (ToolbarPic stands over the canvas). A button whose command is in the menu bar runs that entry and is
-// enabled with it; a button whose command is not in the program yet stays off.
+// Toolbar1 (ToolbarPic stands over the canvas). A button runs its entry of the menu bar and is enabled with it.
 class Toolbars {
 public:
     Toolbars(QMainWindow& window, const MenuBar& menus);
@@ -22,14 +19,11 @@ public:
     void ApplyStates(const Project& project);
     // The two-state NoCreateOverlays; its state is the project's.
     QAction* NoCreateOverlays() const { return noCreateOverlays_; }
-    // After the language file relabelled the buttons: those without a command say so again.
-    void AfterRelabel();
 
     QToolBar* Toolbar1() const { return toolbar1_; }
 
 private:
     QAction* noCreateOverlays_ = nullptr; // set while Toolbar1 is built, so it comes first
-    std::vector<QAction*> notYet_;        // buttons whose command is not in the program yet
     QToolBar* toolbar1_;
 };
 

@@ -8,6 +8,8 @@
 #include "media/AviCache.h"
 #include "menuplayer/ButtonOverlay.h"
 #include "render/cDIB.h"
+#include "ui/QtDesignTarget.h"
+#include "ui/help/HelpWindow.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -17,6 +19,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPainter>
+#include <QPushButton>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -130,6 +133,8 @@ MenuPlayerWindow::MenuPlayerWindow(Project& project, QWidget* parent)
     status_->setWordWrap(true);
     status_->setFrameShape(QFrame::StyledPanel);
     where_->setObjectName("lblWhere");
+    MarkAsOutput(*status_);
+    MarkAsOutput(*where_);
     where_->setWordWrap(true);
     events_->setObjectName("lstEvents");
     events_->setFocusPolicy(Qt::NoFocus);
@@ -174,6 +179,10 @@ MenuPlayerWindow::MenuPlayerWindow(Project& project, QWidget* parent)
     side->addWidget(remote);
     side->addWidget(where_);
     side->addWidget(events_, 1);
+    // Off the focus chain, so that the arrows and Enter stay the remote's.
+    QPushButton* help = HelpButton(*this);
+    help->setFocusPolicy(Qt::NoFocus);
+    side->addWidget(help, 0, Qt::AlignRight);
 
     auto* top = new QHBoxLayout;
     top->addWidget(picture_, 1);
@@ -347,6 +356,7 @@ void MenuPlayerWindow::Advance()
 void ShowMenuPlayer(Project& project)
 {
     MenuPlayerWindow window(project, QApplication::activeWindow());
+    LoadTextForDesign(project.Lang(), window);
     window.resize(1100, 680);
     window.exec();
 }

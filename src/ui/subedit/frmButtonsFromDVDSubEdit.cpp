@@ -3,6 +3,7 @@
 #include "document/Project.h"
 #include "ui/QtDesignTarget.h"
 #include "ui/dialogs/NamedControls.h"
+#include "ui/help/HelpWindow.h"
 #include "ui/subedit/WindowCapture.h"
 #include "ui/subedit/frmDVDSubEditPreview.h"
 #include "ui/subedit/frmDVDSubEditSettings.h"
@@ -139,6 +140,7 @@ frmButtonsFromDVDSubEdit::frmButtonsFromDVDSubEdit(Project& project, QWidget* ma
     top->addWidget(Label1, 1);
     top->addWidget(cmdFromFile);
     top->addWidget(cmdSettings);
+    top->addWidget(HelpButton(*this));
     auto* force = new QHBoxLayout;
     force->addWidget(chkForce_);
     force->addWidget(Text1_);

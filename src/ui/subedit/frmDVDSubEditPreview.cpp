@@ -1,10 +1,12 @@
 #include "ui/subedit/frmDVDSubEditPreview.h"
 
 #include "ui/dialogs/NamedControls.h"
+#include "ui/help/HelpWindow.h"
 
 #include <QLabel>
 #include <QPainter>
 #include <QPixmap>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -44,8 +46,9 @@ frmDVDSubEditPreview::frmDVDSubEditPreview(const SubEditSet& set, QWidget* paren
     area->setWidgetResizable(true);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(area);
+    layout->addWidget(HelpButton(*this), 0, Qt::AlignRight);
     const QSize size = set.Picture.size() + QSize(40, 40);
-    resize(size.boundedTo({1000, 760}).expandedTo({240, 160}));
+    resize((size + QSize(0, 40)).boundedTo({1000, 760}).expandedTo({240, 160}));
 }
 
 } // namespace mw
