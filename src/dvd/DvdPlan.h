@@ -113,6 +113,10 @@ struct DvdPlan {
 DvdPlan PlanDvd(const Document& doc, const std::array<Colour, 3>& colours, TvStandard standard,
                 const std::string& language, const DvdProbe& probe);
 
+// The title's chapter starts as frames of its transcode (from 0, at the standard's rate):
+// where the transcode puts a key frame and the disc a chapter mark.
+std::vector<long> DvdChapterFrames(const DvdTitle& title, TvStandard standard);
+
 // The chapter's place on the DVD (from 1) among the title's chapter starts; 0 when the frame
 // starts none.
 int DvdChapterNumber(const DvdTitle& title, long startFrame);
