@@ -78,7 +78,7 @@ struct DvdMenu {
 struct DvdLanguage {
     std::string Code;
     std::vector<DvdMenu> Menus;
-    int StartMenu = 0; // numbers of menus; 0 when there is none
+    int StartMenu = 0; // numbers of its menus, from 1; a set without menus is left out
     int RootMenu = 0;
     int TitleKeyMenu = 0;
 };
