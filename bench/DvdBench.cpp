@@ -127,10 +127,10 @@ void BM_Dvd_FfmpegTranscodesAlone(benchmark::State& state)
     int n = 0;
     for (const mw::DvdMenu& menu : plan.Languages.at(0).Menus)
         add({menu.Video, menu.Frames.Start, menu.Frames.End, menu.AudioFile, menu.AudioStreams, plan.Standard,
-             Folder() / ("alone-" + std::to_string(n++) + ".mpg")});
+             Folder() / ("alone-" + std::to_string(n++) + ".mpg"), {}});
     const mw::DvdTitle& title = plan.Titles.at(0);
     add({title.Movie, title.Frames.Start, title.Frames.End, {}, title.AudioStreams, plan.Standard,
-         Folder() / "alone-title.mpg"});
+         Folder() / "alone-title.mpg", mw::DvdChapterFrames(title, plan.Standard)});
     for (auto _ : state) {
         for (const std::string& command : commands) {
             if (std::system(command.c_str()) != 0)

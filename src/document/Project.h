@@ -81,6 +81,7 @@ public:
 
     ProgramState& Program() { return program_; }
     Settings& Values() { return program_.Values; }
+    const Settings& Values() const { return program_.Values; }
     const LangDoc& Lang() const { return program_.Lang.LangDoc(); }
     FormTexts Texts() const { return FormTexts(program_.Lang.LangDoc(), "Form1"); }
     Prompt& Ask() { return prompt_; }

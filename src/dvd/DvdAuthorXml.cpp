@@ -141,8 +141,8 @@ std::string DvdAuthorXml(const DvdPlan& plan, const DvdFiles& files, const fs::p
         pugi::xml_node vob = pgc.append_child("vob");
         vob.append_attribute("file") = files.Title(title.Number).c_str();
         std::string chapters;
-        for (long start : title.ChapterStarts)
-            chapters += (chapters.empty() ? "" : ",") + DvdTime(start - title.Frames.Start, title.Fps);
+        for (long start : DvdChapterFrames(title, plan.Standard))
+            chapters += (chapters.empty() ? "" : ",") + DvdTime(start, DvdFrameRate(plan.Standard).Fps());
         vob.append_attribute("chapters") = chapters.c_str();
         Commands(pgc, "post", title.Post);
     }

@@ -49,6 +49,9 @@ void RemoveAll(const fs::path& path)
         fs::remove_all(path, ec);
 }
 
+// The parts of one step on the progress bar, for the frames of a transcode.
+constexpr int kStepParts = 1000;
+
 class Export {
 public:
     Export(Project& project, const DvdExportRequest& request, ToolRunner& runner, BuildLog& log)
@@ -105,7 +108,7 @@ private:
     void Next(const std::string& step)
     {
         log_.Step(step);
-        log_.Progress(done_++, steps_);
+        log_.Progress(done_++ * kStepParts, steps_ * kStepParts);
     }
 
     bool Tool(DvdTool tool, const std::vector<std::string>& arguments, std::string& error,
@@ -121,7 +124,12 @@ private:
 
     bool Transcode(const DvdTranscodeJob& job, std::string& error)
     {
-        return TranscodeForDvd(runner_, job, {}, Lines(), error);
+        // The bar moves with the frames of the step under way.
+        const DvdProgress frames = [this](int done, int total) {
+            if (total > 0)
+                log_.Progress((done_ - 1) * kStepParts + int(long(done) * kStepParts / total), steps_ * kStepParts);
+        };
+        return TranscodeForDvd(runner_, job, frames, Lines(), error);
     }
 
     bool Transcodes(std::string& error)
@@ -130,15 +138,15 @@ private:
             for (const DvdMenu& menu : plan_.Languages[l].Menus) {
                 Next("Transcoding " + Label(menu));
                 DvdTranscodeJob job{menu.Video, menu.Frames.Start, menu.Frames.End, menu.AudioFile,
-                                    menu.AudioStreams, plan_.Standard, files_.MenuVideo(int(l), menu.Number)};
+                                    menu.AudioStreams, plan_.Standard, files_.MenuVideo(int(l), menu.Number), {}};
                 if (!Transcode(job, error))
                     return false;
             }
         }
         for (const DvdTitle& title : plan_.Titles) {
             Next("Transcoding title " + title.ID);
-            DvdTranscodeJob job{title.Movie, title.Frames.Start, title.Frames.End, {},
-                                title.AudioStreams, plan_.Standard, files_.Title(title.Number)};
+            DvdTranscodeJob job{title.Movie, title.Frames.Start, title.Frames.End, {}, title.AudioStreams,
+                                plan_.Standard, files_.Title(title.Number), DvdChapterFrames(title, plan_.Standard)};
             if (!Transcode(job, error))
                 return false;
         }
@@ -227,7 +235,7 @@ private:
                 return false;
             }
         }
-        log_.Progress(steps_, steps_);
+        log_.Progress(steps_ * kStepParts, steps_ * kStepParts);
         log_.Line("The DVD-Video is in " + target.string());
         return true;
     }

@@ -82,6 +82,14 @@ public:
             if (!chosen)
                 plan_.Unsupported.push_back(error);
         }
+        // A set without menus has nothing to show, and its entry would lead nowhere on the disc.
+        std::erase_if(sets, [this](const DocNode* set) {
+            if (!graph_.Menus(*set).empty())
+                return false;
+            plan_.Unsupported.push_back("language set \"" + Trim(GetPropertyInNode(*set, "languageCode")) +
+                                        "\" has no menus of its own and is left out");
+            return true;
+        });
         // Menus are numbered first, as commands name menus that come later.
         for (std::size_t l = 0; l < sets.size(); ++l) {
             int number = 0;
@@ -230,44 +238,47 @@ private:
     {
         DvdLanguage language;
         language.Code = Lower(Trim(GetPropertyInNode(set, "languageCode")));
-        std::vector<std::string> deadEnds;
-        const auto numberOf = [this](const std::string& id) {
-            const auto place = menus_.find(Trim(id));
-            return place == menus_.end() ? 0 : place->second.Number;
-        };
-        language.StartMenu = numberOf(graph_.StartMenu(set, deadEnds));
-        language.RootMenu = numberOf(GetPropertyInNode(set, "rootMenuID"));
-        std::string deadEnd;
-        language.TitleKeyMenu = numberOf(graph_.KeyMenu(set, "title", deadEnd));
         const std::vector<const DocNode*> menus = graph_.Menus(set);
+        // The number of one of this set's menus; a menu of another set cannot be reached from
+        // this language's menus on a disc, so the set's own first menu stands in for it.
+        const auto numberOf = [&](const std::string& id, const char* role) {
+            const auto place = menus_.find(Trim(id));
+            if (place == menus_.end())
+                return 0;
+            if (place->second.Language != index) {
+                plan_.Unsupported.push_back("language set \"" + language.Code + "\": its " + role + " " +
+                                            graph_.MenuLabel(Trim(id)) +
+                                            " belongs to another language set; its first menu stands in");
+                return 0;
+            }
+            return place->second.Number;
+        };
+        std::vector<std::string> deadEnds;
+        language.StartMenu = numberOf(graph_.StartMenu(set, deadEnds), "startingMenuID");
+        language.RootMenu = numberOf(GetPropertyInNode(set, "rootMenuID"), "rootMenuID");
+        std::string deadEnd;
+        language.TitleKeyMenu = numberOf(graph_.KeyMenu(set, "title", deadEnd), "title menu");
         if (language.RootMenu == 0)
-            language.RootMenu = language.StartMenu ? language.StartMenu : (menus.empty() ? 0 : 1);
+            language.RootMenu = language.StartMenu ? language.StartMenu : 1;
         if (language.StartMenu == 0)
             language.StartMenu = language.RootMenu;
         if (language.TitleKeyMenu == 0)
             language.TitleKeyMenu = language.RootMenu;
 
-        for (const DocNode* node : menus) {
-            TakeMenuColours(node, colours);
-            language.Menus.push_back(PlanMenu(*node, index, colours));
+        for (std::size_t m = 0; m < menus.size(); ++m) {
+            TakeMenuColours(menus[m], colours);
+            language.Menus.push_back(PlanMenu(*menus[m], index, int(m) + 1, colours));
         }
-        const auto firstOfType = [&](const char* type) {
-            for (DvdMenu& menu : language.Menus) {
-                if (EqualsNoCase(GetPropertyInNode(*doc_.Tree.ObjectNode(menu.ID), "menuType"), type))
-                    return &menu;
-            }
-            return static_cast<DvdMenu*>(nullptr);
-        };
-        if (language.RootMenu > 0)
-            language.Menus[language.RootMenu - 1].Entries.push_back("root");
+        language.Menus[std::size_t(language.RootMenu - 1)].Entries.push_back("root");
         for (const auto& [type, entry] : {std::pair{"chapter", "ptt"}, {"audio", "audio"}, {"subtitle", "subtitle"}}) {
-            if (DvdMenu* menu = firstOfType(type))
-                menu->Entries.push_back(entry);
+            const auto ofType = std::find_if(menus.begin(), menus.end(), [type](const DocNode* menu) {
+                return EqualsNoCase(GetPropertyInNode(*menu, "menuType"), type);
+            });
+            if (ofType != menus.end())
+                language.Menus[std::size_t(ofType - menus.begin())].Entries.push_back(entry);
         }
-        if (language.RootMenu > 0) {
-            DvdMenu& root = language.Menus[language.RootMenu - 1];
-            root.Pre = RootDispatch(language) + root.Pre;
-        }
+        DvdMenu& root = language.Menus[std::size_t(language.RootMenu - 1)];
+        root.Pre = RootDispatch(language) + root.Pre;
         return language;
     }
 
@@ -286,12 +297,12 @@ private:
         return text + "if (g0 eq 3) g1 = button; g0 = 0; ";
     }
 
-    DvdMenu PlanMenu(const DocNode& node, int language, const std::array<Colour, 3>& colours)
+    DvdMenu PlanMenu(const DocNode& node, int language, int menuNumber, const std::array<Colour, 3>& colours)
     {
         DvdMenu menu;
         menu.ID = ObjectIdOf(node);
         menu.Name = GetPropertyInNode(node, "menuName");
-        menu.Number = menus_[menu.ID].Number;
+        menu.Number = menuNumber;
         menu.Colours = colours;
         menu.Video = graph_.BackgroundFile(node);
         std::vector<std::string> deadEnds;
@@ -504,6 +515,15 @@ DvdPlan PlanDvd(const Document& doc, const std::array<Colour, 3>& colours, TvSta
                 const std::string& language, const DvdProbe& probe)
 {
     return Planner(doc, standard, probe).Make(colours, language);
+}
+
+std::vector<long> DvdChapterFrames(const DvdTitle& title, TvStandard standard)
+{
+    const double scale = title.Fps > 0 ? DvdFrameRate(standard).Fps() / title.Fps : 1;
+    std::vector<long> frames;
+    for (long start : title.ChapterStarts)
+        frames.push_back(std::lround(double(start - title.Frames.Start) * scale));
+    return frames;
 }
 
 int DvdChapterNumber(const DvdTitle& title, long startFrame)

@@ -78,7 +78,7 @@ struct DvdMenu {
 struct DvdLanguage {
     std::string Code;
     std::vector<DvdMenu> Menus;
-    int StartMenu = 0; // numbers of menus; 0 when there is none
+    int StartMenu = 0; // numbers of its menus, from 1; a set without menus is left out
     int RootMenu = 0;
     int TitleKeyMenu = 0;
 };
@@ -112,6 +112,10 @@ struct DvdPlan {
 // names no set gives a plan without languages and the reason in Unsupported.
 DvdPlan PlanDvd(const Document& doc, const std::array<Colour, 3>& colours, TvStandard standard,
                 const std::string& language, const DvdProbe& probe);
+
+// The title's chapter starts as frames of its transcode (from 0, at the standard's rate):
+// where the transcode puts a key frame and the disc a chapter mark.
+std::vector<long> DvdChapterFrames(const DvdTitle& title, TvStandard standard);
 
 // The chapter's place on the DVD (from 1) among the title's chapter starts; 0 when the frame
 // starts none.

@@ -64,6 +64,30 @@ std::string PictureFilters(const DvdTranscodeJob& job, const DvdSourceVideo& sou
     return filters;
 }
 
+// The group starts to force so that each of the key frames starts a unit of the disc: dvdauthor
+// starts one only at a group that begins 0.4 s or more after the last unit began. The encoder
+// starts a group every kGroup frames after a forced one by itself; where that leaves a short
+// group before the next key frame, the last two groups share the frames.
+std::vector<long> GroupStarts(std::vector<long> keys, TvStandard standard)
+{
+    const long group = standard == TvStandard::Pal ? 15 : 18;
+    const long shortest = standard == TvStandard::Pal ? 10 : 12;
+    std::sort(keys.begin(), keys.end());
+    keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+    std::vector<long> starts;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        if (keys[i] > 0)
+            starts.push_back(keys[i]);
+        if (i + 1 == keys.size())
+            break;
+        const long length = keys[i + 1] - keys[i];
+        const long rest = length - (length - 1) / group * group;
+        if (length > group && rest < shortest)
+            starts.push_back(keys[i + 1] - std::max(shortest, (group + rest + 1) / 2));
+    }
+    return starts;
+}
+
 // A line of the progress report: "key=value", the key in lower case, digits and "_".
 bool IsProgressLine(const std::string& line)
 {
@@ -120,6 +144,13 @@ std::vector<std::string> DvdTranscodeArguments(const DvdTranscodeJob& job, const
     arguments.insert(arguments.end(), {"-target", job.Standard == TvStandard::Pal ? "pal-dvd" : "ntsc-dvd"});
     if (Telecined(job, source))
         arguments.insert(arguments.end(), {"-flags", "+ilme+ildct", "-top", "1"});
+    // By the encoder's own frame count, which is exact where times after a rate change are not.
+    // A cut of the scene would start a group of its own, perhaps just before a chapter.
+    std::string keys;
+    for (long frame : GroupStarts(job.KeyFrames, job.Standard))
+        keys += (keys.empty() ? "expr:" : "+") + std::string("eq(n,") + std::to_string(frame) + ")";
+    if (!keys.empty())
+        arguments.insert(arguments.end(), {"-force_key_frames", keys, "-sc_threshold", "1000000000"});
     arguments.insert(arguments.end(), {"-aspect", "4:3", "-progress", "pipe:1", output.string()});
     return arguments;
 }

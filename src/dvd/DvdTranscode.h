@@ -24,6 +24,8 @@ struct DvdTranscodeJob {
     std::vector<int> AudioStreams;
     TvStandard Standard = TvStandard::Pal;
     std::filesystem::path Output; // .mpg
+    // Frames of the output (from 0) that must be key frames, so that a chapter starts there.
+    std::vector<long> KeyFrames;
 };
 
 // What the arguments need to know of the source's picture.

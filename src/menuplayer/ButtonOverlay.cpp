@@ -1,5 +1,6 @@
 #include "menuplayer/ButtonOverlay.h"
 
+#include "core/ScriptedPrompt.h"
 #include "document/Project.h"
 #include "menuplayer/MenuGraph.h"
 #include "menus/CanvasCommands.h"
@@ -8,25 +9,21 @@
 
 namespace mw {
 
-bool PaintButtonOverlay(Project& project, const std::string& menuID, const std::string& buttonID, PlayerOverlay& overlay)
+bool PaintButtonOverlay(const Project& project, const std::string& menuID, const std::string& buttonID,
+                        PlayerOverlay& overlay)
 {
     const MenuGraph graph(project.Doc);
     const DocNode* menu = graph.Menu(menuID);
+    const DocNode* button = menu ? graph.Button(*menu, buttonID) : nullptr;
     std::error_code ec;
-    if (!menu || !graph.Button(*menu, buttonID) || !std::filesystem::is_regular_file(graph.BackgroundFile(*menu), ec))
+    if (!button || !std::filesystem::is_regular_file(graph.BackgroundFile(*menu), ec))
         return false;
-    const MenuCanvas shown = project.Canvas;
-    ParceMenu(project, *project.Doc.Tree.ObjectNode(menuID));
-    bool found = false;
-    for (std::size_t i = 0; i < project.Canvas.Buttons.size() && !found; ++i) {
-        if (project.Canvas.Buttons[i].Label.Tag != buttonID)
-            continue;
-        overlay.Picture = ButtonOverlayPicture(project, int(i));
-        overlay.Where = project.Canvas.Buttons[i].Overlay;
-        found = true;
-    }
-    project.Canvas = shown;
-    return found;
+    // A player shows less where an overlay file is missing; it does not stop to say so.
+    ScriptedPrompt quiet;
+    const CanvasButton read = ReadCanvasButton(project, *button);
+    overlay.Picture = ButtonOverlayPicture(project, quiet, read, MenuOverlayColors(project, *menu));
+    overlay.Where = read.Overlay;
+    return true;
 }
 
 } // namespace mw

@@ -26,25 +26,6 @@ long RowNumber(const DocNode& node, const char* name)
     return static_cast<long>(LeadingNumber(GetPropertyInNode(node, name)));
 }
 
-CanvasButton ReadButton(const Project& project, const DocNode& button)
-{
-    CanvasButton b;
-    b.Label.Tag = GetPropertyInNode(button, "objectid");
-    if (const DocNode* rect = ChildNamed(&button, "MenuRectangle")) {
-        b.Label.Left = RowNumber(*rect, "left");
-        b.Label.Top = RowNumber(*rect, "top");
-        b.Label.Width = RowNumber(*rect, "width");
-        b.Label.Height = RowNumber(*rect, "height");
-    }
-    const OverlayAttributes a = ReadOverlayAttributes(button.Tag);
-    b.Shape = a.Shape;
-    b.Position = a.Position;
-    b.LineWidth = a.Width;
-    b.OverlayFile = OverlayFileFor(project.ProgramFolder(), a.Shape);
-    PlaceShapeFromTag(b);
-    return b;
-}
-
 // Older files keep Buttons and menuID on the source: the track takes the source's extra info.
 void CopyOldButtonsInfo(const DocNode& source, DocNode& track)
 {
@@ -86,6 +67,39 @@ void SnapAxis(long& start, long& size, long oldStart, long oldSize, const std::v
 
 } // namespace
 
+CanvasButton ReadCanvasButton(const Project& project, const DocNode& button)
+{
+    CanvasButton b;
+    b.Label.Tag = GetPropertyInNode(button, "objectid");
+    if (const DocNode* rect = ChildNamed(&button, "MenuRectangle")) {
+        b.Label.Left = RowNumber(*rect, "left");
+        b.Label.Top = RowNumber(*rect, "top");
+        b.Label.Width = RowNumber(*rect, "width");
+        b.Label.Height = RowNumber(*rect, "height");
+    }
+    const OverlayAttributes a = ReadOverlayAttributes(button.Tag);
+    b.Shape = a.Shape;
+    b.Position = a.Position;
+    b.LineWidth = a.Width;
+    b.OverlayFile = OverlayFileFor(project.ProgramFolder(), a.Shape);
+    PlaceShapeFromTag(b);
+    return b;
+}
+
+std::array<std::uint32_t, 3> MenuOverlayColors(const Project& project, const DocNode& menu)
+{
+    const Settings& settings = project.Values();
+    const ExtraInfoElement info(menu.Tag);
+    const std::uint32_t defaults[] = {settings.defOverlayColor1, settings.defOverlayColor2, settings.defOverlayColor3};
+    const char* colorNames[] = {"Color1", "Color2", "Color3"};
+    std::array<std::uint32_t, 3> colors{};
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        const auto color = info.Get(colorNames[i]);
+        colors[i] = color ? static_cast<std::uint32_t>(LeadingNumber(*color)) : defaults[i];
+    }
+    return colors;
+}
+
 void LoadCanvasMenuRows(Project& project, DocNode& menu)
 {
     CanvasMenuRows& rows = project.Canvas.Menu;
@@ -121,18 +135,13 @@ void ParceMenu(Project& project, DocNode& menu)
     canvas.CurrentMenuID = GetPropertyInNode(menu, "objectid");
 
     const ExtraInfoElement info(menu.Tag);
-    const std::uint32_t defaults[] = {settings.defOverlayColor1, settings.defOverlayColor2, settings.defOverlayColor3};
-    const char* colorNames[] = {"Color1", "Color2", "Color3"};
-    for (std::size_t i = 0; i < canvas.Colors.size(); ++i) {
-        const auto color = info.Get(colorNames[i]);
-        canvas.Colors[i] = color ? static_cast<std::uint32_t>(LeadingNumber(*color)) : defaults[i];
-    }
+    canvas.Colors = MenuOverlayColors(project, menu);
     canvas.Lock = LeadingNumber(info.Get("lock").value_or("0")) != 0;
     canvas.Frame = static_cast<long>(LeadingNumber(info.Get("frame").value_or("-1")));
 
     for (const auto& child : menu) {
         if (EqualsNoCase(child->Text, "ButtonMenu"))
-            canvas.Buttons.push_back(ReadButton(project, *child));
+            canvas.Buttons.push_back(ReadCanvasButton(project, *child));
     }
 
     LoadCanvasMenuRows(project, menu);
@@ -295,9 +304,14 @@ std::optional<long> AskMenuFrame(Project& project)
 
 cDIB ButtonOverlayPicture(Project& project, int index)
 {
-    const CanvasButton& button = project.Canvas.Buttons.at(static_cast<std::size_t>(index));
-    TransPaint shape(project.Ask(), project.Lang());
-    const std::array<std::uint32_t, 3>& colors = project.Canvas.Colors;
+    return ButtonOverlayPicture(project, project.Ask(), project.Canvas.Buttons.at(static_cast<std::size_t>(index)),
+                                project.Canvas.Colors);
+}
+
+cDIB ButtonOverlayPicture(const Project& project, Prompt& prompt, const CanvasButton& button,
+                          const std::array<std::uint32_t, 3>& colors)
+{
+    TransPaint shape(prompt, project.Lang());
     for (int i = 0; i < 3; ++i) {
         const std::uint32_t c = colors[static_cast<std::size_t>(i)];
         shape.SetRGBColor(i + 1, c & 0xFF, c >> 8 & 0xFF, c >> 16 & 0xFF);

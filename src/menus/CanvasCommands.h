@@ -9,7 +9,13 @@
 namespace mw {
 
 class Project;
+class Prompt;
 class cDIB;
+
+// A button of a menu as the canvas holds it: rectangle, shape and where its overlay stands.
+CanvasButton ReadCanvasButton(const Project& project, const DocNode& button);
+// The menu's three overlay colours, the settings' defaults where it has none of its own.
+std::array<std::uint32_t, 3> MenuOverlayColors(const Project& project, const DocNode& menu);
 
 // Shows a menu on the canvas: reads its colours, lock and frame, one entry per button with its
 // rectangle and overlay, the rows of its background, and where its overlay stream will stand
@@ -68,6 +74,10 @@ std::optional<long> AskMenuFrame(Project& project);
 // The overlay picture of the button at index at the size of its overlay, in the menu's colours:
 // painted for a special shape, read and fitted for a bitmap. Index 0 is transparent.
 cDIB ButtonOverlayPicture(Project& project, int index);
+// The same for a button read with ReadCanvasButton, for a menu the canvas does not show;
+// the prompt hears of an overlay file that is missing or unreadable.
+cDIB ButtonOverlayPicture(const Project& project, Prompt& prompt, const CanvasButton& button,
+                          const std::array<std::uint32_t, 3>& colors);
 
 // The menu that the button at index opens, when its action list moves to one; null otherwise.
 DocNode* ButtonLinkMenu(Project& project, int index);

@@ -7,6 +7,7 @@
 
 #include <pugixml.hpp>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
@@ -22,7 +23,7 @@ using ::testing::HasSubstr;
 class RecordedLog : public BuildLog {
 public:
     void Step(const std::string& text) override { Steps.push_back(text); }
-    void Progress(int done, int total) override { Last = {done, total}; }
+    void Progress(int done, int total) override { Moves.emplace_back(done, total); }
     void Line(const std::string& text) override
     {
         Lines.push_back(text);
@@ -34,7 +35,7 @@ public:
 
     std::vector<std::string> Steps;
     std::vector<std::string> Lines;
-    std::pair<int, int> Last;
+    std::vector<std::pair<int, int>> Moves;
     std::function<void(const std::string&)> OnLine;
 };
 
@@ -62,16 +63,22 @@ protected:
             Require(tool);
     }
 
-    // Titles and their chapter counts as lsdvd reads them.
-    std::vector<int> Chapters(const fs::path& disc) const
+    // Titles and the starts of their chapters in seconds, as lsdvd reads them.
+    std::vector<std::vector<double>> Chapters(const fs::path& disc) const
     {
         pugi::xml_document doc;
         const std::string xml = RunCommand("lsdvd -q -c -Ox " + Quoted(disc) + " 2>/dev/null").Out;
         EXPECT_TRUE(doc.load_string(xml.c_str())) << xml;
-        std::vector<int> chapters;
-        for (pugi::xml_node track : doc.child("lsdvd").children("track"))
-            chapters.push_back(int(std::distance(track.children("chapter").begin(), track.children("chapter").end())));
-        return chapters;
+        std::vector<std::vector<double>> titles;
+        for (pugi::xml_node track : doc.child("lsdvd").children("track")) {
+            double at = 0;
+            std::vector<double>& starts = titles.emplace_back();
+            for (pugi::xml_node chapter : track.children("chapter")) {
+                starts.push_back(at);
+                at += chapter.child("length").text().as_double();
+            }
+        }
+        return titles;
     }
 
     // Per menu language, per menu (a program chain that plays a video; dvdauthor adds others
@@ -123,10 +130,17 @@ TEST_F(DvdExport, TheDiscReadsBackWithItsTitlesChaptersMenusAndButtons)
                                                                  << ::testing::PrintToString(log.Lines);
     const DvdPlan plan = PlanDvdExport(project, request);
 
-    std::vector<int> chapters;
-    for (const DvdTitle& title : plan.Titles)
-        chapters.push_back(int(title.ChapterStarts.size()));
-    EXPECT_EQ(Chapters(request.Target), chapters);
+    // Each chapter starts at its own frame, not at the group of pictures it falls in.
+    const auto chapters = Chapters(request.Target);
+    ASSERT_EQ(chapters.size(), plan.Titles.size());
+    for (std::size_t t = 0; t < chapters.size(); ++t) {
+        const std::vector<long> frames = DvdChapterFrames(plan.Titles[t], plan.Standard);
+        ASSERT_EQ(chapters[t].size(), frames.size()) << "title " << t + 1;
+        for (std::size_t c = 0; c < frames.size(); ++c)
+            EXPECT_NEAR(chapters[t][c], double(frames[c]) * 1001 / 30000, 0.034)
+                << "title " << t + 1 << " chapter " << c + 1;
+    }
+    EXPECT_GE(chapters.front().size(), 7u);
     EXPECT_EQ(Chapters(*request.Iso), chapters);
 
     const auto menus = Menus(request.Target);
@@ -152,7 +166,14 @@ TEST_F(DvdExport, TheDiscReadsBackWithItsTitlesChaptersMenusAndButtons)
             steps += menu.Buttons.empty() ? 1 : 2;
     }
     EXPECT_EQ(log.Steps.size(), steps);
-    EXPECT_EQ(log.Last, std::make_pair(int(steps), int(steps)));
+    // The bar moves with the frames within a transcode, never back, and ends full.
+    ASSERT_FALSE(log.Moves.empty());
+    const int total = log.Moves.back().second;
+    EXPECT_EQ(log.Moves.back().first, total);
+    EXPECT_TRUE(std::ranges::is_sorted(log.Moves));
+    EXPECT_TRUE(std::ranges::all_of(log.Moves, [total](const auto& move) { return move.second == total; }));
+    EXPECT_TRUE(std::ranges::any_of(log.Moves,
+                                    [&](const auto& move) { return move.first * long(steps) % total != 0; }));
     EXPECT_EQ(ReadAll(ProjectFile()), projectBytes);
     EXPECT_FALSE(project.FileIsDirty);
     EXPECT_THAT(Leftovers(request.Target, project.ProgramFolder()), ::testing::IsEmpty());

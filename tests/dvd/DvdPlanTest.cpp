@@ -230,6 +230,45 @@ TEST_F(DvdPlanTest, ActionsBecomeCommandsAndWhatCannotBeDoneIsNamed)
                             HasSubstr("button 96 of menu 95 \"Haupt\": MenuTransitionAction to menu 50")));
 }
 
+// Sets whose entry menus name menus of another set, and sets with no menus at all, as a
+// damaged or hand-edited project has them: the disc keeps what it can and says what it left.
+TEST_F(DvdPlanTest, EntryMenusOfAnotherSetOrNoMenusGiveAPlainerDiscNotACrash)
+{
+    const auto load = [this](const std::string& from, const std::string& to) {
+        std::string text = kProject;
+        text.replace(text.find(from), from.size(), to);
+        ScriptedPrompt prompt;
+        doc = Document();
+        ASSERT_TRUE(LoadXmlString(text, doc, nullptr, Relationship::Last, prompt));
+    };
+    const std::string german = R"(languageCode="de" startingMenuID="none" rootMenuID="95">)";
+    load(german, R"(languageCode="de" startingMenuID="40" rootMenuID="50">)");
+    DvdPlan plan = Plan();
+    ASSERT_EQ(plan.Languages.size(), 2u);
+    const DvdLanguage& de = plan.Languages[1];
+    EXPECT_EQ(de.StartMenu, 1);
+    EXPECT_EQ(de.RootMenu, 1);
+    EXPECT_THAT(de.Menus[0].Entries, ElementsAre("root"));
+    EXPECT_THAT(plan.Unsupported, ::testing::IsSupersetOf({HasSubstr("\"de\": its startingMenuID menu 40"),
+                                                           HasSubstr("\"de\": its rootMenuID menu 50")}));
+
+    // A menuless set first, pointing at the other's menus: it is left out, the other leads.
+    load("<LanguageMenus objectID=\"30\"", R"(<LanguageMenus objectID="100" languageCode="fr" startingMenuID="50" )"
+                                           R"(rootMenuID="95"/><LanguageMenus objectID="30")");
+    plan = Plan();
+    ASSERT_EQ(plan.Languages.size(), 2u);
+    EXPECT_EQ(plan.Languages[0].Code, "en");
+    EXPECT_EQ(plan.Languages[0].RootMenu, 2);
+    EXPECT_THAT(plan.Unsupported, ::testing::Contains("language set \"fr\" has no menus of its own and is left out"));
+    // Chosen on its own it leaves a disc of titles.
+    plan = Plan(TvStandard::Pal, "fr");
+    EXPECT_TRUE(plan.Languages.empty());
+    EXPECT_EQ(plan.FirstPlay, "jump title 1;");
+    EXPECT_THAT(plan.Titles, ::testing::SizeIs(2));
+    const DvdFiles files{"/work"};
+    EXPECT_THAT(DvdAuthorXml(plan, files, "/disc"), ::testing::Not(HasSubstr("<menus")));
+}
+
 class GeneratedPlan : public GeneratedDvdProject {};
 
 TEST_F(GeneratedPlan, ChapterPagesTitleAndSetupMenusBecomeJumpsWithButtonsInThePicture)

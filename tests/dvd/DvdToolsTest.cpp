@@ -23,7 +23,7 @@ TEST(DvdTools, AMissingToolNamesItsDebianPackage)
     ToolRunner runner;
     EXPECT_FALSE(RunDvdTool(runner, DvdTool::Lsdvd, {}, work.Path(), [](const std::string&) {}, error));
     EXPECT_EQ(error, "lsdvd was not found; install the package lsdvd");
-    const DvdTranscodeJob job{work.Path() / "in.avi", 0, -1, {}, {}, TvStandard::Pal, work.Path() / "out.mpg"};
+    const DvdTranscodeJob job{work.Path() / "in.avi", 0, -1, {}, {}, TvStandard::Pal, work.Path() / "out.mpg", {}};
     EXPECT_FALSE(TranscodeForDvd(runner, job, {}, [](const std::string&) {}, error));
     EXPECT_EQ(error, "ffmpeg was not found; install the package ffmpeg");
 }
@@ -57,7 +57,7 @@ TEST(DvdTools, RealTranscodesSubpicturesAndCancel)
 
     ToolRunner runner;
     std::vector<std::pair<int, int>> progress;
-    const DvdTranscodeJob whole{pal, 0, -1, {}, {0}, TvStandard::Pal, work.Path() / "whole.mpg"};
+    const DvdTranscodeJob whole{pal, 0, -1, {}, {0}, TvStandard::Pal, work.Path() / "whole.mpg", {}};
     ASSERT_TRUE(TranscodeForDvd(runner, whole, [&](int done, int total) { progress.emplace_back(done, total); },
                                 onLine, error))
         << error << ::testing::PrintToString(lines);
@@ -68,7 +68,7 @@ TEST(DvdTools, RealTranscodesSubpicturesAndCancel)
         EXPECT_FALSE(line.starts_with("frame=") || line.starts_with("progress=")) << line;
 
     // Frames 12 to 35 of film, silent, telecined to NTSC: 24 frames become 30.
-    const DvdTranscodeJob range{film, 12, 35, {}, {}, TvStandard::Ntsc, work.Path() / "range.mpg"};
+    const DvdTranscodeJob range{film, 12, 35, {}, {}, TvStandard::Ntsc, work.Path() / "range.mpg", {}};
     ASSERT_TRUE(TranscodeForDvd(runner, range, {}, onLine, error)) << error << ::testing::PrintToString(lines);
     EXPECT_EQ(Probe(range.Output), "mpeg2video,720,480,30000/1001,30\nac3\n");
 
@@ -95,7 +95,7 @@ TEST(DvdTools, RealTranscodesSubpicturesAndCancel)
 
     // A cancel at the first progress report, long before the end, stops ffmpeg and leaves nothing.
     ToolRunner cancelled;
-    const DvdTranscodeJob stopped{longer, 0, -1, {}, {}, TvStandard::Ntsc, work.Path() / "stopped.mpg"};
+    const DvdTranscodeJob stopped{longer, 0, -1, {}, {}, TvStandard::Ntsc, work.Path() / "stopped.mpg", {}};
     EXPECT_FALSE(TranscodeForDvd(cancelled, stopped, [&](int, int) { cancelled.Cancel(); }, onLine, error));
     EXPECT_EQ(error, "Cancelled");
     EXPECT_FALSE(fs::exists(stopped.Output));

@@ -26,7 +26,7 @@ Call Arguments(const DvdTranscodeJob& job, const DvdSourceVideo& source)
 
 TEST(DvdTranscode, FrameRangeCutsPictureAndOwnAudioAtTheSameFramesAndRatesReachTheStandard)
 {
-    DvdTranscodeJob job{"/m/in put.avi", 50, 149, {}, {0, 2}, TvStandard::Pal, "/out/menu.mpg"};
+    DvdTranscodeJob job{"/m/in put.avi", 50, 149, {}, {0, 2}, TvStandard::Pal, "/out/menu.mpg", {}};
     const DvdSourceVideo pal{{25, 1}, 1000};
     Call call = Arguments(job, pal);
     EXPECT_EQ(call.After("-i"), "/m/in put.avi");
@@ -47,7 +47,7 @@ TEST(DvdTranscode, FrameRangeCutsPictureAndOwnAudioAtTheSameFramesAndRatesReachT
     EXPECT_TRUE(Arguments(job, pal).InGraph("end_frame=1000,"));
 
     // Film on NTSC is telecined, 24 frames to 30; any other rate is converted.
-    job = {"in.avi", 0, 23, {}, {0}, TvStandard::Ntsc, "out.mpg"};
+    job = {"in.avi", 0, 23, {}, {0}, TvStandard::Ntsc, "out.mpg", {}};
     const DvdSourceVideo film{{24000, 1001}, 240};
     call = Arguments(job, film);
     EXPECT_EQ(call.After("-target"), "ntsc-dvd");
@@ -59,11 +59,30 @@ TEST(DvdTranscode, FrameRangeCutsPictureAndOwnAudioAtTheSameFramesAndRatesReachT
     EXPECT_EQ(DvdOutputFrames(job, pal), 29); // 0.96 s
     job.Standard = TvStandard::Pal;
     EXPECT_TRUE(Arguments(job, film).InGraph("fps=25/1"));
+    EXPECT_EQ(Arguments(job, film).Count("-force_key_frames"), 0);
+}
+
+// dvdauthor starts a unit of the disc, where a chapter can begin, only at a group of pictures 0.4 s
+// or more after the last; the encoder starts a group every 15 (PAL) or 18 (NTSC) frames.
+TEST(DvdTranscode, ChapterStartsAreKeyFramesWithNoShortGroupBeforeThem)
+{
+    DvdTranscodeJob job{"in.avi", 0, -1, {}, {0}, TvStandard::Pal, "t.mpg", {0, 31, 40, 47, 300}};
+    const DvdSourceVideo pal{{25, 1}, 1000};
+    // The encoder's groups at 15 and 30 would leave 30 a unit of one frame before 31: the last
+    // two groups share 16 frames, 15 to 20 and 21 to 30. 40 and 47 are too close to 31 and 40
+    // for units of their own, and nothing helps that. 300 - 47 leaves 13 frames: enough.
+    EXPECT_EQ(Arguments(job, pal).After("-force_key_frames"),
+              "expr:eq(n,21)+eq(n,31)+eq(n,40)+eq(n,47)+eq(n,300)");
+    EXPECT_EQ(Arguments(job, pal).After("-sc_threshold"), "1000000000");
+    job.Standard = TvStandard::Ntsc;
+    job.KeyFrames = {40, 0, 20, 40};
+    // 18 + 2 at NTSC: the 12 frames of the shortest unit before each chapter.
+    EXPECT_EQ(Arguments(job, pal).After("-force_key_frames"), "expr:eq(n,8)+eq(n,20)+eq(n,28)+eq(n,40)");
 }
 
 TEST(DvdTranscode, SeparateAudioPlaysFromItsStartAndNoAudioGivesSilence)
 {
-    DvdTranscodeJob job{"menu.avi", 25, 74, "music.wav", {0}, TvStandard::Pal, "m.mpg"};
+    DvdTranscodeJob job{"menu.avi", 25, 74, "music.wav", {0}, TvStandard::Pal, "m.mpg", {}};
     const DvdSourceVideo source{{25, 1}, 100};
     Call call = Arguments(job, source);
     EXPECT_EQ(call.Count("-i"), 2);

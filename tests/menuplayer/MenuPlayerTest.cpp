@@ -1,3 +1,4 @@
+#include "menuplayer/ButtonOverlay.h"
 #include "menuplayer/MenuSession.h"
 #include "menuplayer/MenuWalk.h"
 
@@ -18,6 +19,7 @@
 #include "media/TitleNodes.h"
 #include "media/TitleTestKit.h"
 #include "menus/Actions.h"
+#include "menus/CanvasCommands.h"
 #include "render/OverlayFont.h"
 
 #include <gmock/gmock.h>
@@ -304,6 +306,52 @@ TEST_F(GeneratedMenus, RemoteGoesIntoAChapterBackByTheMenuKeyAndOnByTheExit)
                                      "button " + made->MainButtons[0]));
     session.Tick(session.Frames().End - session.Frames().Start + 1);
     EXPECT_THAT(trace(), ElementsAre("menu " + made->Pages[1], "button " + page2[0]));
+}
+
+// The player paints a button's overlay from the menu's data while the window may be showing
+// another menu on the canvas: the picture must be the canvas's own, and the canvas untouched.
+TEST_F(GeneratedMenus, OverlaysPaintAsTheCanvasDoesWithoutTouchingIt)
+{
+    ScratchFolder home;
+    ProgramState program{home.Path()};
+    ScriptedForms forms;
+    Project project{program, prompt, forms};
+    ASSERT_TRUE(project.OpenFile(made->File));
+    DocTree& tree = project.Doc.Tree;
+    ParceMenu(project, *tree.ObjectNode(made->Pages[1]));
+    project.Canvas.Selected = 0;
+    const MenuCanvas shown = project.Canvas;
+
+    int painted = 0;
+    for (const std::string& menu : {made->Main, made->Pages[0]}) {
+        std::vector<PlayerOverlay> overlays;
+        for (const std::string& button : ButtonsOf(tree, menu)) {
+            PlayerOverlay overlay;
+            ASSERT_TRUE(PaintButtonOverlay(project, menu, button, overlay)) << button;
+            overlays.push_back(overlay);
+        }
+        EXPECT_EQ(project.Canvas.CurrentMenuID, shown.CurrentMenuID);
+        EXPECT_EQ(project.Canvas.Buttons.size(), shown.Buttons.size());
+        EXPECT_EQ(project.Canvas.Selected, 0);
+
+        MenuCanvas& canvas = project.Canvas;
+        ParceMenu(project, *tree.ObjectNode(menu));
+        ASSERT_EQ(canvas.Buttons.size(), overlays.size());
+        for (std::size_t i = 0; i < overlays.size(); ++i) {
+            const ButtonShape& at = canvas.Buttons[i].Overlay;
+            EXPECT_EQ(overlays[i].Picture, ButtonOverlayPicture(project, int(i))) << menu << " button " << i;
+            EXPECT_EQ(std::tie(overlays[i].Where.Left, overlays[i].Where.Top, overlays[i].Where.Width,
+                               overlays[i].Where.Height),
+                      std::tie(at.Left, at.Top, at.Width, at.Height));
+            painted += overlays[i].Picture.Width() > 0;
+        }
+        project.Canvas = shown;
+    }
+    EXPECT_GT(painted, 3);
+
+    PlayerOverlay none;
+    EXPECT_FALSE(PaintButtonOverlay(project, made->Main, made->Pages[0], none));
+    EXPECT_FALSE(PaintButtonOverlay(project, "999999", made->MainButtons[0], none));
 }
 
 TEST_F(GeneratedMenus, WalkFindsPlantedDeadEndsAndUnreachedMenusAndTheCommandLineSaysSo)
