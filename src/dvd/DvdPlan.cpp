@@ -271,8 +271,9 @@ private:
         }
         language.Menus[std::size_t(language.RootMenu - 1)].Entries.push_back("root");
         for (const auto& [type, entry] : {std::pair{"chapter", "ptt"}, {"audio", "audio"}, {"subtitle", "subtitle"}}) {
-            const auto ofType = std::find_if(menus.begin(), menus.end(), [type](const DocNode* menu) {
-                return EqualsNoCase(GetPropertyInNode(*menu, "menuType"), type);
+            const std::string_view wanted = type; // clang cannot capture a structured binding
+            const auto ofType = std::find_if(menus.begin(), menus.end(), [wanted](const DocNode* menu) {
+                return EqualsNoCase(GetPropertyInNode(*menu, "menuType"), wanted);
             });
             if (ofType != menus.end())
                 language.Menus[std::size_t(ofType - menus.begin())].Entries.push_back(entry);
