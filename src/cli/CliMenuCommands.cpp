@@ -50,9 +50,8 @@ bool Choose(ComboList& combo, const std::string& text, std::optional<int> itemDa
 
 std::optional<int> MenuNumber(const std::string& id)
 {
-    if (id.empty() || id.size() > 9 || id.find_first_not_of("0123456789") != std::string::npos)
-        return std::nullopt;
-    return std::stoi(id);
+    const std::optional<long> number = DigitsNumber(id, 9);
+    return number ? std::optional(static_cast<int>(*number)) : std::nullopt;
 }
 
 bool IsMenu(const Project& project, const std::string& id)

@@ -23,13 +23,12 @@ std::optional<int> StreamChoice(const std::string& value)
 {
     if (Lower(value) == "none")
         return -1;
-    if (value.empty() || value.size() > 4 || value.find_first_not_of("0123456789") != std::string::npos)
-        return std::nullopt;
-    return std::stoi(value);
+    const std::optional<long> stream = DigitsNumber(value, 4);
+    return stream ? std::optional(static_cast<int>(*stream)) : std::nullopt;
 }
 
-// A frame rate such as "25" or "29.97".
-std::optional<double> FpsValue(const std::string& value)
+// A number such as "25" or "29.97".
+std::optional<double> DecimalNumber(const std::string& value)
 {
     double fps = 0;
     const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), fps);
@@ -71,7 +70,7 @@ CliParseResult ParseCommonOptions(const std::vector<std::string>& args)
         } else if (a == "--next") {
             o.Next = true;
         } else if (a == "--fps") {
-            o.Fps = hasValue ? FpsValue(args[++i]) : std::nullopt;
+            o.Fps = hasValue ? DecimalNumber(args[++i]) : std::nullopt;
             if (!o.Fps) {
                 result.Error = "--fps takes a number of frames per second";
                 return result;
@@ -205,13 +204,17 @@ CliParseResult ParseCliOptions(const std::vector<std::string>& args)
     }
     return parsed;
 }
+std::optional<long> DigitsNumber(const std::string& text, std::size_t digits)
+{
+    if (text.empty() || text.size() > digits || text.find_first_not_of("0123456789") != std::string::npos)
+        return std::nullopt;
+    return std::stol(text);
+}
+
 std::optional<double> MotionSeconds(const std::string& text)
 {
-    double seconds = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
-    if (error != std::errc() || end != text.data() + text.size())
-        return std::nullopt;
-    return std::max(seconds, 0.0);
+    const std::optional<double> seconds = DecimalNumber(text);
+    return seconds ? std::optional(std::max(*seconds, 0.0)) : std::nullopt;
 }
 
 std::string CliUsage()

@@ -37,6 +37,9 @@ struct MenuCliOptions {
     std::optional<std::string> ChaptersEvery; // --chapters-every MINUTES
 };
 
+// A whole number written in digits only, at most `digits` of them. Nothing otherwise.
+std::optional<long> DigitsNumber(const std::string& text, std::size_t digits);
+
 // The seconds of --motion; below 0 is a still menu, as in the window's box. Nothing when the
 // text is no number.
 std::optional<double> MotionSeconds(const std::string& text);

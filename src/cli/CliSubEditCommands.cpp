@@ -19,20 +19,14 @@ int RunButtonsFromPicture(const CliOptions& options, CliContext& context)
     SubEditPaste paste;
     paste.Overlays = !options.Menu.NoOverlays;
     if (const std::optional<std::string>& side = options.Menu.Force) {
-        const std::optional<long long> value =
-            !side->empty() && side->size() < 6 && side->find_first_not_of("0123456789") == std::string::npos
-                ? std::optional(LeadingNumber(*side))
-                : std::nullopt;
+        const std::optional<long> value = DigitsNumber(*side, 5);
         if (!value || *value < 1 || *value > 9999)
             return Refuse(context, options, "--force takes a size in pixels from 1 to 9999");
         paste.ForceSide = static_cast<int>(*value);
     }
     int skipped = 0;
     if (const std::optional<std::string>& group = options.Menu.Set) {
-        const std::optional<long long> value =
-            !group->empty() && group->size() < 4 && group->find_first_not_of("0123456789") == std::string::npos
-                ? std::optional(LeadingNumber(*group))
-                : std::nullopt;
+        const std::optional<long> value = DigitsNumber(*group, 3);
         if (!value || *value < 1)
             return Refuse(context, options, "--set takes the number of a group of twenty areas, from 1");
         skipped = static_cast<int>(*value - 1) * kSubEditSetSize;

@@ -57,12 +57,11 @@ std::optional<std::vector<ChapterRow>> ManualRows(const std::string& list)
         const std::size_t dash = item.find('-');
         const std::string start = item.substr(0, std::min(dash, colon));
         const std::string end = dash < colon ? item.substr(dash + 1, colon - dash - 1) : "";
-        const auto isNumber = [](const std::string& s) {
-            return !s.empty() && s.size() < 10 && s.find_first_not_of("0123456789") == std::string::npos;
-        };
-        if (!isNumber(start) || !isNumber(end))
+        const std::optional<long> first = DigitsNumber(start, 9);
+        const std::optional<long> last = DigitsNumber(end, 9);
+        if (!first || !last)
             return std::nullopt;
-        rows.push_back({0, std::stol(start), std::stol(end), colon < item.size() ? item.substr(colon + 1) : ""});
+        rows.push_back({0, *first, *last, colon < item.size() ? item.substr(colon + 1) : ""});
         from = comma + 1;
     }
     return rows;
